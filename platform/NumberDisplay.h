@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Export.h"
+#include "platform/Types.h"
+
+namespace ta {
+
+/// How the terminal writes numbers. It implements this and hangs it into CSyncInfo.
+class TADIALOGS_EXPORT NumberDisplay {
+public:
+    virtual ~NumberDisplay() = default;
+
+    /// `code` says how: 10 + k or 20 + k (31 or 41 for k = 1) is k decimals, 0 to 9 that many
+    /// decimals, -1 and -9 as few decimals as the value needs.
+    virtual CString CApi_DisplayDouble(double value, int code) const = 0;
+
+    // A price in parts of a whole (halves to 256ths), in four notations. "N/A" when the fraction
+    // code names no denominator.
+    virtual CString CApi_DisplayDenominator(double value, unsigned char fractionCode) const = 0;
+    virtual CString CApi_DisplayFraction2Dot(double value, unsigned char fractionCode) const = 0;
+    virtual CString CApi_DisplayFraction2SpecialDecimail(double value,
+                                                         unsigned char fractionCode) const = 0;
+    virtual CString CApi_DisplayFraction2MixType(double value,
+                                                 unsigned char fractionCode) const = 0;
+};
+
+}  // namespace ta

@@ -1,0 +1,205 @@
+#include "platform/Text.h"
+
+#include "platform/FormatText.h"
+
+#include <unicode/ucnv.h>
+#include <unicode/ustring.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+namespace ta::text {
+namespace {
+
+struct LeadRange {
+    unsigned char first;
+    unsigned char last;
+};
+
+struct CodePageEntry {
+    int number;
+    const char* converter;
+    std::array<LeadRange, 2> lead;
+    unsigned char lastTrail;
+};
+
+constexpr LeadRange kNone{1, 0};
+
+constexpr std::array<CodePageEntry, 5> kCodePages{{
+    {950, "windows-950-2000", {{{0x81, 0xFE}, kNone}}, 0xFE},
+    {936, "windows-936-2000", {{{0x81, 0xFE}, kNone}}, 0xFE},
+    {932, "ibm-943_P15A-2003", {{{0x81, 0x9F}, {0xE0, 0xFC}}}, 0xFC},
+    {949, "windows-949-2000", {{{0x81, 0xFE}, kNone}}, 0xFE},
+    {1252, "ibm-5348_P100-1997", {{kNone, kNone}}, 0},
+}};
+
+const CodePageEntry* g_codePage = &kCodePages[0];
+
+bool IsLeadByte(char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    return std::ranges::any_of(g_codePage->lead, [value](LeadRange range) {
+        return value >= range.first && value <= range.last;
+    });
+}
+
+// The converters take these bytes for a second half, whether or not the pair has a character.
+bool IsTrailByte(char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    return value >= 0x40 && value != 0x7F && value <= g_codePage->lastTrail;
+}
+
+struct ConverterCloser {
+    void operator()(UConverter* converter) const { ucnv_close(converter); }
+};
+
+struct OpenConverter {
+    const CodePageEntry* codePage = nullptr;
+    std::unique_ptr<UConverter, ConverterCloser> handle;
+};
+
+// An ICU converter keeps state and belongs to one thread.
+UConverter* Converter() {
+    thread_local OpenConverter open;
+    if (open.codePage != g_codePage) {
+        UErrorCode error = U_ZERO_ERROR;
+        open.handle.reset(ucnv_open(g_codePage->converter, &error));
+        ucnv_setSubstChars(open.handle.get(), "?", 1, &error);
+        // Best-fit look-alikes would let a name come back as another one.
+        ucnv_setFallback(open.handle.get(), false);
+        open.codePage = g_codePage;
+    }
+    return open.handle.get();
+}
+
+std::u16string Utf8ToUtf16(std::string_view utf8) {
+    std::u16string result(utf8.size(), u'\0');
+    UErrorCode error = U_ZERO_ERROR;
+    int32_t length = 0;
+    u_strFromUTF8WithSub(result.data(), static_cast<int32_t>(result.size()), &length, utf8.data(),
+                         static_cast<int32_t>(utf8.size()), 0xFFFD, nullptr, &error);
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+std::string Utf16ToUtf8(std::u16string_view text) {
+    std::string result(text.size() * 3, '\0');
+    UErrorCode error = U_ZERO_ERROR;
+    int32_t length = 0;
+    u_strToUTF8WithSub(result.data(), static_cast<int32_t>(result.size()), &length, text.data(),
+                       static_cast<int32_t>(text.size()), 0xFFFD, nullptr, &error);
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+}  // namespace
+
+bool SetCodePage(int codePage) {
+    const auto found = std::ranges::find(kCodePages, codePage, &CodePageEntry::number);
+    if (found == kCodePages.end()) {
+        return false;
+    }
+    g_codePage = &*found;
+    return true;
+}
+
+int CodePage() {
+    return g_codePage->number;
+}
+
+CString FromUtf16(std::u16string_view utf16) {
+    CString result(utf16.size() * 2 + 1, '\0');
+    UErrorCode error = U_ZERO_ERROR;
+    const int32_t length =
+        ucnv_fromUChars(Converter(), result.data(), static_cast<int32_t>(result.size()),
+                        utf16.data(), static_cast<int32_t>(utf16.size()), &error);
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+std::u16string ToUtf16(std::string_view text) {
+    std::u16string result(text.size() + 1, u'\0');
+    UErrorCode error = U_ZERO_ERROR;
+    const int32_t length =
+        ucnv_toUChars(Converter(), result.data(), static_cast<int32_t>(result.size()), text.data(),
+                      static_cast<int32_t>(text.size()), &error);
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+CString FromUtf8(std::string_view utf8) {
+    return FromUtf16(Utf8ToUtf16(utf8));
+}
+
+std::string ToUtf8(std::string_view text) {
+    return Utf16ToUtf8(ToUtf16(text));
+}
+
+std::size_t CharLength(std::string_view text, std::size_t position) {
+    return IsLeadByte(text[position]) && position + 1 < text.size() &&
+                   IsTrailByte(text[position + 1])
+               ? 2
+               : 1;
+}
+
+std::wstring detail::ToUnits(std::string_view text) {
+    std::wstring units;
+    for (std::size_t i = 0; i < text.size();) {
+        unsigned unit = static_cast<unsigned char>(text[i]);
+        if (CharLength(text, i++) == 2) {
+            unit = unit << 8 | static_cast<unsigned char>(text[i++]);
+        }
+        units += static_cast<wchar_t>(unit);
+    }
+    return units;
+}
+
+CString detail::FromUnits(std::wstring_view units) {
+    CString text;
+    for (const wchar_t unit : units) {
+        const auto value = static_cast<unsigned>(unit);
+        if (value > 0xFF) {
+            text += static_cast<char>(value >> 8 & 0xFF);
+        }
+        text += static_cast<char>(value & 0xFF);
+    }
+    return text;
+}
+
+std::size_t FindChar(std::string_view text, char wanted, std::size_t from) {
+    for (std::size_t i = from; i < text.size(); i += CharLength(text, i)) {
+        if (text[i] == wanted) {
+            return i;
+        }
+    }
+    return std::string_view::npos;
+}
+
+CString Cut(std::string_view text, std::size_t maxBytes) {
+    std::size_t end = 0;
+    while (end < text.size() && end + CharLength(text, end) <= maxBytes) {
+        end += CharLength(text, end);
+    }
+    return CString(text.substr(0, end));
+}
+
+CString ToUpper(std::string_view text) {
+    CString result(text);
+    for (std::size_t i = 0; i < result.size(); i += CharLength(result, i)) {
+        if (result[i] >= 'a' && result[i] <= 'z') {
+            result[i] = static_cast<char>(result[i] - 'a' + 'A');
+        }
+    }
+    return result;
+}
+
+CString Trim(std::string_view text) {
+    constexpr std::string_view kWhite = " \t\r\n\v\f";
+    const std::size_t first = text.find_first_not_of(kWhite);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return CString(text.substr(first, text.find_last_not_of(kWhite) - first + 1));
+}
+
+}  // namespace ta::text

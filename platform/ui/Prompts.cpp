@@ -1,0 +1,109 @@
+#include "platform/ui/Prompts.h"
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpression>
+
+namespace ta::ui {
+namespace {
+
+QMessageBox::Icon BoxIcon(PromptIcon icon) {
+    switch (icon) {
+        case PromptIcon::Information:
+            return QMessageBox::Information;
+        case PromptIcon::Question:
+            return QMessageBox::Question;
+        case PromptIcon::Warning:
+            return QMessageBox::Warning;
+        case PromptIcon::Error:
+            return QMessageBox::Critical;
+        case PromptIcon::None:
+            break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// The suffix of the filter's first pattern: "TASG" of "Groups (*.TASG *.txt)"; empty when none.
+QString FirstSuffix(const QString& filter) {
+    static const QRegularExpression pattern(R"(\*\.(\w+))");
+    return pattern.match(filter).captured(1);
+}
+
+class RealPrompts final : public Prompts {
+public:
+    void Message(QWidget* parent, PromptIcon icon, const QString& title,
+                 const QString& text) override {
+        QMessageBox box(BoxIcon(icon), title, text, QMessageBox::Ok, parent);
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    }
+
+    bool AskYesNo(QWidget* parent, PromptIcon icon, const QString& title,
+                  const QString& text) override {
+        QMessageBox box(BoxIcon(icon), title, text, QMessageBox::Yes | QMessageBox::No, parent);
+        box.setTextFormat(Qt::PlainText);
+        box.setEscapeButton(QMessageBox::No);
+        return box.exec() == QMessageBox::Yes;
+    }
+
+    int AskChoice(QWidget* parent, PromptIcon icon, const QString& title, const QString& text,
+                  const QStringList& choices) override {
+        QMessageBox box(BoxIcon(icon), title, text, QMessageBox::NoButton, parent);
+        box.setTextFormat(Qt::PlainText);
+        QList<QAbstractButton*> buttons;
+        for (const QString& choice : choices) {
+            buttons.append(box.addButton(choice, QMessageBox::ActionRole));
+        }
+        // A hidden button of the reject role makes Escape and the close box work.
+        QPushButton* dismiss = box.addButton(QMessageBox::Cancel);
+        dismiss->hide();
+        box.setEscapeButton(dismiss);
+        if (!buttons.isEmpty()) {
+            box.setDefaultButton(qobject_cast<QPushButton*>(buttons.front()));
+        }
+        box.exec();
+        return static_cast<int>(buttons.indexOf(box.clickedButton()));
+    }
+
+    QString AskText(QWidget* parent, const QString& title, const QString& label,
+                    const QString& preset) override {
+        bool accepted = false;
+        const QString text =
+            QInputDialog::getText(parent, title, label, QLineEdit::Normal, preset, &accepted);
+        if (!accepted) {
+            return {};
+        }
+        return text.isNull() ? QString("") : text;
+    }
+
+    QString OpenFile(QWidget* parent, const QString& title, const QString& start,
+                     const QString& filter) override {
+        return QFileDialog::getOpenFileName(parent, title, start, filter);
+    }
+
+    QString SaveFile(QWidget* parent, const QString& title, const QString& start,
+                     const QString& filter) override {
+        QFileDialog dialog(parent, title, start, filter);
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setFileMode(QFileDialog::AnyFile);
+        dialog.setDefaultSuffix(FirstSuffix(filter));
+        return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    }
+};
+
+RealPrompts g_realPrompts;
+Prompts* g_prompts = &g_realPrompts;
+
+}  // namespace
+
+Prompts& CurrentPrompts() {
+    return *g_prompts;
+}
+
+void SetPrompts(Prompts* prompts) {
+    g_prompts = prompts != nullptr ? prompts : &g_realPrompts;
+}
+
+}  // namespace ta::ui

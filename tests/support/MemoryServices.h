@@ -1,0 +1,99 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Entitlement.h"
+#include "platform/NumberDisplay.h"
+#include "tests/support/CallPlan.h"
+
+#include <fmt/format.h>
+
+#include <set>
+
+namespace ta::test {
+
+class FixedClock : public Clock {
+public:
+    explicit FixedClock(std::time_t seconds = 0) : now(seconds) {}
+
+    std::time_t now;
+
+    std::time_t Now() const override { return now; }
+};
+
+/// Allows everything that a test does not deny.
+class MemoryEntitlement : public EntitlementService {
+public:
+    std::set<Function> denied;
+    std::set<unsigned char> marketsWithoutSeconds;
+    int maxLinesInAll = -1;
+    int maxLinesPerSymbol = -1;
+
+    bool bIsFunctionAllowed(Function function) const override { return !denied.contains(function); }
+    bool bIsSecondDataAllowed(unsigned char market) const override {
+        return !marketsWithoutSeconds.contains(market);
+    }
+    void GetTATrendLineMaxCount(int& inAll, int& perSymbol) const override {
+        inAll = maxLinesInAll;
+        perSymbol = maxLinesPerSymbol;
+    }
+};
+
+/// Passes on; a call that is planned to fail gives false, or leaves its outputs as they were.
+class FailingEntitlement : public EntitlementService, public CallPlan {
+public:
+    /// `target` outlives this.
+    explicit FailingEntitlement(EntitlementService& target) : m_target(target) {}
+
+    bool bIsFunctionAllowed(Function function) const override {
+        return Enter("bIsFunctionAllowed") && m_target.bIsFunctionAllowed(function);
+    }
+    bool bIsSecondDataAllowed(unsigned char market) const override {
+        return Enter("bIsSecondDataAllowed") && m_target.bIsSecondDataAllowed(market);
+    }
+    void GetTATrendLineMaxCount(int& inAll, int& perSymbol) const override {
+        if (Enter("GetTATrendLineMaxCount")) {
+            m_target.GetTATrendLineMaxCount(inAll, perSymbol);
+        }
+    }
+
+private:
+    EntitlementService& m_target;
+};
+
+#define TA_TEST_NUMBER_OPERATIONS(M)                       \
+    M(CApi_DisplayDouble, int)                             \
+    M(CApi_DisplayDenominator, unsigned char)              \
+    M(CApi_DisplayFraction2Dot, unsigned char)             \
+    M(CApi_DisplayFraction2SpecialDecimail, unsigned char) \
+    M(CApi_DisplayFraction2MixType, unsigned char)
+
+/// Writes what it was asked: "CApi_DisplayDouble(1.5, 12)".
+class MemoryNumberDisplay : public NumberDisplay {
+public:
+#define TA_TEST_SHOW(Operation, Code)                           \
+    CString Operation(double value, Code code) const override { \
+        return fmt::format(#Operation "({}, {})", value, code); \
+    }
+    TA_TEST_NUMBER_OPERATIONS(TA_TEST_SHOW)
+#undef TA_TEST_SHOW
+};
+
+/// Passes on; a call that is planned to fail gives "N/A".
+class FailingNumberDisplay : public NumberDisplay, public CallPlan {
+public:
+    /// `target` outlives this.
+    explicit FailingNumberDisplay(NumberDisplay& target) : m_target(target) {}
+
+#define TA_TEST_FORWARD(Operation, Code)                                    \
+    CString Operation(double value, Code code) const override {             \
+        return Enter(#Operation) ? m_target.Operation(value, code) : "N/A"; \
+    }
+    TA_TEST_NUMBER_OPERATIONS(TA_TEST_FORWARD)
+#undef TA_TEST_FORWARD
+
+private:
+    NumberDisplay& m_target;
+};
+#undef TA_TEST_NUMBER_OPERATIONS
+
+}  // namespace ta::test

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "platform/ui/Prompts.h"
+
+#include <deque>
+#include <functional>
+#include <vector>
+
+namespace ta::test {
+
+/// Prompts that answer from a queue and never block. While one lives, it is the prompts in use. A
+/// prompt that was not expected, or is of another kind than the next one expected, fails the test
+/// and is answered as cancelled; so does an expected one that never came.
+class ScriptedPrompts final : public ui::Prompts {
+public:
+    enum class Kind { Message, YesNo, Choice, Text, OpenFile, SaveFile };
+
+    /// What one prompt showed.
+    struct Shown {
+        Kind kind = Kind::Message;
+        ui::PromptIcon icon = ui::PromptIcon::None;
+        QString title;
+        QString text;         ///< the message, question or label; of a file picker the filter
+        QString preset;       ///< of a text prompt; of a file picker the start folder
+        QStringList choices;  ///< of a choice
+    };
+
+    ScriptedPrompts();
+    ~ScriptedPrompts() override;
+
+    // The answers, in the order in which the prompts will come.
+    void ExpectMessage();
+    void ExpectYesNo(bool yes);
+    /// `index` -1 is Escape.
+    void ExpectChoice(int index);
+    void ExpectText(const QString& text);
+    void ExpectFile(const QString& path);
+    void ExpectSaveFile(const QString& path);
+    /// The next prompt, of the kind, is cancelled (a question: No).
+    void ExpectCancel(Kind kind);
+    /// Runs `action` when the expected prompt that was added last comes, before it is answered.
+    void Meanwhile(std::function<void()> action);
+
+    /// All prompts so far, oldest first.
+    const std::vector<Shown>& All() const { return m_shown; }
+    /// The newest one; a default one, and a failed test, when there was none.
+    Shown Last() const;
+    /// Expected prompts that have not come yet.
+    std::size_t Waiting() const { return m_answers.size(); }
+
+    void Message(QWidget* parent, ui::PromptIcon icon, const QString& title,
+                 const QString& text) override;
+    bool AskYesNo(QWidget* parent, ui::PromptIcon icon, const QString& title,
+                  const QString& text) override;
+    int AskChoice(QWidget* parent, ui::PromptIcon icon, const QString& title, const QString& text,
+                  const QStringList& choices) override;
+    QString AskText(QWidget* parent, const QString& title, const QString& label,
+                    const QString& preset) override;
+    QString OpenFile(QWidget* parent, const QString& title, const QString& start,
+                     const QString& filter) override;
+    QString SaveFile(QWidget* parent, const QString& title, const QString& start,
+                     const QString& filter) override;
+
+private:
+    struct Answer {
+        Kind kind = Kind::Message;
+        int number = -1;  ///< the choice; 1 for yes, 0 for no
+        QString text;     ///< null: cancelled
+        std::function<void()> meanwhile;
+    };
+
+    Answer Take(const Shown& shown);
+
+    std::deque<Answer> m_answers;
+    std::vector<Shown> m_shown;
+};
+
+}  // namespace ta::test
