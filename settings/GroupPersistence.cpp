@@ -1,0 +1,190 @@
+#include "settings/GroupPersistence.h"
+
+#include "platform/ConfigStore.h"
+#include "platform/DrawInfo.h"
+#include "settings/CommonOptions.h"
+#include "settings/StudyLists.h"
+
+#include <fmt/printf.h>
+
+namespace ta::settings {
+namespace {
+
+/// The two kinds of strings that a draw info holds, and everything that differs between them.
+struct StringKind {
+    std::vector<CString> DefaultStrings::*defaults;
+    bool (SMXCfgIO2::*loadDefaults)(std::vector<CString>&);
+    bool (SMXCfgIO2::*load)(unsigned, std::vector<CString>&);
+    bool (SMXCfgIO2::*save)(unsigned, const std::vector<CString>&);
+    void (ChartBaseDrawInfo::*put)(const std::vector<CString>&, int);
+    void (ChartBaseDrawInfo::*get)(std::vector<CString>&) const;
+};
+
+constexpr StringKind kParams{&DefaultStrings::params,
+                             &SMXCfgIO2::LoadTAStudyParamDefaultSetting,
+                             &SMXCfgIO2::LoadTAStudyParamSetting,
+                             &SMXCfgIO2::SaveTAStudyParamSetting,
+                             &ChartBaseDrawInfo::vVecCstring2MapParam,
+                             &ChartBaseDrawInfo::vMapParam2VecCstring};
+constexpr StringKind kShapes{&DefaultStrings::shapes,
+                             &SMXCfgIO2::LoadTAStudyShapeDefaultSetting,
+                             &SMXCfgIO2::LoadTAStudyShapeSetting,
+                             &SMXCfgIO2::SaveTAStudyShapeSetting,
+                             &ChartBaseDrawInfo::vVecCstring2MapShapeParam,
+                             &ChartBaseDrawInfo::vMapShapeParam2VecCstring};
+
+/// Calls visit(index, record) for each listed group, in list order.
+template <class Visit>
+void ForEachListed(GroupTable& groups, const Visit& visit) {
+    for (unsigned index = 0; index < groups.Names().size(); ++index) {
+        if (ST_TA_DRAWINFO* group = groups.Find(groups.Names()[index])) {
+            visit(index, *group);
+        }
+    }
+}
+
+void LoadStrings(SMXCfgIO2& store, GroupTable& groups, DefaultStrings& defaults,
+                 const StringKind& kind) {
+    std::vector<CString>& defaultStrings = defaults.*kind.defaults;
+    (store.*kind.loadDefaults)(defaultStrings);
+    ForEachListed(groups, [&](unsigned index, ST_TA_DRAWINFO& group) {
+        if (group.pDrawInfo == nullptr) {
+            return;
+        }
+        std::vector<CString> strings;
+        const bool stored = (store.*kind.load)(index, strings);
+        (group.pDrawInfo->*kind.put)(stored ? strings : defaultStrings, kDrawInfoLoad);
+    });
+}
+
+void SaveStrings(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group,
+                 const StringKind& kind) {
+    if (group.pDrawInfo == nullptr) {
+        return;
+    }
+    std::vector<CString> strings;
+    (group.pDrawInfo->*kind.get)(strings);
+    (store.*kind.save)(index, strings);
+}
+
+void RestoreStrings(SMXCfgIO2* store, std::optional<unsigned> index, ST_TA_DRAWINFO& group,
+                    const DefaultStrings& defaults, const StringKind& kind) {
+    const std::vector<CString>& strings = defaults.*kind.defaults;
+    if (strings.empty() || group.pDrawInfo == nullptr) {
+        return;
+    }
+    (group.pDrawInfo->*kind.put)(strings, kDrawInfoReplace);
+    if (store != nullptr && index) {
+        SaveStrings(*store, *index, group, kind);
+    }
+}
+
+void SaveGroupStudyList(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+    for (int pane = 1; pane <= kPaneCount; ++pane) {
+        store.SaveTAGroupStudyList(index, StudyListKey(pane),
+                                   group.vStudyList[static_cast<std::size_t>(pane - 1)]);
+    }
+}
+
+void SaveTACommonSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+    if (group.pDrawInfo == nullptr) {
+        return;
+    }
+    const CommonProp& properties = group.pDrawInfo->CommonProperty();
+    for (const AnyCommonOption& any : kCommonOptions) {
+        std::visit(
+            [&](const auto& option) { (store.*option.save)(index, properties.*option.field); },
+            any);
+    }
+    store.SaveTAGroupUniNum(index, group.iUniNum);
+}
+
+}  // namespace
+
+CString StudyListKey(int pane) {
+    return fmt::sprintf("StudyTypeLogKey%02d", pane);
+}
+
+StudyLists LoadGroupStudyList(SMXCfgIO2& store, unsigned index,
+                              const std::function<bool(StudyType)>& usable) {
+    StudyLists lists = EmptyStudyLists();
+    for (int pane = 1; pane <= kPaneCount; ++pane) {
+        std::vector<std::int32_t> stored;
+        if (store.LoadTAGroupStudyList(index, StudyListKey(pane), stored)) {
+            lists[static_cast<std::size_t>(pane - 1)] = PackPane(stored, usable);
+        }
+    }
+    if (lists.front().front() == kNoStudy) {
+        // The default lists take panes 1 to 4; what the others loaded stays.
+        const StudyLists& defaults = DefaultStudyLists();
+        for (std::size_t pane = 0; pane < lists.size(); ++pane) {
+            if (defaults[pane].front() != kNoStudy) {
+                lists[pane] = defaults[pane];
+            }
+        }
+    }
+    return lists;
+}
+
+void LoadParamSetting(SMXCfgIO2& store, GroupTable& groups, DefaultStrings& defaults) {
+    LoadStrings(store, groups, defaults, kParams);
+}
+
+void LoadShapeSetting(SMXCfgIO2& store, GroupTable& groups, DefaultStrings& defaults) {
+    LoadStrings(store, groups, defaults, kShapes);
+}
+
+void LoadStudyShowCount(SMXCfgIO2& store, GroupTable& groups) {
+    ForEachListed(groups, [&](unsigned index, ST_TA_DRAWINFO& group) {
+        store.LoadTAStudyShowCount(index, group.iStudyShowCount);
+    });
+}
+
+void LoadTechWndShowKey(SMXCfgIO2& store, GroupTable& groups) {
+    ForEachListed(groups, [&](unsigned index, ST_TA_DRAWINFO& group) {
+        store.LoadTATechWndShowKey(index, group.iTechWndShowKey);
+    });
+}
+
+void LoadTACommonSetting(SMXCfgIO2& store, GroupTable& groups) {
+    ForEachListed(groups, [&](unsigned index, ST_TA_DRAWINFO& group) {
+        if (group.pDrawInfo == nullptr) {
+            return;
+        }
+        CommonProp& properties = group.pDrawInfo->CommonProperty();
+        for (const AnyCommonOption& any : kCommonOptions) {
+            std::visit(
+                [&](const auto& option) { (store.*option.load)(index, properties.*option.field); },
+                any);
+        }
+    });
+}
+
+void SaveParamSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+    SaveStrings(store, index, group, kParams);
+}
+
+void SaveShapeSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+    SaveStrings(store, index, group, kShapes);
+}
+
+void RestoreTAStudyParamToDefault(SMXCfgIO2* store, std::optional<unsigned> index,
+                                  ST_TA_DRAWINFO& group, const DefaultStrings& defaults) {
+    RestoreStrings(store, index, group, defaults, kParams);
+}
+
+void RestoreTAStudyShapeToDefault(SMXCfgIO2* store, std::optional<unsigned> index,
+                                  ST_TA_DRAWINFO& group, const DefaultStrings& defaults) {
+    RestoreStrings(store, index, group, defaults, kShapes);
+}
+
+void SaveGroup(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+    SaveGroupStudyList(store, index, group);
+    SaveParamSetting(store, index, group);
+    SaveShapeSetting(store, index, group);
+    store.SaveTAStudyShowCount(index, group.iStudyShowCount);
+    store.SaveTATechWndShowKey(index, group.iTechWndShowKey);
+    SaveTACommonSetting(store, index, group);
+}
+
+}  // namespace ta::settings

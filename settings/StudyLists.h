@@ -1,0 +1,27 @@
+#pragma once
+
+#include "settings/GroupRecord.h"
+
+#include <functional>
+
+/// The shape of a group's study lists and what fills it.
+namespace ta::settings {
+
+/// 10 lists of 8 slots, all empty.
+StudyLists EmptyStudyLists();
+
+/// What a new group shows: prices with moving averages, volume, KD, MACD.
+const StudyLists& DefaultStudyLists();
+
+/// Whether the default lists hold the study.
+bool IsDefaultStudy(StudyType type);
+
+/// Fills a pane list of 8 slots from any list: `accept` chooses, no gaps are left, surplus is
+/// dropped.
+std::vector<StudyType> PackPane(const std::vector<StudyType>& studies,
+                                const std::function<bool(StudyType)>& accept);
+
+/// Any lists in the shape that a record keeps: 10 lists of 8, the filled slots in front.
+StudyLists PackStudyLists(const StudyLists& lists);
+
+}  // namespace ta::settings

@@ -1,0 +1,501 @@
+// The group table: loading, numbers, adding, renaming, deleting, and what a reload does.
+
+#include "platform/Text.h"
+#include "settings/Messages.h"
+#include "tests/support/TestAccess.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+namespace ta::test {
+namespace {
+
+constexpr StudyType kE = kNoStudy;
+
+StudyLists NewGroupLists() {
+    StudyLists lists(10, std::vector<StudyType>(8, kE));
+    lists[0] = {0, 4, kE, kE, kE, kE, kE, kE};
+    lists[1][0] = 16;
+    lists[2][0] = 23;
+    lists[3][0] = 22;
+    return lists;
+}
+
+class GroupTest : public SettingsFixture {
+protected:
+    std::vector<CString> Names() {
+        std::vector<CString> names;
+        const unsigned count = Repository().GetGroupNameList(names);
+        EXPECT_EQ(count, names.size());
+        return names;
+    }
+    StudyLists Lists(const CString& name) {
+        StudyLists lists;
+        Repository().GetStudyListByGroupName(name, lists);
+        return lists;
+    }
+    /// Another party stores `names` and raises the flag.
+    void ChangeElsewhere(const std::vector<CString>& names) {
+        memory.names = names;
+        memory.reloadFlag = true;
+    }
+};
+
+TEST_F(GroupTest, AStoreWithoutGroupsGivesTheDefaultGroup) {
+    const CString name = text::FromUtf8("預設群組");
+    quotes.language["IDS_TECHVIEW-STRING_TAGROUP_DEFAULT_NAME"] = name;
+    EXPECT_EQ(Names(), std::vector{name});
+    EXPECT_EQ(Lists(name), NewGroupLists());
+    EXPECT_EQ(Repository().GetUniNumByGroupName(name), 0);
+    EXPECT_EQ(Repository().GetStudyCountByGroupName(name), 4);
+    EXPECT_EQ(Repository().GetTechWndKeyByGroupName(name), 4);
+    EXPECT_NE(Repository().GetDrawInfo(name), nullptr);
+    EXPECT_EQ(Repository().GetTaDataInterface(name)->GetRepositories(),
+              std::vector{Repository().GetTaDataRepository(name)});
+}
+
+TEST_F(GroupTest, WithoutTheGroupCapabilityTheStoredListIsNotRead) {
+    memory.names = {{"A", "B"}};
+    memoryEntitlement.denied = {Function::TaGroups};
+    EXPECT_EQ(Names().size(), 1u);
+    EXPECT_EQ(Repository().FindGroup("A"), 0);
+    EndRepository();
+    services.tidewrightVersion = true;
+    HangIn();
+    EXPECT_EQ(Names(), (std::vector<CString>{"A", "B"}));
+}
+
+TEST_F(GroupTest, WithoutAStoreThereAreNoGroups) {
+    services.configStore = nullptr;
+    HangIn();
+    CTaSettingHandle& repository = Repository();
+    EXPECT_TRUE(Names().empty());
+    EXPECT_EQ(repository.GetMaxTAGroupCount(), 10);
+    EXPECT_EQ(repository.GetSystemDefaultGroup(), "");
+    EXPECT_EQ(repository.GetDrawInfo(""), nullptr);
+    EXPECT_EQ(repository.AddGroupSetting("A"), 1);
+    repository.SetStudyCountByGroupName("A", 2);
+    repository.SetTechWndKeyByGroupName("A", 3);
+    repository.SaveAllGroupSetting();
+    repository.ReloadTASetting();
+    EXPECT_EQ(repository.GetStudyCountByGroupName("A"), 2);
+    EXPECT_EQ(repository.GetTechWndKeyByGroupName("A"), 3);
+}
+
+TEST_F(GroupTest, TheMaximumIsKeptWithinTenToFifty) {
+    EXPECT_EQ(Repository().GetMaxTAGroupCount(), 10);
+    const std::vector<std::pair<int, int>> cases{{-1, 10}, {5, 10},  {10, 10}, {30, 30},
+                                                 {50, 50}, {51, 50}, {80, 50}};
+    for (const auto& [stored, maximum] : cases) {
+        memory.maxCount = stored;
+        EXPECT_EQ(Repository().GetMaxTAGroupCount(), maximum) << stored;
+    }
+    // The success result is not looked at.
+    store.FailOnCall("GetTAGroupMaxCount", CallPlan::kEveryCall);
+    EXPECT_EQ(Repository().GetMaxTAGroupCount(), 10);
+}
+
+TEST_F(GroupTest, LoadingTakesTheFirstEightUsableStudiesOfAPane) {
+    memory.names = {{"A", "B"}};
+    memoryEntitlement.denied = {Function::AdvancedStudies};
+    // 99 and -1 are refused; ten values remain for eight slots.
+    memory.studyLists[{0, "StudyTypeLogKey01"}] = {99, 0, -1, 4, 16, 22, 23, 0, 4, 16, 22, 23};
+    memory.studyLists[{0, "StudyTypeLogKey10"}] = {22};
+    // Nothing usable in pane 1: the default lists, and pane 7 as loaded.
+    memory.studyLists[{1, "StudyTypeLogKey01"}] = {99, 98};
+    memory.studyLists[{1, "StudyTypeLogKey02"}] = {22};
+    memory.studyLists[{1, "StudyTypeLogKey07"}] = {16};
+    const StudyLists a = Lists("A");
+    EXPECT_EQ(a[0], (std::vector<StudyType>{0, 4, 16, 22, 23, 0, 4, 16}));
+    EXPECT_EQ(a[1], std::vector<StudyType>(8, kE));
+    EXPECT_EQ(a[9], (std::vector<StudyType>{22, kE, kE, kE, kE, kE, kE, kE}));
+    StudyLists b = NewGroupLists();
+    b[6][0] = 16;
+    EXPECT_EQ(Lists("B"), b);
+    EXPECT_EQ(Repository().GetTechCountByGroup("A"), 2u);
+    EXPECT_EQ(Repository().GetTechCountByGroup("B"), 5u);
+    EXPECT_EQ(Repository().IsStudyCanUse(99), 0);
+    EXPECT_EQ(Repository().IsStudyCanUse(23), 1);
+    EXPECT_EQ(Repository().IsStudyCanUse(-1), 0);
+}
+
+TEST_F(GroupTest, EveryStudyNumberIsUsableWithTheCapability) {
+    memory.names = {{"A"}};
+    memory.studyLists[{0, "StudyTypeLogKey01"}] = {7001, -1, 0};
+    EXPECT_EQ(Lists("A")[0], (std::vector<StudyType>{7001, 0, kE, kE, kE, kE, kE, kE}));
+    EXPECT_EQ(Repository().IsSecondlyDataCanUse(1), 1);
+}
+
+TEST_F(GroupTest, TheSmallestFreeUniNumIsTaken) {
+    memory.names = {{"A", "B", "C"}};
+    memory.uniNums = {{0, 0}, {1, 1}, {2, 3}};
+    CTaSettingHandle& repository = Repository();
+    repository.AddGroupSetting("D");
+    repository.AddGroupSetting("E");
+    EXPECT_EQ(repository.GetUniNumByGroupName("D"), 2);
+    EXPECT_EQ(repository.GetUniNumByGroupName("E"), 4);
+    repository.DeleteGroupSetting("B");
+    repository.AddGroupSetting("F");
+    EXPECT_EQ(repository.GetUniNumByGroupName("F"), 1);
+    // A number that only an unlisted record holds is in use.
+    std::vector<CString> names{"A", "C", "D", "E"};
+    repository.SetGroupNameList(names);
+    repository.AddGroupSetting("G");
+    EXPECT_EQ(repository.GetUniNumByGroupName("G"), 5);
+}
+
+TEST_F(GroupTest, NoFreeUniNumGivesMinusOne) {
+    std::vector<CString> names(100);
+    for (int i = 0; i < 100; ++i) {
+        names[static_cast<std::size_t>(i)] = "G" + std::to_string(i);
+    }
+    memory.names = names;
+    CTaSettingHandle& repository = Repository();
+    EXPECT_EQ(repository.GetUniNumByGroupName("G99"), 99);
+    EXPECT_EQ(repository.AddGroupSetting("X"), 1);
+    EXPECT_EQ(repository.GetUniNumByGroupName("X"), -1);
+    memory.maxCount = 11;
+    EXPECT_EQ(repository.AddGroupSetting("Y"), 1);
+    EXPECT_EQ(repository.GetUniNumByGroupName("Y"), 100);
+}
+
+TEST_F(GroupTest, NotFoundAnswers) {
+    memory.names = {{"A", "B"}};
+    CTaSettingHandle& repository = Repository();
+    EXPECT_EQ(repository.FindGroup("a"), 0);
+    EXPECT_EQ(repository.GetGroupIndexByName("B"), 1u);
+    EXPECT_EQ(repository.GetGroupIndexByName("?"), 0u);
+    EXPECT_EQ(repository.GetGroupIndexByUniNum(1), 1);
+    EXPECT_EQ(repository.GetGroupIndexByUniNum(7), -1);
+    EXPECT_EQ(repository.GetGroupNameByIndex(2), "");
+    EXPECT_EQ(repository.GetGroupNameByUniNum(7), "");
+    EXPECT_EQ(repository.GetUniNumByGroupIndex(1), 1);
+    EXPECT_EQ(repository.GetUniNumByGroupIndex(2), -1);
+    EXPECT_EQ(repository.GetUniNumByGroupIndex(-1), -1);
+    EXPECT_EQ(repository.GetUniNumByGroupName("?"), -1);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("?"), 1);
+    EXPECT_EQ(repository.GetTechWndKeyByGroupName("?"), 1);
+    EXPECT_EQ(repository.GetTechCountByGroup("?"), 0u);
+    EXPECT_EQ(repository.GetTaDataInterface("?"), nullptr);
+    EXPECT_EQ(repository.GetTaDataRepository("?"), nullptr);
+    StudyLists lists{{1}};
+    EXPECT_EQ(repository.GetStudyListByGroupName("?", lists), 0);
+    EXPECT_TRUE(lists.empty());
+    std::vector<CString> strings{"left over"};
+    EXPECT_EQ(repository.GetStudyParamSettingByGroupName("?", strings), 0);
+    EXPECT_TRUE(strings.empty());
+    EXPECT_EQ(repository.DeleteGroupSetting("?"), 0);
+    EXPECT_EQ(repository.ModifyGroupName("?", "C"), 0);
+    store.TakeLines();
+    repository.SetStudyCountByGroupName("?", 9);
+    repository.SetTechWndKeyByGroupName("?", 9);
+    EXPECT_EQ(store.TakeLines(),
+              (std::vector<std::string>{"GetTASettingReloadType()", "GetTASettingReloadType()"}));
+}
+
+TEST_F(GroupTest, AddingStoresTheDefaultStringsUnderTheNewIndex) {
+    memory.names = {{"A"}};
+    memory.paramDefaults = {{"p0", "p4"}};
+    memory.shapeDefaults = {{"s0"}};
+    CTaSettingHandle& repository = Repository();
+    store.TakeLines();
+    EXPECT_EQ(repository.AddGroupSetting("B"), 1);
+    EXPECT_EQ(store.TakeLines(),
+              (std::vector<std::string>{"GetTASettingReloadType()", "GetTAGroupMaxCount()",
+                                        "SaveTAStudyShapeSetting(1, [s0])",
+                                        "SaveTAStudyParamSetting(1, [p0 p4])"}));
+    EXPECT_EQ(Lists("B"), NewGroupLists());
+    const auto* drawInfo = dynamic_cast<MemoryDrawInfo*>(repository.GetDrawInfo("B"));
+    ASSERT_NE(drawInfo, nullptr);
+    EXPECT_EQ(drawInfo->paramModes, std::vector{int{kDrawInfoReplace}});
+    EXPECT_EQ(drawInfo->shapeModes, std::vector{int{kDrawInfoReplace}});
+    store.TakeLines();
+    EXPECT_EQ(repository.AddGroupSetting("B"), 0);
+    EXPECT_EQ(store.TakeLines(), std::vector<std::string>{"GetTASettingReloadType()"});
+    EXPECT_EQ(Names(), (std::vector<CString>{"A", "B"}));
+}
+
+TEST_F(GroupTest, AddingReplacesAnUnlistedRecord) {
+    memory.names = {{"A", "B"}};
+    CTaSettingHandle& repository = Repository();
+    repository.SetStudyCountByGroupName("B", 9);
+    std::vector<CString> names{"A"};
+    repository.SetGroupNameList(names);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 9);
+    EXPECT_EQ(repository.GetUniNumByGroupName("B"), 1);
+    EXPECT_EQ(repository.GetGroupIndexByUniNum(1), 0) << "an unlisted record answers as the first";
+    EXPECT_EQ(repository.AddGroupSetting("B"), 1);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 4);
+    EXPECT_EQ(repository.GetUniNumByGroupName("B"), 1);
+}
+
+TEST_F(GroupTest, SettersOfAnUnlistedRecordDoNotWriteOverTheFirstGroup) {
+    memory.names = {{"A", "B"}};
+    memory.showCounts = {{0, 5}};
+    memory.wndShowKeys = {{0, 6}};
+    CTaSettingHandle& repository = Repository();
+    std::vector<CString> names{"A"};
+    repository.SetGroupNameList(names);
+    repository.SetStudyCountByGroupName("B", 9);
+    repository.SetTechWndKeyByGroupName("B", 9);
+    EXPECT_EQ(memory.showCounts, (std::map<unsigned, int>{{0, 5}}));
+    EXPECT_EQ(memory.wndShowKeys, (std::map<unsigned, int>{{0, 6}}));
+    repository.ClearNoUseGroup();
+    EXPECT_EQ(repository.GetUniNumByGroupName("B"), -1);
+    EXPECT_EQ(Names(), std::vector<CString>{"A"});
+}
+
+TEST_F(GroupTest, RenamingKeepsPlaceNumberAndObjects) {
+    memory.names = {{"A", "B", "C"}};
+    CTaSettingHandle& repository = Repository();
+    const ChartBaseDrawInfo* drawInfo = repository.GetDrawInfo("B");
+    repository.SetStudyCountByGroupName("B", 7);
+    EXPECT_EQ(repository.ModifyGroupName("B", "C"), 0);
+    EXPECT_EQ(repository.ModifyGroupName("B", "B"), 0);
+    EXPECT_EQ(repository.ModifyGroupName("B", "b"), 1);
+    EXPECT_EQ(Names(), (std::vector<CString>{"A", "b", "C"}));
+    EXPECT_EQ(repository.GetUniNumByGroupName("b"), 1);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("b"), 7);
+    EXPECT_EQ(repository.GetDrawInfo("b"), drawInfo);
+    EXPECT_EQ(repository.GetUniNumByGroupName("B"), -1);
+    // Onto a name that only an unlisted record has.
+    std::vector<CString> names{"A", "b"};
+    repository.SetGroupNameList(names);
+    EXPECT_EQ(repository.ModifyGroupName("C", "D"), 0) << "an unlisted name is unknown";
+    EXPECT_EQ(repository.ModifyGroupName("b", "C"), 1);
+    EXPECT_EQ(repository.GetUniNumByGroupName("C"), 1);
+    EXPECT_EQ(MemoryDrawInfo::LiveCount(), 2);
+}
+
+TEST_F(GroupTest, NamesThatDifferInTheCaseOfASecondHalfAreTwoGroups) {
+    const CString upper = "\xA4\x41";
+    const CString lower = "\xA4\x61";
+    const CString backslash = "\xA5\x5C\xB3\x5C";  // 功許, both second halves 0x5C
+    memory.names = {{lower, upper, backslash}};
+    CTaSettingHandle& repository = Repository();
+    EXPECT_EQ(repository.GetGroupIndexByName(upper), 1u);
+    EXPECT_EQ(repository.GetUniNumByGroupName(lower), 0);
+    EXPECT_EQ(repository.GetGroupNameByIndex(2), backslash);
+    GroupRecords all;
+    repository.GetAllDrawInfo(all);
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all[0].first, upper);
+    EXPECT_EQ(all[1].first, lower);
+    EXPECT_EQ(all[2].first, backslash);
+}
+
+TEST_F(GroupTest, StudyListsAreBroughtIntoShape) {
+    memory.names = {{"A"}};
+    CTaSettingHandle& repository = Repository();
+    StudyLists given(12, std::vector<StudyType>{5});
+    given[0] = {-1, 1, -1, 2, 3, 4, 5, 6, 7, 8, 9};
+    given[1] = {};
+    repository.SetStudyListByGroupName("A", given);
+    const StudyLists lists = Lists("A");
+    ASSERT_EQ(lists.size(), 10u);
+    EXPECT_EQ(lists[0], (std::vector<StudyType>{1, 2, 3, 4, 5, 6, 7, 8}));
+    EXPECT_EQ(lists[1], std::vector<StudyType>(8, kE));
+    EXPECT_EQ(lists[9].front(), 5);
+    repository.SetStudyListByGroupName("A", {});
+    EXPECT_EQ(Lists("A"), StudyLists(10, std::vector<StudyType>(8, kE)));
+    EXPECT_EQ(repository.GetTechCountByGroup("A"), 0u);
+}
+
+TEST_F(GroupTest, AReloadTakesTheStoredStateAndDropsEditsAndObjects) {
+    memory.names = {{"A", "B"}};
+    CTaSettingHandle& repository = Repository();
+    repository.AddGroupSetting("Unsaved");
+    EXPECT_EQ(MemoryDrawInfo::LiveCount(), 3);
+    repository.ReloadTASetting();
+    EXPECT_EQ(repository.FindGroup("Unsaved"), 1) << "no flag, no reload";
+    ChangeElsewhere({"B"});
+    EXPECT_EQ(repository.FindGroup("Unsaved"), 0);
+    EXPECT_FALSE(memory.reloadFlag);
+    EXPECT_EQ(Names(), std::vector<CString>{"B"});
+    EXPECT_EQ(MemoryDrawInfo::LiveCount(), 1);
+    // A flag that cannot be read is no flag.
+    ChangeElsewhere({"C"});
+    store.FailOnCall("GetTASettingReloadType", CallPlan::kEveryCall);
+    EXPECT_EQ(repository.FindGroup("B"), 1);
+}
+
+TEST_F(GroupTest, EveryEditLooksAtTheReloadedState) {
+    using Edit = std::function<void(CTaSettingHandle&)>;
+    std::vector<CString> newOrder{"B", "A"};
+    const std::vector<Edit> edits{
+        [](auto& r) { r.AddGroupSetting("N"); },
+        [](auto& r) { r.DeleteGroupSetting("A"); },
+        [](auto& r) { r.ModifyGroupName("A", "N"); },
+        [](auto& r) { r.SetStudyCountByGroupName("A", 3); },
+        [](auto& r) { r.SetTechWndKeyByGroupName("A", 3); },
+        [](auto& r) { r.SetStudyListByGroupName("A", {{1}}); },
+        [](auto& r) { r.SetStudyParamSettingByGroupName("A", {"x"}); },
+        [](auto& r) {
+            r.SetAllStudyShapeSetting({{"A", {"x"}}, {"?", {"y"}}});
+        },
+        [](auto& r) { r.DeleteAllParam("A"); },
+        [](auto& r) { r.ClearNoUseGroup(); },
+        [](auto& r) { r.SaveAllGroupSetting(); },
+        [&](auto& r) { r.SetGroupNameList(newOrder); },
+    };
+    for (const Edit& edit : edits) {
+        memory.names = {{"A", "B"}};
+        EndRepository();
+        Repository().AddGroupSetting("Unsaved");
+        ChangeElsewhere({"A", "B"});
+        edit(Repository());
+        EXPECT_EQ(Repository().FindGroup("Unsaved"), 0);
+        EXPECT_FALSE(memory.reloadFlag);
+    }
+}
+
+TEST_F(GroupTest, SetAllDrawInfoMakesTheTableEqualItsInput) {
+    memory.names = {{"A", "B"}};
+    CTaSettingHandle& repository = Repository();
+    GroupRecords all;
+    repository.GetAllDrawInfo(all);
+    const GroupRecords dropped{all[1]};
+    all.pop_back();
+    all[0].second.iStudyShowCount = 8;
+    repository.SetAllDrawInfo(all);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("A"), 8);
+    EXPECT_EQ(repository.GetDrawInfo("A"), all[0].second.pDrawInfo);
+    EXPECT_EQ(repository.GetUniNumByGroupName("B"), -1);
+    // The objects of the dropped entry are the caller's now.
+    EXPECT_EQ(MemoryDrawInfo::LiveCount(), 2);
+    delete dropped[0].second.pDrawInfo;
+    delete dropped[0].second.pDataRepository;
+}
+
+TEST_F(GroupTest, SetAllDrawInfoSurvivesAReloadThatDestroysItsInput) {
+    memory.names = {{"A", "B"}};
+    CTaSettingHandle& repository = Repository();
+    GroupRecords all;
+    repository.GetAllDrawInfo(all);
+    all[1].second.iStudyShowCount = 8;
+    // One entry brings a draw info of its own and keeps the old data repository.
+    auto* own = new MemoryDrawInfo({});
+    all[0].second.pDrawInfo = own;
+    ChangeElsewhere({"A", "B"});
+    repository.SetAllDrawInfo(all);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 8);
+    EXPECT_EQ(repository.GetDrawInfo("A"), own);
+    EXPECT_EQ(repository.GetTaDataInterface("A")->GetRepositories(),
+              std::vector{repository.GetTaDataRepository("A")});
+    repository.GetTaDataRepository("A")->vSetBars({}, std::make_shared<BarSeries>());
+    auto* drawInfo = dynamic_cast<MemoryDrawInfo*>(repository.GetDrawInfo("B"));
+    ASSERT_NE(drawInfo, nullptr);
+    drawInfo->params = {"usable"};
+    EXPECT_EQ(MemoryDrawInfo::LiveCount(), 2);
+}
+
+TEST_F(GroupTest, AChartModuleThatGivesNothingLeavesGroupsWithoutDrawInfo) {
+    memory.names = {{"A", "B"}};
+    chartModule.FailOnCall("MakeTaDrawInfo", 1);
+    CTaSettingHandle& repository = Repository();
+    EXPECT_EQ(repository.GetDrawInfo("A"), nullptr);
+    EXPECT_NE(repository.GetDrawInfo("B"), nullptr);
+    EXPECT_NE(repository.GetTaDataRepository("A"), nullptr);
+    SettingsByGroup strings;
+    EXPECT_EQ(repository.GetAllStudyParamSetting(strings), 1);
+    ASSERT_EQ(strings.size(), 1u);
+    EXPECT_EQ(strings[0].first, "B");
+    repository.DeleteAllParam("A");
+    EXPECT_EQ(repository.StudyTypeToStudyName(0), "") << "the default group has no draw info";
+    EXPECT_EQ(repository.StudyNameToStudyType("X"), 0);
+}
+
+TEST_F(GroupTest, TheHiddenWindowIsAChildOfTheFrame) {
+    EXPECT_TRUE(Repository().IsWindow());
+    EXPECT_EQ(Repository().GetParent(), &frame);
+    EXPECT_EQ(memoryChartModule.windows, std::vector<CWnd*>{&Repository()});
+}
+
+// ---- Telling the chart views ----
+
+class NotificationTest : public GroupTest {
+protected:
+    ViewLog log;
+    RecordingView first{"1", log};
+    RecordingView second{"2", log};
+    RecordingView third{"3", log};
+
+    static std::pair<std::string, SentMessage> Group(const char* view, std::uintptr_t index) {
+        return {view, {kGroupChangeMessage, index, 0}};
+    }
+    static std::pair<std::string, SentMessage> Lines(const char* view) {
+        return {view, {kTrendLineChangeMessage, 0, 0}};
+    }
+};
+
+TEST_F(NotificationTest, TheMessagesAreTheRegisteredOnes) {
+    EXPECT_EQ(kGroupChangeMessage, window::RegisterWindowMessageA("MXMSG_TAGROUP_CHANGE"));
+    EXPECT_EQ(kTrendLineChangeMessage, window::RegisterWindowMessageA("MXMSG_TATRENDLINE_CHANGE"));
+    EXPECT_NE(kGroupChangeMessage, kTrendLineChangeMessage);
+}
+
+TEST_F(NotificationTest, AReloadTellsGroupByGroupAndThenOfTheLines) {
+    CTaSettingHandle& repository = Repository();
+    for (RecordingView* view : {&first, &second, &third, &first}) {
+        repository.AddTechViewPtr(view);
+    }
+    repository.AddTechViewPtr(nullptr);
+    ChangeElsewhere({"A", "B"});
+    repository.ReloadTASetting();
+    EXPECT_EQ(log, (ViewLog{Group("1", 0), Group("2", 0), Group("3", 0), Group("1", 1),
+                            Group("2", 1), Group("3", 1), Lines("1"), Lines("2"), Lines("3")}));
+    log.clear();
+    repository.RemoveTechViewPtr(&first);
+    repository.RemoveTechViewPtr(&first);
+    repository.SendMsg2AllTechView(kGroupChangeMessage, 5);
+    EXPECT_EQ(log, (ViewLog{Group("2", 5), Group("3", 5)}));
+}
+
+TEST_F(NotificationTest, AViewMayCallBackWhileItIsTold) {
+    CTaSettingHandle& repository = Repository();
+    repository.AddTechViewPtr(&first);
+    repository.AddTechViewPtr(&second);
+    int seen = 0;
+    first.onMessage = [&](const SentMessage& sent) {
+        if (sent.message == kGroupChangeMessage) {
+            seen += repository.GetStudyCountByGroupName("A") == 4 ? 1 : 100;
+        }
+        // Another party is quick: the next reload comes from inside this one.
+        if (seen == 1) {
+            ++seen;
+            ChangeElsewhere({"A"});
+            repository.FindGroup("A");
+        }
+    };
+    ChangeElsewhere({"A", "B", "C"});
+    repository.ReloadTASetting();
+    EXPECT_EQ(Names(), std::vector<CString>{"A"});
+    // The inner reload tells of its one group; the outer one then has no further group to tell of.
+    EXPECT_EQ(log, (ViewLog{Group("1", 0), Group("1", 0), Group("2", 0), Lines("1"), Lines("2"),
+                            Group("2", 0), Lines("1"), Lines("2")}));
+}
+
+TEST_F(NotificationTest, AFlagThatCannotBeLoweredBringsOneReloadAtATime) {
+    CTaSettingHandle& repository = Repository();
+    repository.AddTechViewPtr(&first);
+    store.FailOnCall("SetTASettingReloadType", CallPlan::kEveryCall);
+    ChangeElsewhere({"A"});
+    first.onMessage = [&](const SentMessage&) { repository.FindGroup("A"); };
+    repository.ReloadTASetting();
+    EXPECT_EQ(log, (ViewLog{Group("1", 0), Lines("1")}));
+}
+
+TEST_F(NotificationTest, AViewThatUnregistersItselfIsTolerated) {
+    CTaSettingHandle& repository = Repository();
+    for (RecordingView* view : {&first, &second, &third}) {
+        repository.AddTechViewPtr(view);
+    }
+    third.onMessage = [&](const SentMessage&) { repository.RemoveTechViewPtr(&third); };
+    repository.SendTLineUpdate2AllTechView();
+    repository.SendTLineUpdate2AllTechView();
+    EXPECT_EQ(log, (ViewLog{Lines("1"), Lines("2"), Lines("3"), Lines("1"), Lines("2")}));
+}
+
+}  // namespace
+}  // namespace ta::test

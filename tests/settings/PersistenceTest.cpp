@@ -1,0 +1,281 @@
+// What goes to the store and comes back, and in which order.
+
+#include "tests/support/TestAccess.h"
+
+#include <gtest/gtest.h>
+
+namespace ta::test {
+namespace {
+
+class PersistenceTest : public SettingsFixture {
+protected:
+    MemoryDrawInfo& DrawInfo(const CString& name) {
+        auto* drawInfo = dynamic_cast<MemoryDrawInfo*>(Repository().GetDrawInfo(name));
+        EXPECT_NE(drawInfo, nullptr);
+        return *drawInfo;
+    }
+    /// Everything of group 0 set to something that is no default.
+    void StoreUncommonGroup() {
+        memory.names = {{"A"}};
+        memory.uniNums[0] = 42;
+        for (int pane = 1; pane <= 10; ++pane) {
+            char key[32];
+            std::snprintf(key, sizeof key, "StudyTypeLogKey%02d", pane);
+            memory.studyLists[{0, key}] = {pane, pane + 100, -1, -1, -1, -1, -1, -1};
+        }
+        memory.params[0] = {"p1", "", "p3"};
+        memory.shapes[0] = {"s1"};
+        memory.showCounts[0] = 9;
+        memory.wndShowKeys[0] = 13;
+        memory.scalePos[0] = 4'000'000'000;
+        memory.chartGrid[0] = false;
+        memory.cursor[0] = false;
+        memory.cursorOld[0] = true;
+        memory.showTAInfo[0] = false;
+        memory.crossLine[0] = false;
+        memory.lowIdx[0] = true;
+        memory.highLow[0] = false;
+        memory.cdp[0] = true;
+        memory.cursorLineLockMode[0] = 5;
+        memory.cursorMoveStyle[0] = 1;
+    }
+    /// The lines that saving one group gives.
+    static std::vector<std::string> GroupLines(int index, int uniNum) {
+        const std::string i = std::to_string(index);
+        std::vector<std::string> lines;
+        const std::vector<std::string> panes{"0 4 -1 -1 -1 -1 -1 -1", "16 -1 -1 -1 -1 -1 -1 -1",
+                                             "23 -1 -1 -1 -1 -1 -1 -1", "22 -1 -1 -1 -1 -1 -1 -1"};
+        for (int pane = 1; pane <= 10; ++pane) {
+            const std::string studies =
+                pane <= 4 ? panes[static_cast<std::size_t>(pane - 1)] : "-1 -1 -1 -1 -1 -1 -1 -1";
+            lines.push_back("SaveTAGroupStudyList(" + i + ", StudyTypeLogKey" +
+                            (pane < 10 ? "0" : "") + std::to_string(pane) + ", [" + studies + "])");
+        }
+        for (const std::string& line :
+             {"SaveTAStudyParamSetting(" + i + ", [p])", "SaveTAStudyShapeSetting(" + i + ", [s])",
+              "SaveTAStudyShowCount(" + i + ", 4)", "SaveTATechWndShowKey(" + i + ", 4)",
+              "SaveTASettingScalePos(" + i + ", 0)", "SaveTASettingChartGrid(" + i + ", true)",
+              "SaveTASettingCursor(" + i + ", true)", "SaveTASettingCursorOld(" + i + ", false)",
+              "SaveTASettingShowTAInfo(" + i + ", true)", "SaveTASettingCrossLine(" + i + ", true)",
+              "SaveTASettingLowIdx(" + i + ", false)", "SaveTASettingHighLow(" + i + ", true)",
+              "SaveTASettingCDP(" + i + ", false)", "SaveTASettingCursorLineLockMode(" + i + ", 0)",
+              "SaveTASettingCursorMoveStyle(" + i + ", 0)",
+              "SaveTAGroupUniNum(" + i + ", " + std::to_string(uniNum) + ")"}) {
+            lines.push_back(line);
+        }
+        return lines;
+    }
+};
+
+TEST_F(PersistenceTest, SavingEverythingIsOneFixedSequence) {
+    memory.names = {{"A", "B", "C"}};
+    memory.uniNums = {{0, 7}, {1, 3}, {2, 5}};
+    memory.paramDefaults = {{"p"}};
+    memory.shapeDefaults = {{"s"}};
+    memory.trendLines["MXTechView"]["0a/2330"] = {{"0a/2330/0000/0/x", {"2002/a/b/c/1/"}}};
+    CTaSettingHandle& repository = Repository();
+    store.TakeLines();
+    repository.SaveAllGroupSetting();
+    std::vector<std::string> expected{
+        "GetTASettingReloadType()",
+        "SaveTATrendLine(MXTechView, 0a/2330, [0a/2330/0000/0/x=[2002/a/b/c/1/]])",
+        "SaveTAGroupNameList([A B C])"};
+    const std::vector<int> uniNums{7, 3, 5};
+    for (int i = 0; i < 3; ++i) {
+        for (const std::string& line : GroupLines(i, uniNums[static_cast<std::size_t>(i)])) {
+            expected.push_back(line);
+        }
+    }
+    expected.push_back("PackFile()");
+    EXPECT_EQ(store.TakeLines(), expected);
+    EXPECT_EQ(memory.studyLists.size(), 30u);
+    EXPECT_EQ(memory.packCount, 1);
+}
+
+TEST_F(PersistenceTest, LoadingIsOneFixedSequence) {
+    memory.names = {{"A", "B"}};
+    memory.trendLines["MXTechView"]["0a/2330"] = {{"0a/2330/0000/0/x", {"l"}}};
+    Repository();
+    std::vector<std::string> expected{"GetTAGroupMaxCount()", "LoadTAGroupNameList()"};
+    const auto forBoth = [&](const std::string& operation) {
+        expected.push_back(operation + "(0)");
+        expected.push_back(operation + "(1)");
+    };
+    for (const std::string group : {"0", "1"}) {
+        for (int pane = 1; pane <= 10; ++pane) {
+            expected.push_back("LoadTAGroupStudyList(" + group + ", StudyTypeLogKey" +
+                               (pane < 10 ? "0" : "") + std::to_string(pane) + ")");
+        }
+        expected.push_back("LoadTAGroupUniNum(" + group + ")");
+    }
+    expected.push_back("LoadTAStudyParamDefaultSetting()");
+    forBoth("LoadTAStudyParamSetting");
+    expected.push_back("LoadTAStudyShapeDefaultSetting()");
+    forBoth("LoadTAStudyShapeSetting");
+    forBoth("LoadTAStudyShowCount");
+    forBoth("LoadTATechWndShowKey");
+    for (const std::string group : {"0", "1"}) {
+        for (const std::string option :
+             {"ScalePos", "ChartGrid", "Cursor", "CursorOld", "ShowTAInfo", "CrossLine", "LowIdx",
+              "HighLow", "CDP", "CursorLineLockMode", "CursorMoveStyle"}) {
+            expected.push_back("LoadTASetting" + option + "(" + group + ")");
+        }
+    }
+    for (const std::string line :
+         {"LoadTATrendLineSettingClass()", "LoadTATrendLineSettingSymbols(MXTechView)",
+          "LoadTATrendLineSymbolUpdTime(MXTechView, 10, 2330)",
+          "LoadTATrendLine(MXTechView, 0a/2330)"}) {
+        expected.push_back(line);
+    }
+    EXPECT_EQ(store.TakeLines(), expected);
+}
+
+TEST_F(PersistenceTest, WhatIsStoredComesBackTheSame) {
+    StoreUncommonGroup();
+    Repository();
+    memory = MemoryConfigStore();
+    Repository().SaveAllGroupSetting();
+    MemoryConfigStore saved = memory;
+    StoreUncommonGroup();
+    EXPECT_EQ(saved.names, memory.names);
+    EXPECT_EQ(saved.studyLists, memory.studyLists);
+    EXPECT_EQ(saved.uniNums, memory.uniNums);
+    EXPECT_EQ(saved.params, memory.params);
+    EXPECT_EQ(saved.shapes, memory.shapes);
+    EXPECT_EQ(saved.showCounts, memory.showCounts);
+    EXPECT_EQ(saved.wndShowKeys, memory.wndShowKeys);
+    EXPECT_EQ(saved.scalePos, memory.scalePos);
+    EXPECT_EQ(saved.chartGrid, memory.chartGrid);
+    EXPECT_EQ(saved.cursor, memory.cursor);
+    EXPECT_EQ(saved.cursorOld, memory.cursorOld);
+    EXPECT_EQ(saved.showTAInfo, memory.showTAInfo);
+    EXPECT_EQ(saved.crossLine, memory.crossLine);
+    EXPECT_EQ(saved.lowIdx, memory.lowIdx);
+    EXPECT_EQ(saved.highLow, memory.highLow);
+    EXPECT_EQ(saved.cdp, memory.cdp);
+    EXPECT_EQ(saved.cursorLineLockMode, memory.cursorLineLockMode);
+    EXPECT_EQ(saved.cursorMoveStyle, memory.cursorMoveStyle);
+}
+
+TEST_F(PersistenceTest, StringsThatAreNotStoredAreTheDefaults) {
+    memory.names = {{"A", "B"}};
+    memory.paramDefaults = {{"default"}};
+    memory.params[1] = {};
+    EXPECT_EQ(DrawInfo("A").params, std::vector<CString>{"default"});
+    EXPECT_TRUE(DrawInfo("B").params.empty()) << "a stored empty list is no default";
+    EXPECT_TRUE(DrawInfo("A").shapes.empty());
+    EXPECT_EQ(DrawInfo("A").paramModes, std::vector{int{kDrawInfoLoad}});
+    SettingsByGroup strings;
+    Repository().GetAllStudyParamSetting(strings);
+    EXPECT_EQ(strings, (SettingsByGroup{{"A", {"default"}}, {"B", {}}}));
+}
+
+TEST_F(PersistenceTest, WithoutStoredDefaultsANewGroupGetsNoStrings) {
+    CTaSettingHandle& repository = Repository();
+    store.TakeLines();
+    repository.AddGroupSetting("N");
+    EXPECT_EQ(store.TakeLines(),
+              (std::vector<std::string>{"GetTASettingReloadType()", "GetTAGroupMaxCount()"}));
+    EXPECT_TRUE(DrawInfo("N").paramModes.empty());
+}
+
+TEST_F(PersistenceTest, SettersThatWriteAtOnce) {
+    memory.names = {{"A", "B"}};
+    CTaSettingHandle& repository = Repository();
+    store.TakeLines();
+    std::vector<CString> names{"B", "A"};
+    repository.SetGroupNameList(names);
+    repository.SetStudyCountByGroupName("A", 6);
+    repository.SetTechWndKeyByGroupName("A", -2);
+    repository.SetStudyListByGroupName("A", {{3}});
+    repository.SetStudyParamSettingByGroupName("A", {"x"}, kDrawInfoReplace);
+    repository.SetStudyShapeSettingByGroupName("A", {"y"});
+    std::vector<std::string> lines = store.TakeLines();
+    std::erase(lines, "GetTASettingReloadType()");
+    EXPECT_EQ(lines,
+              (std::vector<std::string>{"SaveTAGroupNameList([B A])", "SaveTAStudyShowCount(1, 6)",
+                                        "SaveTATechWndShowKey(1, -2)"}));
+    EXPECT_EQ(DrawInfo("A").paramModes, (std::vector{int{kDrawInfoLoad}, int{kDrawInfoReplace}}));
+    EXPECT_EQ(DrawInfo("A").shapeModes, (std::vector{int{kDrawInfoLoad}, int{kDrawInfoLoad}}));
+    EXPECT_EQ(memory.packCount, 0);
+}
+
+TEST_F(PersistenceTest, DeletingMovesTheOthersUpAtTheNextSave) {
+    memory.names = {{"A", "B", "C"}};
+    memory.showCounts = {{0, 1}, {1, 2}, {2, 3}};
+    CTaSettingHandle& repository = Repository();
+    EXPECT_EQ(repository.DeleteGroupSetting("B"), 1);
+    EXPECT_EQ(memory.names, (std::vector<CString>{"A", "B", "C"}));
+    repository.SaveAllGroupSetting();
+    EXPECT_EQ(memory.names, (std::vector<CString>{"A", "C"}));
+    EXPECT_EQ(memory.showCounts[1], 3);
+    EXPECT_EQ(memory.uniNums[1], 2);
+}
+
+TEST_F(PersistenceTest, AnotherPartyThatSavesMeanwhileIsLoadedAfterTheSave) {
+    memory.names = {{"A", "B"}};
+    CTaSettingHandle& repository = Repository();
+    repository.SetStudyListByGroupName("B", {{5}});
+    store.RunBefore("SaveTAStudyShowCount", 1, [&] { memory.reloadFlag = true; });
+    repository.SaveAllGroupSetting();
+    // Both groups as this party had them: no mixture of two states was stored.
+    EXPECT_EQ((memory.studyLists[{1, "StudyTypeLogKey01"}].front()), 5);
+    EXPECT_EQ(memory.packCount, 1);
+    EXPECT_TRUE(memory.reloadFlag);
+    repository.ReloadTASetting();
+    EXPECT_FALSE(memory.reloadFlag);
+}
+
+TEST_F(PersistenceTest, FailedSavesAreNotRetriedAndLeaveMemoryAsItIs) {
+    memory.names = {{"A"}};
+    CTaSettingHandle& repository = Repository();
+    repository.AddGroupSetting("B");
+    store.FailOnCall(CallPlan::kEveryCall);
+    repository.SetStudyCountByGroupName("B", 8);
+    repository.SaveAllGroupSetting();
+    EXPECT_EQ(store.Calls("SaveTAStudyShowCount"), 3);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 8);
+    EXPECT_EQ(memory.names, std::vector<CString>{"A"});
+}
+
+TEST_F(PersistenceTest, EverySingleFailingLoadLeavesADefault) {
+    StoreUncommonGroup();
+    Repository();
+    const int loads = store.Calls();
+    for (int n = 1; n <= loads; ++n) {
+        EndRepository();
+        store.Reset();
+        store.FailOnCall(n);
+        StudyLists lists;
+        Repository().GetStudyListByGroupName(Repository().GetSystemDefaultGroup(), lists);
+        EXPECT_EQ(lists.size(), 10u) << n;
+        EXPECT_GE(lists[0][0], 0) << n;
+        EXPECT_GE(Repository().GetUniNumByGroupIndex(0), 0) << n;
+    }
+}
+
+TEST_F(PersistenceTest, StoredGarbageIsLoadedByTheRulesAndSavedBack) {
+    memory.names = {{"Twice", "Twice", "", "\xA5\x5D\xA5\x7C"}};
+    memory.uniNums = {{0, 3}, {1, 3}, {2, 3}, {3, -7}};
+    memory.showCounts = {{0, -5}, {1, 2'000'000'000}};
+    memory.studyLists[{0, "StudyTypeLogKey01"}] = {};
+    memory.studyLists[{1, "StudyTypeLogKey01"}] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
+    memory.studyLists[{2, "StudyTypeLogKey01"}] = std::vector<std::int32_t>(100'000, 6);
+    CTaSettingHandle& repository = Repository();
+    std::vector<CString> names;
+    EXPECT_EQ(repository.GetGroupNameList(names), 4u);
+    StudyLists lists;
+    EXPECT_EQ(repository.GetStudyListByGroupName("Twice", lists), 1);
+    EXPECT_EQ(lists[0], (std::vector<StudyType>{1, 2, 3, 4, 5, 6, 7, 8}));
+    EXPECT_EQ(repository.GetStudyListByGroupName("", lists), 1);
+    EXPECT_EQ(lists[0], std::vector<StudyType>(8, 6));
+    EXPECT_EQ(repository.GetStudyCountByGroupName("Twice"), 2'000'000'000);
+    repository.SaveAllGroupSetting();
+    EXPECT_EQ(memory.names, names);
+    EXPECT_EQ(memory.uniNums, (std::map<unsigned, int>{{0, 3}, {1, 3}, {2, 3}, {3, -7}}));
+    EXPECT_EQ((memory.studyLists[{0, "StudyTypeLogKey01"}]),
+              (std::vector<std::int32_t>{1, 2, 3, 4, 5, 6, 7, 8}));
+}
+
+}  // namespace
+}  // namespace ta::test

@@ -1,0 +1,289 @@
+// Trend-line keys, data strings, the table of lines and their dates.
+
+#include "platform/Text.h"
+#include "settings/TrendLineKeys.h"
+#include "tests/support/TestAccess.h"
+
+#include <gtest/gtest.h>
+
+namespace ta::test {
+namespace {
+
+class TrendLineTest : public SettingsFixture {
+protected:
+    int Add(const CString& symbolKey, const CString& data, int period = 0, int count = 0,
+            const CString& chartClass = kTechViewClass) {
+        return Repository().AddTrendLineData(chartClass, symbolKey, "x", period, data, count);
+    }
+    std::vector<CString> Lines(const CString& symbolKey, int period = 0, int count = 0) {
+        std::vector<CString> lines;
+        Repository().GetTrendLineData(kTechViewClass, symbolKey, "x", period, count, lines);
+        return lines;
+    }
+};
+
+TEST_F(TrendLineTest, Keys) {
+    using namespace settings;
+    EXPECT_EQ(PackSymbolKey(10, "2330"), "0a/2330");
+    EXPECT_EQ(PackTrendLineSymbolKey("MXTechView", "0a/2330"), "MXTechView-0a/2330");
+    // The count is written for minutes and seconds alone.
+    const std::vector<std::pair<int, std::string>> keys{
+        {-1, "0a/2330/-001/0/x"}, {0, "0a/2330/0000/0/x"}, {1, "0a/2330/0001/0/x"},
+        {2, "0a/2330/0002/0/x"},  {3, "0a/2330/0003/5/x"}, {4, "0a/2330/0004/5/x"},
+        {5, "0a/2330/0005/0/x"}};
+    for (const auto& [period, key] : keys) {
+        EXPECT_EQ(PackTrendLineTypeKey("0a/2330", "x", period, 5), key);
+    }
+}
+
+TEST_F(TrendLineTest, KeyDecoders) {
+    CTaSettingHandle& repository = Repository();
+    CString chartClass = "kept";
+    CString symbolKey = "kept";
+    for (const char* malformed : {"", "MXTechView"}) {
+        EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey(malformed, chartClass, symbolKey), 0);
+    }
+    EXPECT_EQ(chartClass, "kept");
+    EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey("V-0a/TX-W1", chartClass, symbolKey), 1);
+    EXPECT_EQ(chartClass, "V");
+    EXPECT_EQ(symbolKey, "0a/TX-W1");
+
+    unsigned char service = 77;
+    CString symbol = "kept";
+    for (const char* malformed : {"", "0a2330"}) {
+        EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey(malformed, service, symbol), 0);
+    }
+    EXPECT_EQ(service, 77);
+    EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey("0a/2330/W", service, symbol), 1);
+    EXPECT_EQ(service, 10);
+    EXPECT_EQ(symbol, "2330/W");
+    EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey("FF/", service, symbol), 1);
+    EXPECT_EQ(service, 255);
+    EXPECT_EQ(symbol, "");
+
+    CString name = "kept";
+    int period = 77;
+    int count = 77;
+    for (const char* malformed : {"", "0a/2330/0003/5"}) {
+        EXPECT_EQ(repository.DecodeTrendLineTypeKey(malformed, symbolKey, name, period, count), 0);
+    }
+    EXPECT_EQ(name, "kept");
+    EXPECT_EQ(
+        repository.DecodeTrendLineTypeKey("0a/2330/0003/15/a/b", symbolKey, name, period, count),
+        1);
+    EXPECT_EQ(symbolKey, "0a/2330");
+    EXPECT_EQ(name, "a/b");
+    EXPECT_EQ(period, 3);
+    EXPECT_EQ(count, 15);
+    EXPECT_EQ(repository.DecodeTrendLineTypeKey("///99999999999999999999/", symbolKey, name, period,
+                                                count),
+              1);
+    EXPECT_EQ(symbolKey, "/");
+    EXPECT_EQ(period, 0);
+    EXPECT_EQ(count, 2147483647);
+    // An output may be the key itself.
+    CString inPlace = "V-0a/2330";
+    EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey(inPlace, chartClass, inPlace), 1);
+    EXPECT_EQ(inPlace, "0a/2330");
+}
+
+TEST_F(TrendLineTest, DataStrings) {
+    CTaSettingHandle& repository = Repository();
+    struct Case {
+        const char* data;
+        int result;
+        int kind;
+        bool flag;
+    };
+    for (const Case& c :
+         {Case{"2002/a/b/c/1/", 1, 2002, true}, Case{"2002/a/b/c/10/rest", 1, 2002, true},
+          Case{"2002/a/b/c/0/", 1, 2002, false}, Case{"2002/a/b/c//", 1, 2002, false},
+          Case{"2002////1/", 1, 2002, true}, Case{"2002/a/b/c/1", 0, 2002, false},
+          Case{"2002/a/b", 0, 2002, false}, Case{"x/a/b/c/1/", 1, 0, true},
+          Case{" 2021abc/a/b/c/01/", 1, 2021, false}}) {
+        int kind = -1;
+        CString name = "unset";
+        bool flag = false;
+        EXPECT_EQ(repository.DecodeTrendLineData(c.data, kind, name, flag), c.result) << c.data;
+        EXPECT_EQ(kind, c.kind) << c.data;
+        EXPECT_NE(name, "unset") << c.data;
+        EXPECT_EQ(flag, c.flag) << c.data;
+    }
+    int kind = -1;
+    CString name = "unset";
+    bool flag = true;
+    for (const char* unreadable : {"", "2002"}) {
+        EXPECT_EQ(repository.DecodeTrendLineData(unreadable, kind, name, flag), 0);
+    }
+    EXPECT_EQ(kind, -1);
+    EXPECT_EQ(name, "unset");
+    EXPECT_TRUE(flag);
+}
+
+TEST_F(TrendLineTest, KindsHaveTheirNames) {
+    const CString prefix = "IDC_TECHVIEW-TRENDLINE_TRENDNAME_";
+    const std::vector<std::pair<int, CString>> names{
+        {2002, "HORIZONTAL"},      {2004, "LINE"},         {2005, "RAILLINE"},
+        {2006, "PARALLEL"},        {2007, "STOCKBOX"},     {2008, "GOLDENWAVE"},
+        {2009, "GOLDEN_CUT"},      {2010, "GOLDENCUT_UP"}, {2011, "GOLDENCUT_DOWN"},
+        {2012, "GOLDENYIELDTIME"}, {2013, "OPP_DOWNGUMP"}, {2014, "OPP_UPGUMP"},
+        {2015, "ABS_DOWNGUMP"},    {2016, "ABS_UPGUMP"},   {2017, "PHASE"},
+        {2018, "ORDINALTIME"},     {2019, "EVENTIME"},     {2020, "GOLDENRULER"},
+        {2021, "LINESEGMENT"}};
+    for (const auto& [kind, key] : names) {
+        EXPECT_EQ(settings::TrendLineKindName(kind), prefix + key);
+    }
+    for (const int nameless : {2001, 2003, 2022, 0, -1}) {
+        EXPECT_EQ(settings::TrendLineKindName(nameless), "");
+    }
+}
+
+TEST_F(TrendLineTest, AddingKeepsOrderAndSkipsDuplicates) {
+    EXPECT_EQ(Add("", "l"), 0);
+    EXPECT_EQ(Add("0a/2330", ""), 0);
+    EXPECT_EQ(Add("0a/2330", "l", 0, 0, ""), 0);
+    EXPECT_EQ(Repository().AddTrendLineData("V", "0a/2330", "", 0, "l", 0), 0);
+    // Past the size at which lines are looked up by an index.
+    std::vector<CString> expected;
+    for (int i = 0; i < 200; ++i) {
+        expected.push_back("line" + std::to_string(i * 7 % 200));
+        EXPECT_EQ(Add("0a/2330", expected.back()), 1);
+        EXPECT_EQ(Add("0a/2330", expected[expected.size() / 2]), 1);
+    }
+    EXPECT_EQ(Lines("0a/2330"), expected);
+    EXPECT_TRUE(memory.trendLines.empty()) << "adding does not write";
+}
+
+TEST_F(TrendLineTest, PeriodsAndCountsAreApart) {
+    Add("0a/2330", "daily", 0, 5);
+    Add("0a/2330", "five", 3, 5);
+    Add("0a/2330", "fifteen", 3, 15);
+    EXPECT_EQ(Lines("0a/2330", 0, 99), std::vector<CString>{"daily"});
+    EXPECT_EQ(Lines("0a/2330", 3, 5), std::vector<CString>{"five"});
+    EXPECT_EQ(Repository().GetTrendLineCount(kTechViewClass, "0a/2330"), 3u);
+    TrendLineList all;
+    EXPECT_EQ(Repository().GetAllTrendLineData("MXTechView-0a/2330", all), 1);
+    EXPECT_EQ(all, (TrendLineList{{"0a/2330/0000/0/x", {"daily"}},
+                                  {"0a/2330/0003/15/x", {"fifteen"}},
+                                  {"0a/2330/0003/5/x", {"five"}}}));
+    EXPECT_EQ(Repository().GetAllTrendLineData("MXTechView-0a/2317", all), 0);
+    EXPECT_TRUE(all.empty());
+}
+
+TEST_F(TrendLineTest, AClassIsFoundAnywhereInTheKey) {
+    CTaSettingHandle& repository = Repository();
+    Add("0a/2330", "a");
+    Add("0a/2330", "b", 0, 0, "MXTechView2");
+    Add("0a/MXTechView", "c", 0, 0, "Other");
+    EXPECT_EQ(repository.GetTrendLineCount("MXTechView"), 3u);
+    EXPECT_EQ(repository.GetTrendLineSymbolCount("MXTechView"), 3u);
+    EXPECT_EQ(repository.GetTrendLineCount("MXTechView2"), 1u);
+    EXPECT_EQ(repository.GetTrendLineCount("MXTechView", "0a/2330"), 1u);
+    for (const CString empty : {"", ""}) {
+        EXPECT_EQ(repository.GetTrendLineCount(empty), 0u);
+        EXPECT_EQ(repository.GetTrendLineSymbolCount(empty), 0u);
+        EXPECT_EQ(repository.GetTrendLineCount(empty, "0a/2330"), 0u);
+        EXPECT_EQ(repository.GetTrendLineCount("MXTechView", empty), 0u);
+        repository.ReleaseTrendLine(empty);
+        repository.ClearAllTrendLine(empty);
+    }
+    repository.SaveTrendLineData();
+    repository.ReleaseTrendLine("MXTechView2");
+    EXPECT_EQ(repository.GetTrendLineCount("MXTechView"), 2u);
+    EXPECT_EQ(memory.trendLines.size(), 3u) << "releasing leaves the store alone";
+    repository.ClearAllTrendLine("MXTechView");
+    EXPECT_EQ(repository.GetTrendLineCount("MXTechView"), 0u);
+    EXPECT_FALSE(memory.trendLines.contains("MXTechView"));
+    EXPECT_TRUE(memory.trendLines.contains("MXTechView2")) << "the store removes the class itself";
+}
+
+TEST_F(TrendLineTest, TheLastLineOfASymbolLeavesTheStoreToo) {
+    memory.trendLines["MXTechView"]["0a/2330"] = {{"0a/2330/0000/0/x", {"l"}}};
+    memory.trendLineDates[{"MXTechView", 10, "2330"}] = "2026-01-02";
+    CTaSettingHandle& repository = Repository();
+    EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "2026-01-02");
+    EXPECT_EQ(repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, 0, {}), 1);
+    EXPECT_EQ(repository.SetTrendLineData(kTechViewClass, "0a/9999", "x", 0, 0, {}), 1);
+    EXPECT_EQ(repository.GetTrendLineSymbolCount(kTechViewClass), 0u);
+    EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "");
+    store.TakeLines();
+    repository.SaveTrendLineData();
+    repository.SaveTrendLineData();
+    EXPECT_EQ(store.TakeLines(),
+              std::vector<std::string>{"SaveTATrendLine(MXTechView, 0a/2330, [])"});
+    // A line drawn again before the save is stored, not removed.
+    repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, 0, {"m"});
+    repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, 0, {});
+    repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, 0, {"n"});
+    store.TakeLines();
+    repository.SaveTrendLineData();
+    EXPECT_EQ(
+        store.TakeLines(),
+        std::vector<std::string>{"SaveTATrendLine(MXTechView, 0a/2330, [0a/2330/0000/0/x=[n]])"});
+}
+
+TEST_F(TrendLineTest, LinesOfAnotherClassThatAReloadBringsBackAreNotRemoved) {
+    memory.trendLines["Other"]["0a/2330"] = {{"0a/2330/0000/0/x", {"l"}}};
+    CTaSettingHandle& repository = Repository();
+    repository.SetTrendLineData("Other", "0a/2330", "x", 0, 0, {});
+    repository.SetTrendLineData("Other", "0a/2330", "y", 0, 0, {"unsaved"});
+    memory.reloadFlag = true;
+    EXPECT_EQ(repository.GetTrendLineCount("Other"), 1u);
+    store.TakeLines();
+    repository.SaveTrendLineData();
+    EXPECT_EQ(store.TakeLines(),
+              std::vector<std::string>{"SaveTATrendLine(Other, 0a/2330, [0a/2330/0000/0/x=[l]])"});
+}
+
+TEST_F(TrendLineTest, TheDateOfChangeIsTheLocalDay) {
+    Add("0a/2330", "l");
+    CTaSettingHandle& repository = Repository();
+    clock.now = 1'767'196'800;  // midnight of 2026-01-01 in Taipei
+    store.TakeLines();
+    repository.UpdateTrendLineSymbolTime(kTechViewClass, 10, "2330");
+    repository.UpdateTrendLineSymbolTime(kTechViewClass, 10, "2317");
+    std::vector<std::string> lines = store.TakeLines();
+    std::erase(lines, "GetTASettingReloadType()");
+    EXPECT_EQ(lines, std::vector<std::string>{
+                         "SaveTATrendLineSymbolUpdTime(MXTechView, 10, 2330, 2026-01-01)"});
+    EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "2026-01-01");
+    EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2317"), "");
+}
+
+TEST_F(TrendLineTest, LinesAreLoadedAtStartAndAfterAReload) {
+    const CString name = text::FromUtf8("台積電/功");
+    memory.trendLines["MXTechView"]["0a/2330"] = {{"0a/2330/0000/0/" + name, {"l", "l", "m"}}};
+    memory.trendLines["Other"]["0b/X"] = {{"0b/X/0000/0/x", {"o"}}};
+    CTaSettingHandle& repository = Repository();
+    std::vector<CString> lines;
+    EXPECT_EQ(repository.GetTrendLineData(kTechViewClass, "0a/2330", name, 0, 0, lines), 1);
+    EXPECT_EQ(lines, (std::vector<CString>{"l", "l", "m"})) << "as stored, duplicates included";
+    memory.trendLines["MXTechView"] = {{"0a/2317", {{"0a/2317/0000/0/x", {"n"}}}}};
+    Add("0a/1101", "unsaved");
+    memory.reloadFlag = true;
+    EXPECT_EQ(repository.GetTrendLineCount(kTechViewClass), 1u);
+    EXPECT_EQ(repository.GetTrendLineCount("Other"), 1u);
+    EXPECT_EQ(Lines("0a/2317"), std::vector<CString>{"n"});
+}
+
+TEST_F(TrendLineTest, LimitsComeFromTheEntitlementService) {
+    memoryEntitlement.maxLinesInAll = 100;
+    memoryEntitlement.maxLinesPerSymbol = 5;
+    int inAll = 0;
+    int perSymbol = 0;
+    Repository().GetTATrendLineMaxCount(inAll, perSymbol);
+    EXPECT_EQ(inAll, 100);
+    EXPECT_EQ(perSymbol, 5);
+    // A service that is gone leaves what it said at the load; without any there is no limit.
+    services.entitlement = nullptr;
+    HangIn();
+    Repository().GetTATrendLineMaxCount(inAll, perSymbol);
+    EXPECT_EQ(inAll, 100);
+    EndRepository();
+    Repository().GetTATrendLineMaxCount(inAll, perSymbol);
+    EXPECT_EQ(inAll, -1);
+    EXPECT_EQ(perSymbol, -1);
+}
+
+}  // namespace
+}  // namespace ta::test
