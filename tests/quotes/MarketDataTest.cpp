@@ -1,0 +1,371 @@
+#include "data/generator/SamplePrices.h"
+#include "platform/DayNumber.h"
+#include "platform/Text.h"
+#include "terminal/lang/Language.h"
+#include "terminal/quotes/BarPeriods.h"
+#include "terminal/quotes/MarketData.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <functional>
+#include <set>
+#include <string>
+
+namespace ta::terminal {
+namespace {
+
+double Day(int year, int month, int day) {
+    return static_cast<double>(*DayNumberFromDate({year, month, day}));
+}
+
+double Minute(double day, int hour, int minute) {
+    return day + (hour * 60 + minute) * 60 / 86400.0;
+}
+
+std::vector<CString> Ids(const std::vector<const Symbol*>& symbols) {
+    std::vector<CString> ids;
+    for (const Symbol* symbol : symbols) {
+        ids.push_back(symbol->id);
+    }
+    return ids;
+}
+
+// The shipped data with an empty market of the user's own.
+class SampleData : public testing::Test {
+protected:
+    BarSeries Bars(std::uint8_t market, const CString& id, int period, int count = 0) {
+        QString error;
+        const auto bars = m_data.LoadBars({market, id, period, count}, &error);
+        EXPECT_TRUE(bars) << id << ' ' << error.toStdString();
+        return bars ? *bars : BarSeries{};
+    }
+
+    static const Bar& At(const BarSeries& bars, double time) {
+        static const Bar none;
+        const auto found = std::ranges::find(bars, time, &Bar::time);
+        EXPECT_NE(found, bars.end()) << time;
+        return found == bars.end() ? none : *found;
+    }
+
+    Language m_language;
+    QTemporaryDir m_userFolder;
+    MarketData m_data{TADIALOGS_TEST_DATA_DIR, m_userFolder.path()};
+};
+
+TEST_F(SampleData, CatalogueLoadsWhole) {
+    EXPECT_EQ(m_data.Problems(), QStringList());
+    std::vector<int> markets;
+    for (const Market& market : m_data.Markets()) {
+        markets.push_back(market.id);
+        EXPECT_FALSE(NameOf(market).empty());
+    }
+    EXPECT_EQ(markets, (std::vector<int>{2, 16, 'm', 1, 'O', 'U'}));
+    EXPECT_EQ(m_data.SymbolsOf(2).size(), 6U);
+    EXPECT_EQ(m_data.CommoditiesOf('m').size(), 3U);
+    EXPECT_EQ(m_data.CommoditiesOf(16).size(), 0U);
+    EXPECT_EQ(m_data.SymbolsOf('m', "ETXO").size(), 5U);
+    EXPECT_TRUE(m_data.FindSymbol('m', "ETXO1W-450C")->isWeekly);
+    EXPECT_FALSE(m_data.FindSymbol('m', "ETXO450C")->isWeekly);
+    EXPECT_EQ(m_data.FindSymbol(2, "ETXO450C"), nullptr);
+    EXPECT_EQ(m_data.FindSymbol(2, "spx"), nullptr);
+}
+
+TEST_F(SampleData, SimulatedSymbolsSaySo) {
+    for (const Market& market : m_data.Markets()) {
+        for (const Symbol* symbol : m_data.SymbolsOf(market.id)) {
+            const bool real = market.id == 2;
+            EXPECT_EQ(symbol->chineseName.starts_with(text::FromUtf8("模擬")), !real);
+            EXPECT_EQ(symbol->englishName.starts_with("Simulated"), !real);
+        }
+    }
+}
+
+TEST_F(SampleData, EverySymbolsPricesAreProper) {
+    int loaded = 0;
+    for (const Market& market : m_data.Markets()) {
+        for (const Symbol* symbol : m_data.SymbolsOf(market.id)) {
+            for (const int period : {kDaily, kWeekly, kMonthly, kMinutes}) {
+                if (!m_data.HasPeriod(market.id, symbol->id, period)) {
+                    continue;
+                }
+                const BarSeries bars = Bars(market.id, symbol->id, period, 1);
+                ++loaded;
+                EXPECT_FALSE(bars.empty());
+                EXPECT_TRUE(std::ranges::is_sorted(bars, std::ranges::less_equal(), &Bar::time));
+                for (const Bar& bar : bars) {
+                    ASSERT_LE(bar.low, std::min(bar.open, bar.close)) << symbol->id;
+                    ASSERT_GE(bar.high, std::max(bar.open, bar.close)) << symbol->id;
+                    ASSERT_GE(bar.volume, 0) << symbol->id;
+                    const double steps = bar.close / symbol->priceStep;
+                    ASSERT_NEAR(steps, std::round(steps), 1e-6) << symbol->id;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(loaded, 26 * 3 + 5 + 2);
+}
+
+TEST_F(SampleData, GeneratorGivesTheShippedFiles) {
+    std::set<QString> generated;
+    data::GenerateSamplePrices([&generated](const std::string& path, const std::string& text) {
+        QFile file(QDir(TADIALOGS_TEST_DATA_DIR).filePath(QString::fromStdString(path)));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path;
+        EXPECT_EQ(file.readAll().toStdString(), text) << path;
+        generated.insert(file.fileName());
+    });
+    EXPECT_EQ(generated.size(), 27U);
+}
+
+TEST_F(SampleData, IndexIsTheRealOne) {
+    const BarSeries bars = Bars(2, "SPX", kDaily);
+    ASSERT_EQ(bars.size(), 5105U);
+    EXPECT_EQ(bars.front(), (Bar{Day(2000, 1, 3), 1469.25, 1478, 1438.36, 1455.22, 931800000}));
+    EXPECT_EQ(bars.back(), (Bar{Day(2020, 4, 17), 2842.43, 2879.22, 2830.88, 2874.56, 5792140000}));
+    EXPECT_EQ(At(bars, Day(2008, 12, 31)).close, 903.25);
+}
+
+TEST_F(SampleData, WeeksBeginOnMonday) {
+    const BarSeries weeks = Bars(2, "SPX", kWeekly);
+    EXPECT_EQ(weeks.front(),
+              (Bar{Day(2000, 1, 7), 1469.25, 1478, 1377.68, 1441.47,
+                   931800000.0 + 1009000000 + 1085500000 + 1092300000 + 1225200000}));
+    // Over the end of the year, without the holiday.
+    EXPECT_EQ(At(weeks, Day(2009, 1, 2)),
+              (Bar{Day(2009, 1, 2), 872.37, 934.73, 857.07, 931.8,
+                   3323430000.0 + 3627800000 + 4172940000 + 4048270000}));
+    // Begins on a Tuesday after a holiday; the one before ends on Friday the 14th.
+    EXPECT_EQ(At(weeks, Day(2020, 2, 21)).open, 3369.04);
+    EXPECT_EQ(At(weeks, Day(2020, 2, 14)).close, 3380.16);
+    // A week of one day: the exchange stayed closed from Tuesday on.
+    EXPECT_EQ(At(weeks, Day(2001, 9, 10)),
+              (Bar{Day(2001, 9, 10), 1085.78, 1096.94, 1073.15, 1092.54, 1276600000}));
+    for (const Bar& week : weeks) {
+        EXPECT_LE(WeekdayFromDayNumber(DayOf(week.time)), 4);
+    }
+}
+
+TEST_F(SampleData, MonthsAreMadeFromDaysOrReadAsTheyAre) {
+    const BarSeries months = Bars(2, "SPX", kMonthly);
+    EXPECT_EQ(months.size(), 20 * 12 + 4U);
+    const Bar last = months.back();
+    EXPECT_EQ(last.time, Day(2020, 4, 17));
+    EXPECT_EQ(last.open, 2498.08);
+    EXPECT_EQ(last.high, 2879.22);
+    EXPECT_EQ(last.low, 2447.49);
+    EXPECT_EQ(last.close, 2874.56);
+    EXPECT_EQ(months[months.size() - 2].time, Day(2020, 3, 31));
+
+    const BarSeries share = Bars(2, "GOOG", kMonthly);
+    ASSERT_EQ(share.size(), 68U);
+    EXPECT_EQ(share.front(), (Bar{Day(2004, 8, 1), 102.37, 102.37, 102.37, 102.37, 0}));
+    EXPECT_EQ(share.back().close, 560.19);
+    for (const int period : {kDaily, kWeekly, kMinutes, kSeconds}) {
+        EXPECT_FALSE(m_data.HasPeriod(2, "GOOG", period));
+    }
+}
+
+TEST_F(SampleData, MinutesCountFromTheStartOfTheSession) {
+    const BarSeries ones = Bars('m', "SXF1", kMinutes, 1);
+    ASSERT_EQ(ones.size(), 6000U);
+    const double day = Day(2020, 3, 23);
+    EXPECT_EQ(ones.front().time, Minute(day, 8, 46));
+
+    const BarSeries fives = Bars('m', "SXF1", kMinutes, 5);
+    ASSERT_EQ(fives.size(), 1200U);
+    EXPECT_EQ(fives[0],
+              (Bar{Minute(day, 8, 50), 12116, 12116, 12100, 12100, 482.0 + 275 + 287 + 476 + 420}));
+    EXPECT_EQ(fives[1].time, Minute(day, 8, 55));
+    EXPECT_EQ(fives[1].open, ones[5].open);
+
+    // 300 minutes in 43 bars of 7: the last has the 6 that are left, and the next day starts anew.
+    const BarSeries sevens = Bars('m', "SXF1", kMinutes, 7);
+    ASSERT_EQ(sevens.size(), 43 * 20U);
+    EXPECT_EQ(sevens[42].time, Minute(day, 13, 45));
+    EXPECT_EQ(sevens[42].open, ones[294].open);
+    EXPECT_EQ(sevens[43].time, Minute(day + 1, 8, 52));
+    EXPECT_EQ(Bars('m', "SXF1", kMinutes, 999).size(), 20U);
+
+    const Bar daily = At(Bars('m', "SXF1", kDaily), day);
+    EXPECT_EQ(DailyBars(ones).front(), daily);
+}
+
+TEST(BarPeriods, GapsInASessionKeepTheSlots) {
+    const BarSeries bars{{Minute(100, 9, 1), 1, 1, 1, 1, 1},  {Minute(100, 9, 4), 2, 2, 2, 2, 1},
+                         {Minute(100, 9, 13), 3, 3, 3, 3, 1}, {Minute(101, 9, 7), 4, 4, 4, 4, 1},
+                         {Minute(101, 9, 10), 5, 5, 5, 5, 1}, {Minute(101, 9, 11), 6, 6, 6, 6, 1}};
+    const BarSeries fives = MinuteBars(bars, 5);
+    ASSERT_EQ(fives.size(), 4U);
+    EXPECT_EQ(fives[0], (Bar{Minute(100, 9, 4), 1, 2, 1, 2, 2}));
+    EXPECT_EQ(fives[1].time, Minute(100, 9, 13));
+    EXPECT_EQ(fives[2].time, Minute(101, 9, 10));
+    EXPECT_EQ(fives[3].time, Minute(101, 9, 11));
+    EXPECT_TRUE(MinuteBars({}, 5).empty());
+    EXPECT_TRUE(WeeklyBars({}).empty());
+}
+
+TEST(BarPeriods, SecondsOfDayAreExact) {
+    for (int second = 0; second < 86400; second += 59) {
+        EXPECT_EQ(SecondsOfDay(18369 + second / 86400.0), second);
+    }
+    EXPECT_EQ(SecondsOfDay(18369.9999999), 86399);
+}
+
+TEST_F(SampleData, RefusesWhatThereIsNot) {
+    QString error;
+    EXPECT_FALSE(m_data.LoadBars({2, "NONE", kDaily, 0}, &error));
+    EXPECT_TRUE(error.contains("NONE")) << error.toStdString();
+    error.clear();
+    EXPECT_FALSE(m_data.LoadBars({2, "GOOG", kDaily, 0}, &error));
+    EXPECT_TRUE(error.contains("GOOG")) << error.toStdString();
+    EXPECT_FALSE(m_data.LoadBars({'m', "SXF1", kMinutes, 0}, &error));
+    EXPECT_FALSE(m_data.LoadBars({'m', "SXF1", kSeconds, 1}, &error));
+    EXPECT_FALSE(m_data.LoadBars({2, "SPX", 9, 0}, nullptr));
+    EXPECT_FALSE(m_data.HasPeriod(99, "SPX", kDaily));
+}
+
+TEST_F(SampleData, SearchFindsIdsThenNames) {
+    const auto found = [this](const char* typed, std::size_t most = 100) {
+        return Ids(m_data.Search(text::FromUtf8(typed), most));
+    };
+    EXPECT_EQ(found("spx"), std::vector<CString>{"SPX"});
+    EXPECT_EQ(found(" goo "), std::vector<CString>{"GOOG"});
+    // The symbol of that very id, ids that begin with it, then names with it.
+    EXPECT_EQ(found("etxo1w-450c").front(), "ETXO1W-450C");
+    EXPECT_EQ(found("SXF", 2), (std::vector<CString>{"SXF1", "SXF2"}));
+    EXPECT_EQ(found("app"), std::vector<CString>{"AAPL"});
+    EXPECT_EQ(found("蘋"), std::vector<CString>{"AAPL"});
+    EXPECT_EQ(found("近月"), std::vector<CString>{"SXF1"});
+    EXPECT_EQ(found("simulated INDEX futures").size(), 3U);
+    EXPECT_TRUE(found("沒有").empty());
+    EXPECT_EQ(found("").size(), 31U);
+    EXPECT_EQ(found("", 4).size(), 4U);
+    EXPECT_TRUE(found("SPX", 0).empty());
+}
+
+// The second bytes of 貨 and 權 are the letters "f" and "v".
+TEST_F(SampleData, SearchNeverMatchesHalfACharacter) {
+    ASSERT_NE(m_data.FindSymbol('m', "SXO10500C")->chineseName.find('v'), CString::npos);
+    for (const CString& id : Ids(m_data.Search("v", 100))) {
+        EXPECT_NE(id, "SXO10500C");
+    }
+    EXPECT_EQ(Ids(m_data.Search(text::FromUtf8("週買權 10500"), 100)),
+              std::vector<CString>{"SXOW5-10500C"});
+}
+
+TEST_F(SampleData, NamesFollowTheLanguage) {
+    const Symbol* index = m_data.FindSymbol(2, "SPX");
+    EXPECT_EQ(NameOf(*index), text::FromUtf8("S&P 500 指數"));
+    m_language.Select(Language::English);
+    EXPECT_EQ(NameOf(*index), "S&P 500 index");
+    EXPECT_EQ(NameOf(m_data.Markets().back()), "My files");
+    EXPECT_EQ(NameOf(*m_data.CommoditiesOf('m').front()), "Simulated stock index futures");
+}
+
+// A small data folder that a test breaks.
+class BrokenCatalogue : public testing::Test {
+protected:
+    BrokenCatalogue() {
+        Write("markets.csv", "id,chinese,english\n2,甲,A\nm,乙,B\n");
+        Write("commodities.csv", "market,id,chinese,english\nm,FX,丙,C\n");
+        Write("contracts.csv", "market,commodity,month,weekly\nm,FX,202005,\n");
+        Write("symbols.csv",
+              "market,id,chinese,english,commodity,month,step,prices\n"
+              "2,ONE,一,One,,,0.01,daily\nm,FX1,二,Two,FX,202005,1,daily\n");
+    }
+
+    void Write(const char* name, const QByteArray& text) {
+        const QString path = QDir(m_folder.path()).filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+
+    QStringList Problems() { return MarketData(m_folder.path(), m_user.path()).Problems(); }
+
+    // The one problem there is names the file, the line and `about`.
+    void ExpectProblem(const char* file, int line, const char* about) {
+        const QStringList problems = Problems();
+        ASSERT_EQ(problems.size(), 1) << about << problems.join('\n').toStdString();
+        const QString place = QString("%1, line %2:").arg(file).arg(line);
+        EXPECT_TRUE(problems[0].contains(place)) << problems[0].toStdString();
+        EXPECT_TRUE(problems[0].contains(about)) << problems[0].toStdString();
+    }
+
+    Language m_language;
+    QTemporaryDir m_folder;
+    QTemporaryDir m_user;
+};
+
+TEST_F(BrokenCatalogue, TellsFileLineAndReason) {
+    m_language.Select(Language::English);
+    ASSERT_EQ(Problems(), QStringList());
+    const QByteArray heading = "market,id,chinese,english,commodity,month,step,prices\n";
+    const QByteArray good = "2,ONE,一,One,,,0.01,daily\n";
+    const std::vector<std::pair<QByteArray, const char*>> lines{
+        {"3,X,三,Three,,,1,daily", "market: 3"},
+        {"2,X Y,三,Three,,,1,daily", "id: X Y"},
+        {"2,../X,三,Three,,,1,daily", "id: ../X"},
+        {"2,,三,Three,,,1,daily", "id: "},
+        {"2,ONE,三,Three,,,1,daily", "before: ONE"},
+        {"2,X,,Three,,,1,daily", "name"},
+        {"2,X,三,Three,FX,,1,daily", "commodity: FX"},
+        {"m,X,三,Three,,,1,daily", "commodity"},
+        {"m,X,三,Three,FX,202006,1,daily", "month: 202006"},
+        {"2,X,三,Three,,,0,daily", "step: 0"},
+        {"2,X,三,Three,,,one,daily", "step: one"},
+        {"2,X,三,Three,,,1,hourly", "hourly"},
+        {"2,X,三,Three,,,1", "7"},
+        {"2,\"X,三,Three,,,1,daily", "quote"}};
+    for (const auto& [line, about] : lines) {
+        Write("symbols.csv", heading + good + '\n' + line + "\r\n");
+        ExpectProblem("symbols.csv", 4, about);
+        EXPECT_EQ(MarketData(m_folder.path(), m_user.path()).SymbolsOf(2).size(), 1U);
+    }
+    Write("symbols.csv", "id,name\n");
+    ExpectProblem("symbols.csv", 1, "market,id,chinese");
+    Write("symbols.csv", "");
+    ExpectProblem("symbols.csv", 1, "market,id,chinese");
+    Write("symbols.csv", heading + good);
+    Write("contracts.csv", "market,commodity,month,weekly\nm,FY,202005,\n");
+    ExpectProblem("contracts.csv", 2, "FY");
+    Write("contracts.csv", "market,commodity,month,weekly\n");
+    Write("markets.csv", "id,chinese,english\n2,甲,A\nm,乙,B\nU,丁,D\n300,丁,D\n2,丁,D\n");
+    EXPECT_EQ(Problems().size(), 3);
+}
+
+TEST_F(BrokenCatalogue, TellsMissingFilesAndFolders) {
+    QFile::remove(m_folder.filePath("contracts.csv"));
+    const QStringList problems = Problems();
+    // The contract's symbol has lost its month.
+    ASSERT_EQ(problems.size(), 2);
+    EXPECT_TRUE(problems[0].contains("contracts.csv"));
+
+    MarketData none(m_folder.filePath("none"), m_user.path());
+    ASSERT_EQ(none.Problems().size(), 1);
+    EXPECT_TRUE(none.Problems()[0].contains("none"));
+    EXPECT_EQ(none.Markets().size(), 1U);
+}
+
+TEST_F(BrokenCatalogue, TellsBadPriceFiles) {
+    m_language.Select(Language::English);
+    const MarketData data(m_folder.path(), m_user.path());
+    QString error;
+    EXPECT_FALSE(data.LoadBars({2, "ONE", kDaily, 0}, &error));
+    EXPECT_TRUE(error.contains("prices/2/ONE.daily.csv")) << error.toStdString();
+    Write("prices/2/ONE.daily.csv",
+          "date,open,high,low,close,volume\n2020-04-16,1,1,1,1,1\n2020-04-17,1,0,1,1,1\n");
+    EXPECT_FALSE(data.LoadBars({2, "ONE", kDaily, 0}, &error));
+    EXPECT_TRUE(error.contains("ONE.daily.csv, line 3: the high is below the low"))
+        << error.toStdString();
+    Write("prices/2/ONE.daily.csv", "date,open,high,low,close,volume\n2020-04-16,1,1,1,1,1\n");
+    EXPECT_TRUE(data.LoadBars({2, "ONE", kDaily, 0}, &error));
+}
+
+}  // namespace
+}  // namespace ta::terminal
