@@ -105,13 +105,15 @@ int ParseInt(std::string_view text) {
 }
 
 bool IsOneLine(std::string_view text) {
-    return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
+    return std::ranges::none_of(std::string_view("\r\n\0", 3), [text](char end) {
+        return text.find(end) != std::string_view::npos;
+    });
 }
 
 }  // namespace
 
 ProfileReader::ProfileReader(std::string_view bytes)
-    : m_text(std::make_shared<const CString>(Decode(bytes))) {
+    : m_text(std::make_unique<const CString>(Decode(bytes))) {
     const std::string_view text = *m_text;
     Entries* section = nullptr;
     for (std::size_t start = 0; start < text.size();) {

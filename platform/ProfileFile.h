@@ -55,8 +55,8 @@ private:
     void ParseLine(std::string_view line, Entries*& section);
     const Entry* Find(const CString& section, const CString& key) const;
 
-    // Shared, so that the views into it stay good in a copy and after a move.
-    std::shared_ptr<const CString> m_text;
+    // On the heap, so that the views into it survive a move of the reader.
+    std::unique_ptr<const CString> m_text;
     std::unordered_map<CString, Entries> m_sections;  ///< by name in upper case
 };
 

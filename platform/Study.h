@@ -68,7 +68,8 @@ struct StudyParamFault {
 /// The categories that a draw info lists its studies by.
 enum class StudyCategory { Price = 1, Volume = 2, Oscillator = 3, TrendAndVolatility = 4 };
 inline constexpr std::array kStudyCategories{StudyCategory::Price, StudyCategory::Volume,
-                                      StudyCategory::Oscillator, StudyCategory::TrendAndVolatility};
+                                             StudyCategory::Oscillator,
+                                             StudyCategory::TrendAndVolatility};
 
 /// A study calculated over bars. Stateless: one object serves any number of calculations.
 class TADIALOGS_EXPORT Study {

@@ -1,0 +1,90 @@
+#include "platform/ui/FileAccess.h"
+
+#include "platform/ui/DialogBase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace ta::ui {
+namespace {
+
+/// Why an operation on the file failed; for what has no words of ours, the system's.
+QString FaultOf(const QFileDevice& file, bool hasRight) {
+    return hasRight ? file.errorString() : LangText("IDS_TERMINAL-FILE_NO_RIGHT");
+}
+
+QString WithPath(const CString& key, const QString& path, const QString& fault) {
+    return LangText(key, QDir::toNativeSeparators(path), fault);
+}
+
+QString ReadFault(const QString& path, std::string& bytes, std::size_t maxSize) {
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        return LangText("IDS_TERMINAL-FILE_NOT_FOUND");
+    }
+    if (!info.isFile()) {
+        return LangText("IDS_TERMINAL-FILE_NOT_A_FILE");
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return FaultOf(file, info.isReadable());
+    }
+    if (static_cast<std::size_t>(file.size()) > maxSize) {
+        return LangText("IDS_TERMINAL-FILE_TOO_LARGE", QString::number(maxSize >> 20U));
+    }
+    bytes.resize(static_cast<std::size_t>(file.size()));
+    const qint64 count = file.read(bytes.data(), static_cast<qint64>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(std::max<qint64>(count, 0)));
+    return count < 0 ? FaultOf(file, true) : QString();
+}
+
+bool WriteAll(QFileDevice& file, std::string_view bytes) {
+    // What did not fit into the first write fails in the next one, with the reason.
+    while (!bytes.empty()) {
+        const qint64 count = file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+        if (count <= 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+QString WriteFault(const QString& path, std::string_view bytes) {
+    const QFileInfo info(path);
+    if (info.isDir()) {
+        return LangText("IDS_TERMINAL-FILE_NOT_A_FILE");
+    }
+    if (!info.dir().exists()) {
+        return LangText("IDS_TERMINAL-FILE_PATH_GONE");
+    }
+    // Unbuffered, because commit overlooks a failure to write what a buffer still holds.
+    QSaveFile file(path);
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                         WriteAll(file, bytes) && file.commit();
+    if (written) {
+        return {};
+    }
+    if (file.error() == QFileDevice::ResourceError) {
+        return LangText("IDS_TERMINAL-FILE_DISK_FULL");
+    }
+    const bool replaces = info.exists();
+    return FaultOf(file, QFileInfo(info.path()).isWritable() && (!replaces || info.isWritable()));
+}
+
+}  // namespace
+
+QString ReadWholeFile(const QString& path, std::string& bytes, std::size_t maxSize) {
+    bytes.clear();
+    const QString fault = ReadFault(path, bytes, maxSize);
+    return fault.isEmpty() ? fault : WithPath("IDS_TERMINAL-FILE_UNREADABLE", path, fault);
+}
+
+QString WriteWholeFile(const QString& path, std::string_view bytes) {
+    const QString fault = WriteFault(path, bytes);
+    return fault.isEmpty() ? fault : WithPath("IDS_TERMINAL-FILE_UNWRITABLE", path, fault);
+}
+
+}  // namespace ta::ui

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Export.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace ta::ui {
+
+/// The largest file that dialogs read, in bytes.
+constexpr std::size_t kMaxFileSize = 64U << 20U;
+
+/// Replaces `bytes` by the whole file. Returns an empty string, or why it could not be read, in the
+/// user's language; `bytes` is then empty.
+TADIALOGS_EXPORT QString ReadWholeFile(const QString& path, std::string& bytes,
+                                       std::size_t maxSize = kMaxFileSize);
+
+/// Makes the file hold `bytes`, as a whole: after a failure or a crash it is as it was before, and
+/// after success it is on the disk. Returns an empty string, or why it could not be written, in the
+/// user's language.
+TADIALOGS_EXPORT QString WriteWholeFile(const QString& path, std::string_view bytes);
+
+}  // namespace ta::ui
