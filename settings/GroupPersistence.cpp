@@ -101,8 +101,15 @@ void SaveTACommonSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO&
 
 }  // namespace
 
-CString StudyListKey(int pane) {
-    return fmt::sprintf("StudyTypeLogKey%02d", pane);
+const CString& StudyListKey(int pane) {
+    static const std::vector<CString> keys = [] {
+        std::vector<CString> made;
+        for (int number = 1; number <= kPaneCount; ++number) {
+            made.push_back(fmt::sprintf("StudyTypeLogKey%02d", number));
+        }
+        return made;
+    }();
+    return keys[static_cast<std::size_t>(pane - 1)];
 }
 
 StudyLists LoadGroupStudyList(SMXCfgIO2& store, unsigned index,

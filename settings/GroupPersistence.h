@@ -17,7 +17,7 @@ struct DefaultStrings {
 };
 
 /// The key of a pane's study list, pane 1 to 10: "StudyTypeLogKey01" and so on.
-CString StudyListKey(int pane);
+const CString& StudyListKey(int pane);
 
 /// The study lists that are stored for a group: of each pane the first 8 that `usable` accepts; the
 /// default lists when none is left in pane 1.

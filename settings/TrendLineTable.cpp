@@ -3,6 +3,7 @@
 #include "settings/TrendLineKeys.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace ta::settings {
@@ -25,6 +26,17 @@ unsigned CountLines(const TrendLineTable::LinesByTypeKey& lines) {
 
 }  // namespace
 
+bool LineList::IsIndexed(const CString& line, std::size_t hash) const {
+    const auto [first, last] = m_index.equal_range(hash);
+    return std::any_of(first, last,
+                       [&](const auto& entry) { return m_lines[entry.second] == line; });
+}
+
+void LineList::Append(const CString& line, std::size_t hash) {
+    m_index.emplace(hash, static_cast<std::uint32_t>(m_lines.size()));
+    m_lines.push_back(line);
+}
+
 void LineList::Add(const CString& line) {
     if (m_lines.size() < kIndexFrom) {
         if (std::ranges::find(m_lines, line) == m_lines.end()) {
@@ -32,11 +44,15 @@ void LineList::Add(const CString& line) {
         }
         return;
     }
+    const std::hash<CString> hashOf;
     if (m_index.empty()) {
-        m_index.insert(m_lines.begin(), m_lines.end());
+        for (const CString& each : std::exchange(m_lines, {})) {
+            Append(each, hashOf(each));
+        }
     }
-    if (m_index.insert(line).second) {
-        m_lines.push_back(line);
+    const std::size_t hash = hashOf(line);
+    if (!IsIndexed(line, hash)) {
+        Append(line, hash);
     }
 }
 

@@ -3,9 +3,10 @@
 #include "platform/ConfigStore.h"
 #include "platform/Types.h"
 
+#include <cstdint>
 #include <map>
 #include <set>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 namespace ta::settings {
@@ -22,8 +23,12 @@ public:
     void Add(const CString& line);
 
 private:
+    bool IsIndexed(const CString& line, std::size_t hash) const;
+    void Append(const CString& line, std::size_t hash);
+
     std::vector<CString> m_lines;
-    std::unordered_set<CString> m_index;  ///< of all lines, once there are many; else empty
+    /// Position of each line by its hash, once there are many lines; else empty.
+    std::unordered_multimap<std::size_t, std::uint32_t> m_index;
 };
 
 /// The trend lines of all charts: class-symbol key, then type key, then lines. Symbols that lost
