@@ -1,0 +1,245 @@
+// The group file: its exact bytes, what comes back from it, and the merge rule.
+
+#include "groupfile/GroupContents.h"
+#include "groupfile/GroupFile.h"
+#include "groupfile/GroupMerge.h"
+#include "platform/DrawInfo.h"
+#include "platform/Text.h"
+#include "tests/support/TestAccess.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+namespace ta::test {
+namespace {
+
+using namespace groupfile;
+
+using Names = std::vector<CString>;
+
+class GroupFileTest : public SettingsFixture {
+protected:
+    ProfileReader Export(const Names& names) {
+        return ProfileReader(ExportGroups(Repository(), names));
+    }
+};
+
+TEST_F(GroupFileTest, TheBytesOfAKnownRepository) {
+    const CString name = text::FromUtf8("許功蓋");  // three second halves of 0x5C
+    memory.names = {{name, "B", "Empty"}};
+    memory.params[0] = {"0=1", "4=5,10", ""};
+    memory.shapes[0] = {"s"};
+    memory.showCounts = {{0, 3}, {1, 1}};
+    memory.wndShowKeys = {{0, 13}, {1, -4}};
+    memory.studyLists[{0, "StudyTypeLogKey01"}] = {0, 4, 7};
+    memory.studyLists[{0, "StudyTypeLogKey10"}] = {2000000000};
+    CTaSettingHandle& repository = Repository();
+    repository.SetStudyListByGroupName("B", {{16}});
+    EXPECT_EQ(ExportGroups(repository, {name, "B", "gone"}),
+              "[Common]\r\n"
+              "FileVersion=TAS Ver3.0\r\n"
+              "GroupList=" +
+                  name +
+                  ",B,gone\r\n"
+                  "[" +
+                  name +
+                  "]\r\n"
+                  "StudyType01=0$4$7\r\nStudyType02=\r\nStudyType03=\r\nStudyType04=\r\n"
+                  "StudyType05=\r\nStudyType06=\r\nStudyType07=\r\nStudyType08=\r\n"
+                  "StudyType09=\r\nStudyType10=2000000000\r\n"
+                  "ParamSetting=0=1$4=5,10$\r\n"
+                  "ShapeSetting=s\r\n"
+                  "StudyShowCount=3\r\nTechWndShowKey=13\r\n"
+                  "[B]\r\n"
+                  "StudyType01=16\r\nStudyType02=\r\nStudyType03=\r\nStudyType04=\r\n"
+                  "StudyType05=\r\nStudyType06=\r\nStudyType07=\r\nStudyType08=\r\n"
+                  "StudyType09=\r\nStudyType10=\r\n"
+                  "ParamSetting=\r\n"
+                  "ShapeSetting=\r\n"
+                  "StudyShowCount=1\r\nTechWndShowKey=-4\r\n"
+                  "[gone]\r\n"
+                  "StudyShowCount=1\r\nTechWndShowKey=1\r\n");
+}
+
+TEST_F(GroupFileTest, TheVersionMustBeExact) {
+    for (const char* right :
+         {"[Common]\nFileVersion=TAS Ver3.0", "[COMMON]\rfileversion= TAS Ver3.0 ",
+          "[common]\r\nFileVersion=\"TAS Ver3.0\"\r\n"}) {
+        EXPECT_TRUE(CheckImportFile(ProfileReader(right))) << right;
+    }
+    for (const char* wrong : {"", "FileVersion=TAS Ver3.0", "[Common]\nFileVersion=TAS ver3.0",
+                              "[Common]\nFileVersion=TAS Ver3.01", "[A]\nFileVersion=TAS Ver3.0"}) {
+        EXPECT_FALSE(CheckImportFile(ProfileReader(wrong))) << wrong;
+    }
+}
+
+TEST_F(GroupFileTest, Splitting) {
+    const auto split = [](const char* text, const char* separator) {
+        Names parts;
+        const std::size_t count = SplitString(text, separator, parts);
+        EXPECT_EQ(count, parts.size());
+        return parts;
+    };
+    EXPECT_EQ(split("", ","), Names{""});
+    EXPECT_EQ(split("a", ","), Names{"a"});
+    EXPECT_EQ(split("a,,b,", ","), (Names{"a", "", "b", ""}));
+    EXPECT_EQ(split("a--b-c", "--"), (Names{"a", "b-c"}));
+    EXPECT_TRUE(GetGroupNameListFromFile(ProfileReader("[Common]\nGroupList=")).empty());
+    EXPECT_EQ(GetGroupNameListFromFile(ProfileReader("[Common]\nGroupList=a,,b")),
+              (Names{"a", "", "b"}));
+}
+
+TEST_F(GroupFileTest, ValuesOfEveryLengthAroundTheStepsOfTheReader) {
+    for (const std::size_t length : {0, 1, 258, 259, 260, 261, 519, 520, 521, 1 << 20}) {
+        const CString value(length, 'x');
+        const ProfileReader file("[s]\nk=" + value);
+        EXPECT_EQ(GetPrivateProfileStringEx("s", "k", {}, file), value) << length;
+    }
+    EXPECT_EQ(GetPrivateProfileStringEx("s", "k", "none  ", ProfileReader("")), "none");
+}
+
+TEST_F(GroupFileTest, MissingAndMalformedValuesTakeTheirDefaults) {
+    const ProfileReader file(
+        "[A]\nStudyShowCount=3\nStudyType01=4$x$$7a\nStudyType03=\nStudyType05=9\nStudyType11=1\n"
+        "[B]\nTechWndShowKey=6\nStudyShowCount=many\n[C]\nTechWndShowKey=-1\n");
+    CTaSettingHandle& repository = Repository();
+    for (const char* name : {"A", "B", "C", "Absent"}) {
+        ImportGroupSetting(repository, name, file);
+        EXPECT_EQ(repository.FindGroup(name), 1);
+    }
+    const GroupContents a = ContentsInRepository(repository, "A");
+    EXPECT_EQ(a.showCount, 3);
+    EXPECT_EQ(a.wndShowKey, 3) << "the count stands in for the key";
+    EXPECT_EQ(a.params, Names{""});
+    ASSERT_EQ(a.studyLists.size(), 10u);
+    EXPECT_EQ(a.studyLists[0], (std::vector<StudyType>{4, 0, 0, 7, -1, -1, -1, -1}));
+    EXPECT_EQ(a.studyLists[1].front(), 0) << "a shown pane without a value holds study 0";
+    EXPECT_EQ(a.studyLists[2].front(), 0);
+    EXPECT_EQ(a.studyLists[3].front(), kNoStudy) << "a pane that is not shown stays empty";
+    EXPECT_EQ(a.studyLists[4].front(), 9);
+    const GroupContents b = ContentsInRepository(repository, "B");
+    EXPECT_EQ(b.showCount, 0);
+    EXPECT_EQ(b.wndShowKey, 6);
+    EXPECT_EQ(ContentsInRepository(repository, "C").wndShowKey, 1);
+    EXPECT_EQ(ContentsInRepository(repository, "Absent").showCount, 1);
+}
+
+TEST_F(GroupFileTest, ImportReplacesWithModeOne) {
+    memory.names = {{"A"}};
+    CTaSettingHandle& repository = Repository();
+    ImportGroupSetting(repository, "A", ProfileReader("[a]\nParamSetting=x$y\nShapeSetting=z\n"));
+    const auto* drawInfo = dynamic_cast<MemoryDrawInfo*>(repository.GetDrawInfo("A"));
+    ASSERT_NE(drawInfo, nullptr);
+    EXPECT_EQ(drawInfo->params, (Names{"x", "y"}));
+    EXPECT_EQ(drawInfo->shapes, Names{"z"});
+    EXPECT_EQ(drawInfo->paramModes.back(), kDrawInfoReplace);
+    EXPECT_EQ(drawInfo->shapeModes.back(), kDrawInfoReplace);
+}
+
+TEST_F(GroupFileTest, GroupsThatTheFormatCannotCarryAreNamed) {
+    const CString chinese = text::FromUtf8("功［］﹛");
+    memory.names = {{" first", "plain", "a,b", "x]y", "Case", "CASE", "'quoted'", "empty pane",
+                     "dollar", chinese, "Common", ";semi", "last ", "line\nend"}};
+    memory.params[8] = {"one$two"};
+    memory.showCounts[7] = 2;
+    memory.wndShowKeys[5] = 9;  // CASE is written over Case
+    CTaSettingHandle& repository = Repository();
+    repository.SetStudyListByGroupName("empty pane", {{4}});
+    const Names names = *memory.names;
+    EXPECT_EQ(
+        GroupsNotCarried(repository, names, Export(names)),
+        (Names{" first", "a,b", "x]y", "Case", "empty pane", "dollar", "last ", "line\nend"}));
+    // Alone, a group named by one of the two spellings is carried.
+    EXPECT_TRUE(GroupsNotCarried(repository, {"Case"}, Export({"Case"})).empty());
+}
+
+TEST_F(GroupFileTest, RandomGroupsComeBackOrAreNamed) {
+    std::mt19937 random(20260101);
+    const auto below = [&random](int n) {
+        return static_cast<int>(random() % static_cast<unsigned>(n));
+    };
+    const Names pieces{"a",  "B",  "5",        " ",        ",", "[",  "]",        ";",       "=",
+                       "\"", "\'", "\xA5\x5C", "\xA4\x5D", "$", "* ", "\xA4\x41", "\xA4\x61"};
+    const auto word = [&](int most) {
+        CString made;
+        for (int n = below(most) + 1; n > 0; --n) {
+            made += pieces[static_cast<std::size_t>(below(static_cast<int>(pieces.size())))];
+        }
+        return made;
+    };
+    int carried = 0;
+    for (int round = 0; round < 60; ++round) {
+        memory = MemoryConfigStore();
+        EndRepository();
+        CTaSettingHandle& repository = Repository();
+        for (int i = 0; i < 6; ++i) {
+            const CString name = word(4);
+            repository.AddGroupSetting(name);
+            repository.SetStudyParamSettingByGroupName(name, {word(6), word(6)});
+            StudyLists lists(10);
+            for (auto& pane : lists) {
+                for (int n = below(9); n > 0; --n) {
+                    pane.push_back(below(100));
+                }
+            }
+            repository.SetStudyListByGroupName(name, lists);
+            repository.SetStudyCountByGroupName(name, below(10) + 1);
+        }
+        Names names;
+        repository.GetGroupNameList(names);
+        const ProfileReader file = Export(names);
+        const Names changed = GroupsNotCarried(repository, names, file);
+        std::map<CString, GroupContents> before;
+        for (const CString& name : names) {
+            before[name] = ContentsInRepository(repository, name);
+        }
+        memory = MemoryConfigStore();
+        EndRepository();
+        for (const CString& name : names) {
+            if (std::ranges::find(changed, name) == changed.end()) {
+                ImportGroupSetting(Repository(), name, file);
+                EXPECT_FALSE(
+                    Differences(ContentsInRepository(Repository(), name), before[name]).Any())
+                    << name;
+                ++carried;
+            }
+        }
+    }
+    EXPECT_GT(carried, 60);
+}
+
+TEST(GroupMergeTest, ExistingGroupsKeepTheirPlacesAndNewOnesFollow) {
+    GroupMerge merge;
+    merge.InsertAllGroup({"A", "B", "C"}, {"X", "b", "C", "A", "X"}, 5, true, 3);
+    EXPECT_EQ(merge.MergeList(), (Names{"A", "B", "C", "X", "b"}));
+    EXPECT_EQ(merge.RowText("A"), "* A");
+    EXPECT_EQ(merge.RowText("B"), "B");
+    EXPECT_EQ(merge.RowText("b"), "* b");
+    EXPECT_EQ(merge.LeftOutCount(), 0u);
+    merge.InsertAllGroup({"A", "B", "C"}, {"X", "b", "C", "Y", "Z"}, 5, false, 4);
+    EXPECT_EQ(merge.MergeList(), (Names{"A", "B", "C", "X", "b"}));
+    EXPECT_FALSE(merge.IsLoadSettingFromFile("C"));
+    EXPECT_EQ(merge.LeftOutCount(), 2u);
+}
+
+TEST(GroupMergeTest, AFullListIsLeftAlone) {
+    GroupMerge merge;
+    merge.SetMergeList({"B", "A"});
+    merge.InsertAllGroup({"A", "B"}, {"A", "X"}, 2, true, 2);
+    EXPECT_EQ(merge.MergeList(), (Names{"B", "A"}));
+    EXPECT_FALSE(merge.IsLoadSettingFromFile("A"));
+    EXPECT_EQ(merge.LeftOutCount(), 1u);
+}
+
+TEST(GroupMergeTest, RowsAreReadBackAfterTheFirstMark) {
+    EXPECT_EQ(GroupMerge::NameOfRow("* A"), "A");
+    EXPECT_EQ(GroupMerge::NameOfRow("A"), "A");
+    EXPECT_EQ(GroupMerge::NameOfRow("*A"), "*A");
+    EXPECT_EQ(GroupMerge::NameOfRow("* A* B"), "A* B");
+    EXPECT_EQ(GroupMerge::NameOfRow("A* B"), "B") << "an unmarked name with a mark inside";
+}
+
+}  // namespace
+}  // namespace ta::test
