@@ -1,0 +1,46 @@
+#include "terminal/store/CommittedRows.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace ta::terminal {
+
+namespace {
+constexpr std::size_t kFirstBlock = 256 * 1024;
+constexpr std::size_t kFirstRows = 2048;
+}  // namespace
+
+CommittedRows::CommittedRows()
+    : m_bytes(std::make_unique<std::pmr::monotonic_buffer_resource>(kFirstBlock)) {
+    m_rows.reserve(kFirstRows);
+}
+
+bool CommittedRows::Append(const SettingKey& key, std::string_view value) {
+    if (!m_rows.empty() && key <= m_rows.back().key) {
+        return false;
+    }
+    m_rows.push_back({{key.kind, key.number, Keep(key.name), Keep(key.sub)}, Keep(value)});
+    return true;
+}
+
+std::optional<std::string_view> CommittedRows::Find(const SettingKey& key) const {
+    if (m_next >= m_rows.size() || m_rows[m_next].key != key) {
+        const auto row = std::ranges::lower_bound(m_rows, key, {}, &SettingRow::key);
+        if (row == m_rows.end() || row->key != key) {
+            return std::nullopt;
+        }
+        m_next = static_cast<std::size_t>(row - m_rows.begin());
+    }
+    return m_rows[m_next++].value;
+}
+
+std::string_view CommittedRows::Keep(std::string_view bytes) {
+    if (bytes.empty()) {
+        return {};
+    }
+    char* copy = static_cast<char*>(m_bytes->allocate(bytes.size(), 1));
+    std::memcpy(copy, bytes.data(), bytes.size());
+    return {copy, bytes.size()};
+}
+
+}  // namespace ta::terminal

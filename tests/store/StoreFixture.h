@@ -1,0 +1,97 @@
+#pragma once
+
+#include "terminal/store/SqliteStore.h"
+#include "tests/store/FaultVfs.h"
+#include "tests/store/Generation.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <vector>
+
+namespace ta::test {
+
+using terminal::OpenResult;
+using terminal::PackError;
+using terminal::SqliteStore;
+
+/// A time that moves when told.
+struct FakeTime {
+    std::chrono::nanoseconds now{std::chrono::hours(1)};
+
+    SqliteStore::MonotonicClock Clock() {
+        return [this] { return now; };
+    }
+    void Pass(std::chrono::nanoseconds time) { now += time; }
+};
+
+/// A store with the errors that it reported.
+struct TestStore : SqliteStore {
+    explicit TestStore(const QString& path, const char* vfs = FaultVfs::Name(),
+                       MonotonicClock clock = {})
+        : SqliteStore(std::move(clock)) {
+        SetPackErrorHandler([this](const PackError& error) { errors.push_back(error); });
+        opened = Open(path, vfs);
+    }
+    /// The destructor commits, and may report, while the errors are gone.
+    ~TestStore() override { SetPackErrorHandler({}); }
+
+    bool ReloadFlag() {
+        bool reload = false;
+        EXPECT_TRUE(GetTASettingReloadType(reload));
+        return reload;
+    }
+    /// The one error since the last call.
+    PackError TakeError() {
+        EXPECT_EQ(errors.size(), 1u);
+        const PackError error = errors.empty() ? PackError{} : errors.back();
+        errors.clear();
+        return error;
+    }
+
+    OpenResult opened;
+    std::vector<PackError> errors;
+};
+
+class StoreTest : public testing::Test {
+protected:
+    QString Path(const QString& name = "settings.db") const { return folder.filePath(name); }
+    QStringList Files() const { return QDir(folder.path()).entryList(QDir::Files, QDir::Name); }
+
+    /// Makes a store that holds this state.
+    void Make(int generation) {
+        TestStore store(Path());
+        SaveGeneration(store, generation);
+        store.PackFile();
+        ASSERT_TRUE(store.errors.empty());
+    }
+    /// The state that a process finds which opens the store now.
+    std::optional<int> Stored() const {
+        TestStore store(Path());
+        EXPECT_EQ(store.opened.state, OpenResult::Opened);
+        return LoadGeneration(store);
+    }
+
+    static QByteArray Contents(const QString& path) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return file.readAll();
+    }
+    static void Fill(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    FaultVfs faults;
+    QTemporaryDir folder;
+};
+
+}  // namespace ta::test
