@@ -1,0 +1,193 @@
+#include "terminal/chart/ChartModel.h"
+#include "terminal/chart/ChartScene.h"
+#include "terminal/chart/ChartView.h"
+
+#include <qcustomplot.h>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include <cmath>
+
+// The mouse and the keys of a chart view.
+
+namespace ta::terminal {
+namespace {
+
+constexpr double kWheelStep = 1.2;  // zoom of one notch
+constexpr double kNotch = 120;      // QWheelEvent's angle of it
+constexpr double kPanShare = 0.1;   // of the view, for one pan step
+constexpr double kPageShare = 0.9;
+
+bool FollowsMouse(const ChartModel& model) {
+    return model.Options().uCursorMoveStyle == 0;
+}
+
+}  // namespace
+
+bool ChartView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_plot) {
+        return QWidget::eventFilter(watched, event);
+    }
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+            OnPress(static_cast<const QMouseEvent&>(*event));
+            return false;
+        case QEvent::MouseMove:
+            OnMove(static_cast<const QMouseEvent&>(*event));
+            return true;
+        case QEvent::MouseButtonRelease:
+            OnRelease(static_cast<const QMouseEvent&>(*event));
+            return false;
+        case QEvent::MouseButtonDblClick:
+            OnDoubleClick(static_cast<const QMouseEvent&>(*event));
+            return true;
+        case QEvent::Wheel:
+            OnWheel(static_cast<const QWheelEvent&>(*event));
+            event->accept();
+            return true;
+        case QEvent::Leave:
+            OnLeave();
+            return false;
+        default:
+            return false;
+    }
+}
+
+void ChartView::OnPress(const QMouseEvent& event) {
+    if (event.button() == Qt::LeftButton) {
+        m_drag = {true, false, event.position(), m_scene->Range().Lower()};
+    }
+}
+
+void ChartView::OnMove(const QMouseEvent& event) {
+    const QPointF moved = event.position() - m_drag.start;
+    if (m_drag.active && !m_drag.moved &&
+        std::abs(moved.x()) >= QApplication::startDragDistance()) {
+        m_drag.moved = true;
+        setCursor(Qt::ClosedHandCursor);
+    }
+    if (m_drag.moved) {
+        m_scene->Range().MoveTo(m_drag.lower - moved.x() / Mapping().PixelsPerBar());
+        Draw();
+    }
+    if (FollowsMouse(*m_model)) {
+        PutCursorAt(event.position());
+    }
+}
+
+void ChartView::OnRelease(const QMouseEvent& event) {
+    if (event.button() != Qt::LeftButton || !m_drag.active) {
+        return;
+    }
+    if (!m_drag.moved) {
+        PutCursorAt(event.position());
+    }
+    m_drag = {};
+    unsetCursor();
+}
+
+void ChartView::OnDoubleClick(const QMouseEvent& event) {
+    const auto [pane, study] = m_scene->PaneAndStudyAt(event.position());
+    if (event.button() == Qt::LeftButton && pane >= 0) {
+        emit legendDoubleClicked(pane, study);
+    }
+}
+
+void ChartView::OnWheel(const QWheelEvent& event) {
+    QPointF notches = QPointF(event.angleDelta()) / kNotch;
+    if (event.modifiers() & Qt::ShiftModifier) {
+        notches = {notches.x() + notches.y(), 0};
+    }
+    PlotRange& range = m_scene->Range();
+    if (notches.y() != 0) {
+        range.Zoom(std::pow(kWheelStep, -notches.y()), Mapping().BarAt(event.position().x()));
+    }
+    range.Scroll(-notches.x() * range.Width() * kPanShare);
+    Draw();
+    if (FollowsMouse(*m_model)) {
+        PutCursorAt(event.position());
+    }
+}
+
+void ChartView::OnLeave() {
+    if (FollowsMouse(*m_model) && m_cursor.IsThere()) {
+        m_cursor = {};
+        DrawCursor();
+    }
+}
+
+void ChartView::PutCursorAt(const QPointF& position) {
+    const PlotMapping mapping = Mapping();
+    const int pane = mapping.PaneAt(position.y());
+    const bool inside =
+        pane >= 0 && position.x() >= mapping.left && position.x() <= mapping.left + mapping.width;
+    if (!inside && !FollowsMouse(*m_model)) {
+        return;
+    }
+    m_cursor = {};
+    if (inside) {
+        m_cursor = {mapping.NearestBarAt(position.x()), pane, position.y()};
+    }
+    DrawCursor();
+}
+
+void ChartView::MoveCursorBy(int bars) {
+    const int from = m_cursor.IsThere() ? m_cursor.bar : VisibleBars().second - bars;
+    SetCursorBar(std::clamp(from + bars, 0, std::max(BarCount() - 1, 0)));
+}
+
+bool ChartView::OnKey(int key, Qt::KeyboardModifiers modifiers) {
+    PlotRange& range = m_scene->Range();
+    const int step = key == Qt::Key_Left ? -1 : 1;
+    switch (key) {
+        case Qt::Key_Left:
+        case Qt::Key_Right:
+            if ((modifiers & Qt::ControlModifier) || !m_model->Options().bCursor) {
+                range.Scroll(step * std::max(1.0, range.Width() * kPanShare));
+                break;
+            }
+            MoveCursorBy(step);
+            return true;
+        case Qt::Key_Up:
+        case Qt::Key_Plus:
+        case Qt::Key_Equal:
+            ZoomIn();
+            return true;
+        case Qt::Key_Down:
+        case Qt::Key_Minus:
+            ZoomOut();
+            return true;
+        case Qt::Key_PageUp:
+            range.Scroll(-range.Width() * kPageShare);
+            break;
+        case Qt::Key_PageDown:
+            range.Scroll(range.Width() * kPageShare);
+            break;
+        case Qt::Key_Home:
+            range.ScrollToFirst();
+            break;
+        case Qt::Key_End:
+            range.ScrollToLatest();
+            break;
+        case Qt::Key_Escape:
+            if (!m_cursor.IsThere()) {
+                return false;
+            }
+            SetCursorBar(-1);
+            return true;
+        default:
+            return false;
+    }
+    Draw();
+    return true;
+}
+
+void ChartView::keyPressEvent(QKeyEvent* event) {
+    if (!OnKey(event->key(), event->modifiers())) {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+}  // namespace ta::terminal
