@@ -1,0 +1,103 @@
+#include "terminal/frame/DrawingBar.h"
+
+#include "terminal/chart/DrawingBoard.h"
+#include "terminal/frame/DrawingIcons.h"
+#include "terminal/lang/Language.h"
+
+#include <QEvent>
+
+namespace ta::terminal {
+namespace {
+
+struct Tool {
+    Command command;
+    std::optional<TrendLineKind> kind;
+};
+
+constexpr Tool kTools[] = {
+    {Command::DrawPointer, std::nullopt},
+    {Command::DrawLine, TrendLineKind::Line},
+    {Command::DrawSegment, TrendLineKind::Segment},
+    {Command::DrawHorizontal, TrendLineKind::Horizontal},
+    {Command::DrawParallel, TrendLineKind::Parallel},
+    {Command::DrawRailLine, TrendLineKind::RailLine},
+    {Command::DrawGoldenCut, TrendLineKind::GoldenCut},
+};
+
+}  // namespace
+
+DrawingBar::DrawingBar(Commands& commands, QWidget* parent)
+    : QToolBar(parent), m_commands(commands) {
+    setObjectName("drawingBar");
+    setMovable(false);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    setIconSize(QSize(20, 20));
+    for (const Tool& tool : kTools) {
+        addAction(&m_commands.At(tool.command));
+    }
+    TakeIcons();
+    Retranslate();
+}
+
+void DrawingBar::Attach(DrawingBoard& board) {
+    if (m_board == &board) {
+        return;
+    }
+    if (m_board) {
+        m_board->disconnect(this);
+        m_board->ChooseTool(std::nullopt);
+    }
+    m_board = &board;
+    connect(m_board, &DrawingBoard::changed, this, &DrawingBar::Refresh);
+    Refresh();
+}
+
+void DrawingBar::Run(Command command) {
+    if (!m_board) {
+        return;
+    }
+    for (const Tool& tool : kTools) {
+        if (tool.command == command) {
+            m_board->ChooseTool(tool.kind);
+            Refresh();
+        }
+    }
+    if (command == Command::SelectLine) {
+        m_board->SelectNext();
+    } else if (command == Command::DeleteLine) {
+        m_board->DeleteSelected();
+    } else if (command == Command::DeleteAllLines) {
+        m_board->DeleteAll();
+    }
+}
+
+void DrawingBar::Refresh() {
+    for (const Tool& tool : kTools) {
+        if (m_board->Tool() == tool.kind) {
+            m_commands.At(tool.command).setChecked(true);
+        }
+    }
+    const bool any = m_board->LineCount() > 0;
+    m_commands.At(Command::SelectLine).setEnabled(any);
+    m_commands.At(Command::DeleteAllLines).setEnabled(any);
+    m_commands.At(Command::DeleteLine).setEnabled(m_board->Selected() >= 0);
+}
+
+void DrawingBar::Retranslate() {
+    setWindowTitle(Tr("IDS_TERMINAL-FRAME_DRAWING_BAR"));
+}
+
+void DrawingBar::TakeIcons() {
+    for (const Tool& tool : kTools) {
+        m_commands.At(tool.command).setIcon(DrawingIcon(tool.kind, palette()));
+    }
+}
+
+void DrawingBar::changeEvent(QEvent* event) {
+    QToolBar::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        TakeIcons();
+    }
+}
+
+}  // namespace ta::terminal

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "terminal/lang/Language.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+namespace ta::terminal {
+
+/// One chart window of the frame.
+struct TabState {
+    unsigned char market = 0;
+    QString symbol;
+    int period = 0;  ///< 0 daily, 1 weekly, 2 monthly, 3 minute
+    int count = 0;   ///< minutes of a bar; 0 for the other periods
+    int group = -1;  ///< UniNum of the chart's group
+
+    bool operator==(const TabState&) const = default;
+};
+
+/// What the frame remembers between runs, beside the settings of the configuration store.
+struct FrameState {
+    QList<TabState> tabs;
+    int currentTab = 0;
+    Language::Id language = Language::TraditionalChinese;
+    bool risingRed = true;
+    QByteArray geometry;  ///< as QWidget::saveGeometry gives it
+
+    bool operator==(const FrameState&) const = default;
+};
+
+/// The file beside a configuration store that keeps its frame's state.
+QString FrameStatePath(const QString& storePath);
+
+/// Reads an INI file; what is missing or makes no sense stays at its default.
+FrameState LoadFrameState(const QString& path);
+
+/// Writes it, keeping sections of others in the file. false when the file cannot be written.
+bool SaveFrameState(const QString& path, const FrameState& state);
+
+}  // namespace ta::terminal

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+namespace ta::terminal {
+
+/// A data period that the frame offers.
+struct FramePeriod {
+    int code = 0;   ///< 0 daily, 1 weekly, 2 monthly, 3 minute
+    int count = 0;  ///< minutes of a bar; 0 for the other periods
+    const char* textKey = "";
+    const char* shortcut = "";
+};
+
+inline constexpr std::array kPeriods{
+    FramePeriod{0, 0, "IDS_TERMINAL-FRAME_PERIOD_DAY", "Ctrl+1"},
+    FramePeriod{1, 0, "IDS_TERMINAL-FRAME_PERIOD_WEEK", "Ctrl+2"},
+    FramePeriod{2, 0, "IDS_TERMINAL-FRAME_PERIOD_MONTH", "Ctrl+3"},
+    FramePeriod{3, 1, "IDS_TERMINAL-FRAME_PERIOD_MINUTE1", "Ctrl+4"},
+    FramePeriod{3, 5, "IDS_TERMINAL-FRAME_PERIOD_MINUTE5", "Ctrl+5"},
+    FramePeriod{3, 15, "IDS_TERMINAL-FRAME_PERIOD_MINUTE15", "Ctrl+6"},
+    FramePeriod{3, 30, "IDS_TERMINAL-FRAME_PERIOD_MINUTE30", "Ctrl+7"},
+    FramePeriod{3, 60, "IDS_TERMINAL-FRAME_PERIOD_MINUTE60", "Ctrl+8"},
+};
+
+/// Position in kPeriods; -1 when the frame does not offer the period.
+constexpr int PeriodIndex(int code, int count) {
+    for (std::size_t i = 0; i < kPeriods.size(); ++i) {
+        if (kPeriods[i].code == code && kPeriods[i].count == count) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
+}  // namespace ta::terminal

@@ -1,0 +1,84 @@
+#include "terminal/entitlement/TerminalEntitlement.h"
+#include "terminal/frame/FrameState.h"
+#include "terminal/frame/Periods.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace ta::terminal {
+namespace {
+
+void Write(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+TEST(FrameState, ComesBackAsItWas) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("state.ini");
+    FrameState state;
+    state.tabs = {{2, "SPX", 0, 0, 0}, {16, "9901", 3, 15, 7}, {'U', "檔案-1", 2, 0, -1}};
+    state.currentTab = 1;
+    state.language = Language::English;
+    state.risingRed = false;
+    state.geometry = QByteArray("\0\x01\xff,;\"", 6);
+    ASSERT_TRUE(SaveFrameState(path, state));
+    EXPECT_EQ(LoadFrameState(path), state);
+    // Fewer tabs leave none of the old ones behind.
+    state.tabs.resize(1);
+    ASSERT_TRUE(SaveFrameState(path, state));
+    EXPECT_EQ(LoadFrameState(path), state);
+}
+
+TEST(FrameState, StartsWithDefaultsWithoutAFileOrWithGarbage) {
+    const QTemporaryDir folder;
+    EXPECT_EQ(LoadFrameState(folder.filePath("none.ini")), FrameState());
+    const QString garbage = folder.filePath("garbage.ini");
+    Write(garbage, QByteArray("\xff\xfe[[[\n=\n[tabs]\nsize=many\n", 24));
+    EXPECT_EQ(LoadFrameState(garbage), FrameState());
+    Write(garbage, "[tabs]\nsize=2000000000\n");
+    EXPECT_LE(LoadFrameState(garbage).tabs.size(), 50);
+}
+
+TEST(FrameState, TellsWhenItCannotBeWritten) {
+    const QTemporaryDir folder;
+    Write(folder.filePath("file"), "");
+    EXPECT_FALSE(SaveFrameState(folder.filePath("file/state.ini"), FrameState()));
+}
+
+TEST(Entitlement, AllowsEverythingWithinLimitsUnlessTheFileDeniesIt) {
+    int inAll = 0;
+    int perSymbol = 0;
+    const TerminalEntitlement none;
+    EXPECT_TRUE(none.bIsFunctionAllowed(Function::TaGroups));
+    EXPECT_TRUE(none.bIsSecondDataAllowed(16));
+    none.GetTATrendLineMaxCount(inAll, perSymbol);
+    EXPECT_EQ(inAll, 1000);
+    EXPECT_EQ(perSymbol, 50);
+
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("state.ini");
+    Write(path, "[entitlement]\nsecondData=false\ntrendLinesPerSymbol=3\n");
+    // The frame's own state beside it changes nothing.
+    ASSERT_TRUE(SaveFrameState(path, FrameState()));
+    const TerminalEntitlement some(path);
+    EXPECT_TRUE(some.bIsFunctionAllowed(Function::AdvancedStudies));
+    EXPECT_FALSE(some.bIsFunctionAllowed(Function::SecondData));
+    EXPECT_FALSE(some.bIsSecondDataAllowed(16));
+    some.GetTATrendLineMaxCount(inAll, perSymbol);
+    EXPECT_EQ(inAll, 1000);
+    EXPECT_EQ(perSymbol, 3);
+}
+
+TEST(Periods, AreFoundByCodeAndCount) {
+    EXPECT_EQ(PeriodIndex(0, 0), 0);
+    EXPECT_EQ(PeriodIndex(3, 60), 7);
+    EXPECT_EQ(PeriodIndex(3, 2), -1);
+    EXPECT_EQ(PeriodIndex(4, 1), -1);
+}
+
+}  // namespace
+}  // namespace ta::terminal
