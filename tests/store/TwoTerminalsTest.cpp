@@ -24,12 +24,12 @@ public:
         : m_store([&now] { return now; }) {
         m_store.Open(path);
         m_store.SetPackErrorHandler([this](const auto&) { ++packErrors; });
-        Front();
+        HangIn();
         m_repository = TaSettingHandleTestAccess::Make();
         m_repository->AddTechViewPtr(&view);
     }
     ~RunningTerminal() {
-        Front();
+        HangIn();
         m_repository.reset();
         CSyncInfo::GetSettingCFG().SetServices({});
     }
@@ -37,10 +37,7 @@ public:
     RunningTerminal& operator=(const RunningTerminal&) = delete;
 
     CTaSettingHandle& Front() {
-        Services services;
-        services.configStore = &m_store;
-        services.chartModule = &m_module;
-        CSyncInfo::GetSettingCFG().SetServices(services);
+        HangIn();
         return *m_repository;
     }
 
@@ -54,6 +51,13 @@ public:
     int packErrors = 0;
 
 private:
+    void HangIn() {
+        Services services;
+        services.configStore = &m_store;
+        services.chartModule = &m_module;
+        CSyncInfo::GetSettingCFG().SetServices(services);
+    }
+
     terminal::TerminalChartModule m_module;
     SqliteStore m_store;
     std::unique_ptr<CTaSettingHandle> m_repository;
