@@ -73,6 +73,13 @@ class CheckTest(unittest.TestCase):
         for line, beginning in zip(lines, expected):
             self.assertTrue(line.startswith(beginning), f"{line!r} is not {beginning!r}")
 
+    def assert_each_fault(self, includes, directive, line):
+        """Each file that holds one include is told of once, at that line, and no other is."""
+        lines = self.check("layers", files={
+            name: directive % include for name, include in includes.items()})
+        self.assertEqual([text.split(": ")[0] for text in lines],
+                         [f"{name}:{line}" for name in sorted(includes)])
+
     def test_clean_tree_passes(self):
         for rule in ("layers", "built", "keys", "paths"):
             self.assertEqual(self.check(rule), [], rule)
@@ -84,52 +91,49 @@ class CheckTest(unittest.TestCase):
                           "tests/T.cpp:2: is not as clang-format lays it out")
 
     def test_layers_upwards(self):
-        for name, include in (
-                ("platform/A.h", "settings/S.h"),
-                ("platform/A.h", "platform/ui/U.h"),
-                ("settings/S.cpp", "groupfile/Merge.h"),
-                ("settings/S.cpp", "platform/ui/U.h"),
-                ("groupfile/Other.h", "dialogs/D.h"),
-                ("dialogs/D.h", "groupfile/Merge.h"),
-                ("dialogs/D.h", "sheet/S.h"),
-                ("sheet/S.h", "dialogs/D.h"),
-                ("sheet/S.h", "terminal/Store.h"),
-                ("terminal/T.cpp", "tests/support/Memory.h")):
-            with self.subTest(name=name, include=include):
-                self.assert_fault("layers", name, f'#include "{include}"\n', f"{name}:1: ")
+        includes = {
+            "platform/B.h": "settings/S.h",
+            "platform/C.h": "platform/ui/U.h",
+            "settings/S.cpp": "groupfile/Merge.h",
+            "settings/T.cpp": "platform/ui/U.h",
+            "groupfile/Other.h": "dialogs/D.h",
+            "dialogs/D.h": "groupfile/Merge.h",
+            "dialogs/E.h": "sheet/S.h",
+            "sheet/S.h": "dialogs/D.h",
+            "sheet/T.h": "terminal/Store.h",
+            "terminal/T.cpp": "tests/support/Memory.h"}
+        self.assert_each_fault(includes, '#include "%s"\n', 1)
 
     def test_layers_downwards(self):
-        for name, include in (
-                ("platform/ui/U.h", "platform/A.h"),
-                ("settings/S.cpp", "platform/A.h"),
-                ("dialogs/D.h", "platform/ui/U.h"),
-                ("dialogs/D.cpp", "ui_D.h"),
-                ("sheet/S.h", "groupfile/Merge.h"),
-                ("terminal/T.cpp", "sheet/S.h")):
-            with self.subTest(name=name, include=include):
-                self.assertEqual(
-                    self.check("layers", files={name: f'#include "{include}"\n'}), [])
+        includes = {
+            "platform/ui/U.h": "platform/A.h",
+            "settings/S.cpp": "platform/A.h",
+            "dialogs/D.h": "platform/ui/U.h",
+            "dialogs/D.cpp": "ui_D.h",
+            "sheet/S.h": "groupfile/Merge.h",
+            "terminal/T.cpp": "sheet/S.h"}
+        files = {name: f'#include "{include}"\n' for name, include in includes.items()}
+        self.assertEqual(self.check("layers", files=files), [])
 
     def test_layers_libraries(self):
-        for name, include in (
-                ("platform/A.h", "QString"),
-                ("settings/S.h", "QtCore/QString"),
-                ("settings/S.h", "qglobal.h"),
-                ("settings/S.h", "unistd.h"),
-                ("dialogs/D.cpp", "sqlite3.h"),
-                ("sheet/S.cpp", "qcustomplot.h"),
-                ("groupfile/Merge.cpp", "QFile")):
-            with self.subTest(name=name, include=include):
-                self.assert_fault("layers", name, f"\n#  include <{include}>\n", f"{name}:2: ")
+        includes = {
+            "platform/B.h": "QString",
+            "settings/S.h": "QtCore/QString",
+            "settings/T.h": "qglobal.h",
+            "settings/U.h": "unistd.h",
+            "dialogs/D.cpp": "sqlite3.h",
+            "sheet/S.cpp": "qcustomplot.h",
+            "groupfile/Merge.cpp": "QFile"}
+        self.assert_each_fault(includes, "\n#  include <%s>\n", 2)
 
     def test_layers_core_through_a_header(self):
         self.assert_fault("layers", "groupfile/Merge.h", '#include "groupfile/Dialog.h"\n',
                           "groupfile/Dialog.h:3: the core may not include <QWidget>")
 
     def test_forgotten_source(self):
-        for folder in ("tests", "bench", "fuzz", "terminal"):
-            self.assert_fault("built", f"{folder}/Forgotten.cpp", "int x;\n",
-                              f"{folder}/Forgotten.cpp:1: no target builds")
+        forgotten = [f"{folder}/Forgotten.cpp" for folder in ("bench", "fuzz", "terminal", "tests")]
+        lines = self.check("built", files={name: "int x;\n" for name in forgotten})
+        self.assertEqual(lines, [f"{name}:1: no target builds this source" for name in forgotten])
 
     def test_key_without_text(self):
         self.assert_fault("keys", "terminal/T.cpp", '// "IDS_C-ONE"\nauto k = Tr("IDS_C-ONE");\n',
