@@ -59,18 +59,12 @@ bool ReadLook(const std::vector<std::string_view>& fields, TrendLine& line) {
 
 const std::vector<TrendLineKindInfo>& TrendLineKinds() {
     static const std::vector<TrendLineKindInfo> kinds{
-        {TrendLineKind::Line, 2, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_LINE", 0x2a7fff, 2,
-         "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
-        {TrendLineKind::Segment, 2, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_LINESEGMENT", 0x2a7fff, 2,
-         "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
-        {TrendLineKind::Horizontal, 1, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_HORIZONTAL", 0x0097a7, 2,
-         "IDS_TERMINAL-CHART_DRAW_HORIZONTAL"},
-        {TrendLineKind::Parallel, 3, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_PARALLEL", 0x9c4dcc, 2,
-         "IDS_TERMINAL-CHART_DRAW_PARALLEL"},
-        {TrendLineKind::RailLine, 3, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_RAILLINE", 0x9c4dcc, 2,
-         "IDS_TERMINAL-CHART_DRAW_RAILS"},
-        {TrendLineKind::GoldenCut, 2, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_GOLDEN_CUT", 0xc77700, 1,
-         "IDS_TERMINAL-CHART_DRAW_GOLDEN_CUT"},
+        {TrendLineKind::Line, 2, 0x2a7fff, 2, "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
+        {TrendLineKind::Segment, 2, 0x2a7fff, 2, "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
+        {TrendLineKind::Horizontal, 1, 0x0097a7, 2, "IDS_TERMINAL-CHART_DRAW_HORIZONTAL"},
+        {TrendLineKind::Parallel, 3, 0x9c4dcc, 2, "IDS_TERMINAL-CHART_DRAW_PARALLEL"},
+        {TrendLineKind::RailLine, 3, 0x9c4dcc, 2, "IDS_TERMINAL-CHART_DRAW_RAILS"},
+        {TrendLineKind::GoldenCut, 2, 0xc77700, 1, "IDS_TERMINAL-CHART_DRAW_GOLDEN_CUT"},
     };
     return kinds;
 }

@@ -22,7 +22,6 @@ enum class TrendLineKind {
 struct TrendLineKindInfo {
     TrendLineKind kind = TrendLineKind::Line;
     int anchorCount = 2;
-    const char* nameKey = "";  ///< language key of its name
     std::uint32_t colour = 0;  ///< of a new line, 0xRRGGBB
     int width = 1;             ///< of a new line, pixels
     const char* hintKey = "";  ///< language key: what the user does to draw it

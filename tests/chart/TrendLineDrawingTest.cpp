@@ -525,7 +525,7 @@ TEST_F(TrendLineDrawing, APreviewFollowsTheMouseUntilEscape) {
     EXPECT_TRUE(Menu(Point(210, 92)).isEmpty()) << "A right click cancels.";
     EXPECT_FALSE(Board().Tool());
     Board().ChooseTool(Kind::Segment);
-    Click({view->Mapping().panes[1].top > 0 ? 300 : 0, view->height() - 60});
+    Click({300, view->height() - 60});
     EXPECT_TRUE(Board().Tool()) << "A click outside the prices sets no point.";
     view->SetPeriod(1, 0);
     EXPECT_FALSE(Board().Tool()) << "The bars are others.";
@@ -642,7 +642,7 @@ TEST_F(TrendLineDrawing, DeletingAllAsksAndLeavesWhatIsNotOnTheChart) {
     EXPECT_TRUE(prompts.Last().text.contains('2'));
     EXPECT_EQ(Stored().size(), 3u);
     prompts.ExpectYesNo(true);
-    prompts.Meanwhile([this] { Settings().SendTLineUpdate2AllTechView(); });
+    prompts.Meanwhile([] { Settings().SendTLineUpdate2AllTechView(); });
     Board().DeleteAll();
     EXPECT_EQ(Stored(), std::vector<CString>{foreign});
     EXPECT_EQ(Stored(1, 0).size(), 1u);
