@@ -21,7 +21,9 @@ public:
 
     /// The reload flag of this process: true after another party changed the settings.
     virtual bool GetTASettingReloadType(bool& reload) = 0;
-    /// false lowers the flag of this process; true raises it for every process on the store.
+    /// false lowers the flag of this process, which loads everything again next; where another
+    /// party has committed, its pending writes of the groups and their list are dropped. true
+    /// raises the flag for every process on the store.
     virtual bool SetTASettingReloadType(bool reload) = 0;
     virtual bool GetTAGroupMaxCount(int& count) = 0;
 

@@ -23,6 +23,10 @@ struct Bar {
 /// Oldest bar first, times strictly ascending.
 using BarSeries = std::vector<Bar>;
 
+/// What a volume study of the chart module counts. The values are the chart module's; the library
+/// only hands them on.
+enum class VolumeAmountType : int;
+
 /// How a line of a study looks.
 struct StudyShape {
     std::uint32_t colour = 0;  ///< 0xRRGGBB

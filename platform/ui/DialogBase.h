@@ -44,6 +44,7 @@ public:
     int DoModal();
     /// Fills the dialog without showing it, as showing does; the first call only.
     void Create();
+    bool IsCreated() const { return m_initialised; }
     /// The control of a template id, or null. The dialog keeps ownership.
     QWidget* GetDlgItem(int id) const;
 

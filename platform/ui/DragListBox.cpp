@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QSignalBlocker>
 
 namespace ta::ui {
 
@@ -88,6 +89,8 @@ void DragListBox::MoveRow(int from, int to) {
     if (from == to) {
         return;
     }
+    // The row stays the current one: nobody is told of its neighbour, which is so in between.
+    const QSignalBlocker quiet(this);
     insertItem(to, takeItem(from));
     setCurrentRow(to);
 }

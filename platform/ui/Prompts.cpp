@@ -1,5 +1,6 @@
 #include "platform/ui/Prompts.h"
 
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -90,6 +91,10 @@ public:
         dialog.setFileMode(QFileDialog::AnyFile);
         dialog.setDefaultSuffix(FirstSuffix(filter));
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    }
+
+    QColor AskColour(QWidget* parent, const QString& title, const QColor& preset) override {
+        return QColorDialog::getColor(preset, parent, title);
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/Export.h"
 
+#include <QColor>
 #include <QString>
 #include <QStringList>
 
@@ -11,7 +12,7 @@ namespace ta::ui {
 
 enum class PromptIcon { None, Information, Question, Warning, Error };
 
-/// The one door to message boxes and file pickers, so that tests can answer them.
+/// The one door to message boxes and to file and colour pickers, so that tests can answer them.
 class TADIALOGS_EXPORT Prompts {
 public:
     virtual ~Prompts() = default;
@@ -36,6 +37,8 @@ public:
     /// user is asked before an existing file is chosen.
     virtual QString SaveFile(QWidget* parent, const QString& title, const QString& start,
                              const QString& filter) = 0;
+    /// A colour, `preset` at first; an invalid one when the user cancelled.
+    virtual QColor AskColour(QWidget* parent, const QString& title, const QColor& preset) = 0;
 };
 
 /// The prompts in use: real dialogs, unless others were set.

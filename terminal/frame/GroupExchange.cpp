@@ -3,7 +3,7 @@
 #include "groupfile/TAGroupExport.h"
 #include "groupfile/TAGroupImport.h"
 #include "platform/ui/Prompts.h"
-#include "terminal/frame/GroupEditor.h"
+#include "terminal/frame/SettingsOpener.h"
 #include "terminal/lang/Language.h"
 
 #include <QFileInfo>

@@ -6,9 +6,9 @@
 #include "terminal/chart/ChartView.h"
 #include "terminal/chart/DrawingBoard.h"
 #include "terminal/frame/CsvOpener.h"
-#include "terminal/frame/GroupEditor.h"
 #include "terminal/frame/GroupExchange.h"
 #include "terminal/frame/Session.h"
+#include "terminal/frame/SettingsOpener.h"
 #include "terminal/frame/TrendLineListDialog.h"
 #include "terminal/quotes/MarketData.h"
 
@@ -105,6 +105,7 @@ MainWindow::MainWindow(Session& session, QWidget* parent)
     connect(&m_session.Lang(), &Language::changed, this, &MainWindow::Retranslate);
     Restore(m_session.LastState());
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::RefreshChart);
+    m_session.Store().SetViewGroupSource([this](int uniNum) { return ViewsOfGroup(uniNum); });
     connect(&m_poll, &QTimer::timeout, this, &MainWindow::PollStore);
     m_poll.start(kPollMilliseconds);
     Retranslate();
@@ -112,6 +113,7 @@ MainWindow::MainWindow(Session& session, QWidget* parent)
 }
 
 MainWindow::~MainWindow() {
+    m_session.Store().SetViewGroupSource({});
     m_tabs->disconnect(this);
 }
 
@@ -132,6 +134,7 @@ void MainWindow::MakeTabs() {
 void MainWindow::MakeToolBar() {
     addToolBar(m_toolBar);
     addToolBar(Qt::LeftToolBarArea, m_drawingBar);
+    m_toolBar->addAction(&m_commands->At(Command::EditSettings));
     m_toolBar->addSeparator();
     for (const Command command :
          {Command::ZoomIn, Command::ZoomOut, Command::ShowAll, Command::ShowLatest}) {
@@ -202,6 +205,8 @@ ChartView& MainWindow::AddChart() {
         Notice(Tr("IDS_TERMINAL-FRAME_GROUP_VANISHED").arg(newGroup));
     });
     connect(chart, &ChartView::loadFailed, this, &MainWindow::Notice);
+    connect(chart, &ChartView::legendDoubleClicked, this,
+            [this, chart](int pane, int study) { EditStudies(*chart, pane, study); });
     connect(&chart->Drawings(), &DrawingBoard::notice, this, &MainWindow::Notice);
     connect(chart, &ChartView::cursorMoved, this, [this, chart](const QString& text) {
         if (IsCurrent(*chart)) {
@@ -283,6 +288,16 @@ bool MainWindow::OpenCsv(const QString& path) {
 void MainWindow::PollStore() {
     Repository().ReloadTASetting();
     RefreshGroups();
+}
+
+std::vector<std::pair<CString, int>> MainWindow::ViewsOfGroup(int uniNum) const {
+    std::vector<std::pair<CString, int>> views;
+    for (int i = 0; i < TabCount(); ++i) {
+        if (ChartAt(i).GroupUniNum() == uniNum) {
+            views.emplace_back(ui::FromQString(m_tabs->tabToolTip(i)), i);
+        }
+    }
+    return views;
 }
 
 FrameState MainWindow::State() const {
@@ -370,12 +385,8 @@ void MainWindow::Run(Command command) {
             return chart.ShowLatest();
         case Command::RisingRed:
             return SetRisingRed(m_commands->At(command).isChecked());
-        case Command::AddGroup:
-            return AddGroup();
-        case Command::RenameGroup:
-            return RenameGroup();
-        case Command::DeleteGroup:
-            return DeleteGroup();
+        case Command::EditSettings:
+            return EditGroups();
         case Command::ImportGroups:
             return ImportGroups({});
         case Command::ExportGroups:
@@ -416,26 +427,26 @@ void MainWindow::SelectGroup(const CString& name) {
     CurrentChart().setFocus();
 }
 
-void MainWindow::AddGroup() {
-    const CString name = GroupEditor(this).Add();
-    if (!name.empty()) {
-        SelectGroup(name);
+void MainWindow::EditGroups() {
+    const ChartView& chart = CurrentChart();
+    EditSettings({SettingsPlace::Page::Groups, chart.GroupName(), chart.PaneCount(), 0, 0});
+}
+
+void MainWindow::EditStudies(const ChartView& chart, int pane, int study) {
+    EditSettings({SettingsPlace::Page::Studies, chart.GroupName(), chart.PaneCount(), pane, study});
+}
+
+void MainWindow::EditSettings(const SettingsPlace& place) {
+    const CString added = OpenSettings(*this, m_session.Store(), place);
+    if (!added.empty()) {
+        CurrentChart().SetGroup(added);
     }
     RefreshGroups();
+    CurrentChart().setFocus();
 }
 
 void MainWindow::ImportGroups(const QString& path) {
     terminal::ImportGroups(*this, path);
-    RefreshGroups();
-}
-
-void MainWindow::RenameGroup() {
-    GroupEditor(this).Rename(CString(CurrentChart().GroupName()));
-    RefreshGroups();
-}
-
-void MainWindow::DeleteGroup() {
-    GroupEditor(this).Delete(CString(CurrentChart().GroupName()));
     RefreshGroups();
 }
 
@@ -558,7 +569,6 @@ void MainWindow::RefreshGroups() {
         names.append(ui::ToQString(group));
     }
     m_toolBar->ShowGroups(names, ui::ToQString(CurrentChart().GroupName()));
-    m_commands->At(Command::DeleteGroup).setEnabled(names.size() > 1);
 }
 
 void MainWindow::RefreshTab(const ChartView& chart) {

@@ -13,12 +13,14 @@
 #include <QToolButton>
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace ta::terminal {
 
 class ChartView;
 class Session;
+struct SettingsPlace;
 struct Symbol;
 
 /// The terminal's window: chart windows as tabs, a toolbar with the symbol, the period and the
@@ -67,14 +69,19 @@ private:
     void MakePeriodMenu();
     void Restore(const FrameState& state);
     ChartView& AddChart();
+    /// The tabs that show a group: title and position.
+    std::vector<std::pair<CString, int>> ViewsOfGroup(int uniNum) const;
     bool IsCurrent(const ChartView& chart) const;
 
     void Run(Command command);
     void SelectPeriod(int index);
     void SelectGroup(const CString& name);
-    void AddGroup();
-    void RenameGroup();
-    void DeleteGroup();
+    /// Opens the settings sheet on the current chart's group.
+    void EditGroups();
+    /// The same on the studies, with one of a pane selected: `pane` from 0, `study` from 1, 0 the
+    /// pane.
+    void EditStudies(const ChartView& chart, int pane, int study);
+    void EditSettings(const SettingsPlace& place);
     /// Asks for a file when `path` is empty.
     void ImportGroups(const QString& path);
     void SetRisingRed(bool risingRed);

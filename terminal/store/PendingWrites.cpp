@@ -22,6 +22,10 @@ void PendingWrites::RemoveClass(const CString& chartClass) {
     });
 }
 
+void PendingWrites::ClearGroups() {
+    std::erase_if(m_values, [](const auto& entry) { return IsGroupKind(entry.first.kind); });
+}
+
 void PendingWrites::Clear() {
     m_values.clear();
     m_removedClasses.clear();

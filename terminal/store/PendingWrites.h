@@ -20,6 +20,8 @@ public:
     void Remove(const SettingKey& key);
     /// Removes all trend lines and dates of a chart class, written before by anyone.
     void RemoveClass(const CString& chartClass);
+    /// Forgets what was written of the list of groups and the groups.
+    void ClearGroups();
     void Clear();
 
     bool Empty() const { return m_values.empty() && m_removedClasses.empty(); }

@@ -47,6 +47,12 @@ constexpr bool IsTrendLineKind(SettingKind kind) {
     return kind == SettingKind::TrendLines || kind == SettingKind::TrendLineDate;
 }
 
+/// True for what belongs to the list of groups and the groups in it.
+constexpr bool IsGroupKind(SettingKind kind) {
+    return kind == SettingKind::GroupNames ||
+           (kind >= SettingKind::StudyList && kind <= SettingKind::CursorMoveStyle);
+}
+
 /// The key of one stored row. Ordered as the rows in the file are: by kind, number, then the bytes
 /// of name and sub. Does not own its texts.
 struct SettingKey {

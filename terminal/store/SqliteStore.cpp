@@ -93,9 +93,30 @@ bool SqliteStore::LoadTAStudyShapeDefaultSetting(std::vector<CString>& strings) 
     return Guarded([&] { return CopyUnlessEmpty(m_shapeDefaults, strings); });
 }
 
+void SqliteStore::SetViewGroupSource(std::function<ViewGroups(int)> source) {
+    m_openViews = std::move(source);
+}
+
+bool SqliteStore::GetTAViewGroupSetting(int layout, ViewGroups& views) {
+    if (!m_openViews) {
+        return SettingRows::GetTAViewGroupSetting(layout, views);
+    }
+    return Guarded([&] {
+        views = m_openViews(layout);
+        return true;
+    });
+}
+
 void SqliteStore::DiscardPending() {
     m_pending.Clear();
     m_reload = true;
+}
+
+void SqliteStore::ReturnToPending(PendingState before) {
+    if (before.refreshes != m_refreshes) {
+        before.writes.ClearGroups();
+    }
+    m_pending = std::move(before.writes);
 }
 
 // ---- The reload flag ----
@@ -146,7 +167,18 @@ bool SqliteStore::SetTASettingReloadType(bool reload) {
             return m_store.result.state != OpenResult::NewerVersion && m_store.file.IsOpen() &&
                    m_store.file.Touch() == SQLITE_OK;
         }
-        return !m_store.file.IsOpen() || Refresh();
+        if (!m_store.file.IsOpen()) {
+            return true;
+        }
+        const std::uint32_t counter = m_store.rows.Counter();
+        const bool refreshed = Refresh();
+        if (counter != m_store.rows.Counter()) {
+            // Written by position in the list of groups as it was: over another party's list they
+            // would fall on other groups.
+            m_pending.ClearGroups();
+            ++m_refreshes;
+        }
+        return refreshed;
     });
 }
 

@@ -48,8 +48,22 @@ public:
     /// The strings that the Load...DefaultSetting operations answer with; they are not stored.
     void SetDefaults(std::vector<CString> paramStrings, std::vector<CString> shapeStrings);
 
+    /// Who knows the open windows that use the group of a number; they are given in the place of
+    /// the stored views. Empty for the stored ones.
+    void SetViewGroupSource(std::function<ViewGroups(int uniNum)> source);
+    bool GetTAViewGroupSetting(int layout, ViewGroups& views) override;
+
     /// Drops the pending writes and raises the reload flag of this process.
     void DiscardPending();
+
+    /// What is pending at one moment.
+    struct PendingState {
+        PendingWrites writes;
+        unsigned refreshes = 0;  ///< tells whether another party has committed since
+    };
+    PendingState Pending() const { return {m_pending, m_refreshes}; }
+    /// Drops the writes that have become pending since, without a reload.
+    void ReturnToPending(PendingState before);
 
     /// Never touches the file in the middle of a run of calls: it looks at it when kQuietGap has
     /// passed since the last question, or kLongestBlind since the last look. Another process's
@@ -58,7 +72,8 @@ public:
     bool GetTASettingReloadType(bool& reload) override;
     /// true: raised for every process on the store at once, without PackFile. false: lowered for
     /// this process, whose loads then answer from the newest committed state under its own pending
-    /// writes. Returns false when the file could not be read (loads then answer as before) or
+    /// writes; those of groups are dropped when another party has committed, since they name groups
+    /// by position. Returns false when the file could not be read (loads then answer as before) or
     /// written (the flag of this process is raised all the same).
     bool SetTASettingReloadType(bool reload) override;
 
@@ -96,12 +111,14 @@ private:
 
     MonotonicClock m_clock;
     std::function<void(const PackError&)> m_onPackError;
+    std::function<ViewGroups(int)> m_openViews;
     std::vector<CString> m_paramDefaults;
     std::vector<CString> m_shapeDefaults;
 
     std::optional<std::string> m_vfs;
     StoreOpening m_store;  ///< its rows are the committed state that loads answer from
     PendingWrites m_pending;
+    unsigned m_refreshes = 0;
     bool m_fileIsNew = false;  ///< it took the place of a lost one and lacks its rows
     QString m_movedTo;  ///< where a file went that was replaced after Open; until it is reported
 

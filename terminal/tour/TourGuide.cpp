@@ -11,8 +11,12 @@
 #include <QPainter>
 #include <QTextStream>
 
+#include <algorithm>
+
 namespace ta::terminal {
 namespace {
+
+constexpr int kWatchMilliseconds = 10;
 
 /// The display has no window manager; dialogs get a plain frame with their title.
 void PaintFrame(QPainter& painter, const QWidget& dialog, const QPoint& position) {
@@ -28,6 +32,19 @@ void PaintFrame(QPainter& painter, const QWidget& dialog, const QPoint& position
 
 bool IsDialog(const QWidget& widget) {
     return widget.windowType() == Qt::Dialog || widget.windowType() == Qt::Sheet;
+}
+
+int WindowsBelow(const QWidget& window) {
+    const QWidget* parent = window.parentWidget();
+    return parent == nullptr ? 0 : 1 + WindowsBelow(*parent->window());
+}
+
+/// The other windows, each after the one over which it stands.
+QWidgetList ShownOver(const QWidget& window) {
+    QWidgetList shown = QApplication::topLevelWidgets();
+    shown.removeIf([&](const QWidget* each) { return each == &window || !each->isVisible(); });
+    std::ranges::stable_sort(shown, {}, [](const QWidget* each) { return WindowsBelow(*each); });
+    return shown;
 }
 
 std::string TextOf(const QWidget& dialog) {
@@ -52,12 +69,21 @@ std::pair<int, int> CountCandleColours(const QImage& image) {
     return {red, green};
 }
 
+/// An event of the left button.
+void SendMouse(QWidget& widget, QEvent::Type type, const QPoint& position) {
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    const Qt::MouseButtons held =
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, position, widget.mapToGlobal(position), button, held, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
 }  // namespace
 
 TourGuide::TourGuide(MainWindow& window, const QString& folder)
     : m_window(window), m_folder(folder) {
     QObject::connect(&m_watch, &QTimer::timeout, [this] { AnswerDialog(); });
-    m_watch.start(10);
+    m_watch.start(kWatchMilliseconds);
 }
 
 void TourGuide::Expect(bool condition, const char* what) {
@@ -94,10 +120,7 @@ void TourGuide::Picture(const char* name) {
 QPixmap TourGuide::Display() const {
     QPixmap display = m_window.grab();
     QPainter painter(&display);
-    for (const QWidget* widget : QApplication::topLevelWidgets()) {
-        if (widget == &m_window || !widget->isVisible()) {
-            continue;
-        }
+    for (const QWidget* widget : ShownOver(m_window)) {
         QPoint position = widget->pos() - m_window.pos();
         if (IsDialog(*widget)) {
             // In the middle of the window, where a window manager would put it.
@@ -126,14 +149,18 @@ void TourGuide::Type(QWidget& widget, const QString& text) {
 }
 
 void TourGuide::Click(QWidget& widget, const QPoint& position) {
-    const QPointF local(position);
-    const QPointF global(widget.mapToGlobal(position));
-    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        const Qt::MouseButtons held =
-            type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-        QMouseEvent event(type, local, global, Qt::LeftButton, held, Qt::NoModifier);
-        QApplication::sendEvent(&widget, &event);
+    SendMouse(widget, QEvent::MouseButtonPress, position);
+    SendMouse(widget, QEvent::MouseButtonRelease, position);
+    Settle();
+}
+
+void TourGuide::Drag(QWidget& widget, const QPoint& from, const QPoint& to) {
+    constexpr int kSteps = 4;
+    SendMouse(widget, QEvent::MouseButtonPress, from);
+    for (int step = 1; step <= kSteps; ++step) {
+        SendMouse(widget, QEvent::MouseMove, from + (to - from) * step / kSteps);
     }
+    SendMouse(widget, QEvent::MouseButtonRelease, to);
     Settle();
 }
 
@@ -178,11 +205,14 @@ void TourGuide::WithDialogs(const std::function<void()>& action, const Answers& 
 }
 
 void TourGuide::AnswerDialog() {
+    // Anew: a timer does not fire while its slot runs, and an answer may open the next dialog.
+    m_watch.start(kWatchMilliseconds);
     QWidget* dialog = QApplication::activeModalWidget();
-    if (dialog == nullptr || dialog == m_answered || !dialog->isVisible()) {
+    if (dialog == nullptr || m_answered.contains(dialog) || !dialog->isVisible()) {
         return;
     }
-    m_answered = dialog;
+    m_answered.removeAll(QPointer<QWidget>());
+    m_answered.append(dialog);
     try {
         if (m_answers.empty()) {
             throw TourFailure("an unexpected dialog: " + TextOf(*dialog));

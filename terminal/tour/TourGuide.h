@@ -51,6 +51,8 @@ public:
     static void Press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     static void Type(QWidget& widget, const QString& text);
     static void Click(QWidget& widget, const QPoint& position);
+    /// With the left button, in a few steps.
+    static void Drag(QWidget& widget, const QPoint& from, const QPoint& to);
     /// Types a symbol's id into the symbol box and Enter.
     void Open(const QString& symbolId);
     /// Chooses a line of a combo box with the keyboard.
@@ -72,7 +74,7 @@ private:
     int m_number = 0;
     QTimer m_watch;  ///< looks for dialogs
     Answers m_answers;
-    QPointer<QWidget> m_answered;
+    QList<QPointer<QWidget>> m_answered;  ///< one dialog may stand over another
     std::string m_dialogFault;
 };
 

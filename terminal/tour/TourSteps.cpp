@@ -6,15 +6,13 @@
 #include "terminal/tour/TourDrawing.h"
 #include "terminal/tour/TourExchange.h"
 #include "terminal/tour/TourGuide.h"
+#include "terminal/tour/TourSheet.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QCompleter>
-#include <QDialog>
 #include <QFile>
-#include <QLineEdit>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -33,20 +31,8 @@ const char* const kOscillatorGroup = "擺盪指標";
 const StudyLists kTrendStudies{{0, 7, 8}, {16}, {40}, {41}};
 const StudyLists kOscillatorStudies{{0, 5}, {24}, {26}, {28}, {31}};
 
-QString TypedLine(QWidget& dialog, const QString& text) {
-    auto* edit = dialog.findChild<QLineEdit*>();
-    TourGuide::Expect(edit != nullptr, "the prompt has no edit box");
-    edit->selectAll();
-    TourGuide::Type(*edit, text);
-    return edit->text();
-}
-
 void Confirm(QWidget& dialog) {
     TourGuide::Press(dialog, Qt::Key_Return);
-}
-
-void Dismiss(QWidget& dialog) {
-    TourGuide::Press(dialog, Qt::Key_Escape);
 }
 
 const Symbol& FirstSymbol(const std::vector<const Symbol*>& symbols,
@@ -102,18 +88,11 @@ void ShowChartMenu(TourGuide& guide) {
     ShowMenu(guide, MenuId::Chart, "chart-menu");
 }
 
-/// Adds a group by the menu and gives it its studies.
+/// Adds a group and gives it its studies.
 void MakeGroup(TourGuide& guide, const char* name, const StudyLists& studies, const char* picture) {
-    guide.Choose(Command::AddGroup, {[&guide, name, picture](QWidget& dialog) {
-                     TypedLine(dialog, name);
-                     if (picture != nullptr) {
-                         guide.Picture(picture);
-                     }
-                     Confirm(dialog);
-                 }});
+    AddGroupInSheet(guide, name, picture);
     const CString group = ui::FromQString(name);
     CTaSettingHandle& repository = CTaSettingHandle::GetInstance();
-    TourGuide::Expect(repository.FindGroup(group) != 0, "the new group is not there");
     repository.SetStudyListByGroupName(group, studies);
     repository.SetStudyCountByGroupName(group, static_cast<int>(studies.size()));
     repository.SaveAllGroupSetting();
@@ -123,18 +102,6 @@ void MakeGroup(TourGuide& guide, const char* name, const StudyLists& studies, co
 
 void ShowAddGroup(TourGuide& guide) {
     MakeGroup(guide, kTrendGroup, kTrendStudies, "add-group");
-}
-
-void ShowNameInUse(TourGuide& guide) {
-    guide.Choose(Command::AddGroup, {[](QWidget& dialog) {
-                                         TypedLine(dialog, kTrendGroup);
-                                         Confirm(dialog);
-                                     },
-                                     [&guide](QWidget& message) {
-                                         guide.Picture("group-name-in-use");
-                                         Confirm(message);
-                                     },
-                                     Dismiss});
 }
 
 void ShowTrendGroup(TourGuide& guide) {
@@ -151,17 +118,6 @@ void ShowDefaultGroup(TourGuide& guide) {
     TourGuide::Choose(box, box.itemText(0));
     guide.ExpectChart(kDefaultPanes);
     guide.Picture("group-default");
-}
-
-void ShowDeleteGroup(TourGuide& guide) {
-    TourGuide::Choose(guide.Window().ToolBar().Group(), kOscillatorGroup);
-    guide.Choose(Command::DeleteGroup, {[&guide](QWidget& question) {
-                     guide.Picture("delete-group");
-                     Dismiss(question);
-                 }});
-    QComboBox& box = guide.Window().ToolBar().Group();
-    TourGuide::Expect(box.findText(kOscillatorGroup) >= 0, "the group is gone");
-    TourGuide::Choose(box, box.itemText(0));
 }
 
 void ShowWeekly(TourGuide& guide) {
@@ -295,7 +251,6 @@ const std::vector<TourStep>& TourSteps() {
         {"group-name-in-use", ShowNameInUse},
         {"group-trend", ShowTrendGroup},
         {"group-oscillators", ShowOscillatorGroup},
-        {"delete-group", ShowDeleteGroup},
         {"group-default", ShowDefaultGroup},
         {"weekly", ShowWeekly},
         {"monthly", ShowMonthly},
@@ -306,6 +261,7 @@ const std::vector<TourStep>& TourSteps() {
         {"csv", ShowCsv},
         {"group-export", ShowExport},
         {"group-import", ShowImport},
+        {"sheet", ShowSheet},
         {"english", ShowEnglish},
         {"about", ShowAbout},
         {"dark", ShowDark},

@@ -106,9 +106,10 @@ QStringList FrameTest::GroupsInRepository() {
 }
 
 void FrameTest::AddGroup(const QString& name) {
-    m_prompts.ExpectText(name);
-    Choose(terminal::Command::AddGroup);
-    ASSERT_TRUE(GroupsInRepository().contains(name));
+    ASSERT_EQ(Repository().AddGroupSetting(ui::FromQString(name)), 1);
+    Repository().SaveAllGroupSetting();
+    Window().PollStore();
+    emit Window().ToolBar().groupChosen(name);
 }
 
 bool FrameTest::Await(const std::function<bool()>& condition) {

@@ -42,7 +42,7 @@ protected:
     void Choose(terminal::Command command) { m_window->GetCommands().At(command).trigger(); }
     QStringList GroupsInBox() const;
     QStringList GroupsInRepository();
-    /// Adds a group by the menu.
+    /// Adds a group, saves it and shows it in the current chart.
     void AddGroup(const QString& name);
     /// Handles events until `condition` holds; false when it has not after some seconds.
     static bool Await(const std::function<bool()>& condition);

@@ -313,16 +313,5 @@ TEST_F(TwoTerminals, VanishedGroupGivesTheDefaultAndANotice) {
     EXPECT_EQ(Window().ToolBar().Group().currentText(), byDefault);
 }
 
-TEST_F(TwoTerminals, ReloadWhileANameIsTypedLosesNothing) {
-    QStringList groups = GroupsInRepository();
-    m_prompts.ExpectText("我的");
-    m_prompts.Meanwhile([this, groups] {
-        SaveInOther(groups + QStringList("他的"));
-        ASSERT_TRUE(Await([this] { return GroupsInBox().contains("他的"); }));
-    });
-    Choose(Command::AddGroup);
-    EXPECT_EQ(GroupsInRepository(), groups + QStringList({"他的", "我的"}));
-}
-
 }  // namespace
 }  // namespace ta::test

@@ -211,6 +211,7 @@ TEST_F(GroupExportTest, AFileDialogThatCannotBeShown) {
         QString SaveFile(QWidget*, const QString&, const QString&, const QString&) override {
             throw std::bad_alloc();
         }
+        QColor AskColour(QWidget*, const QString&, const QColor&) override { return {}; }
     } throwing;
     CTAGroupExport dialog;
     ui::SetPrompts(&throwing);

@@ -6,8 +6,9 @@ namespace ta::test {
 namespace {
 
 const char* KindName(ScriptedPrompts::Kind kind) {
-    constexpr const char* kNames[] = {"message",     "yes/no question",  "choice",
-                                      "text prompt", "open-file picker", "save-file picker"};
+    constexpr const char* kNames[] = {"message",      "yes/no question",  "choice",
+                                      "text prompt",  "open-file picker", "save-file picker",
+                                      "colour picker"};
     return kNames[static_cast<int>(kind)];
 }
 
@@ -46,6 +47,11 @@ void ScriptedPrompts::ExpectFile(const QString& path) {
 
 void ScriptedPrompts::ExpectSaveFile(const QString& path) {
     m_answers.push_back({.kind = Kind::SaveFile, .number = -1, .text = path, .meanwhile = {}});
+}
+
+void ScriptedPrompts::ExpectColour(const QColor& colour) {
+    m_answers.push_back(
+        {.kind = Kind::Colour, .number = -1, .text = colour.name(), .meanwhile = {}});
 }
 
 void ScriptedPrompts::ExpectCancel(Kind kind) {
@@ -117,6 +123,11 @@ QString ScriptedPrompts::OpenFile(QWidget*, const QString& title, const QString&
 QString ScriptedPrompts::SaveFile(QWidget*, const QString& title, const QString& start,
                                   const QString& filter) {
     return Take({Kind::SaveFile, ui::PromptIcon::None, title, filter, start, {}}).text;
+}
+
+QColor ScriptedPrompts::AskColour(QWidget*, const QString& title, const QColor& preset) {
+    const Shown shown{Kind::Colour, ui::PromptIcon::None, title, {}, preset.name(), {}};
+    return QColor(Take(shown).text);
 }
 
 }  // namespace ta::test

@@ -13,7 +13,7 @@ namespace ta::test {
 /// and is answered as cancelled; so does an expected one that never came.
 class ScriptedPrompts final : public ui::Prompts {
 public:
-    enum class Kind { Message, YesNo, Choice, Text, OpenFile, SaveFile };
+    enum class Kind { Message, YesNo, Choice, Text, OpenFile, SaveFile, Colour };
 
     /// What one prompt showed.
     struct Shown {
@@ -21,7 +21,8 @@ public:
         ui::PromptIcon icon = ui::PromptIcon::None;
         QString title;
         QString text;         ///< the message, question or label; of a file picker the filter
-        QString preset;       ///< of a text prompt; of a file picker the start folder
+        QString preset;       ///< of a text prompt; of a file picker the start folder; of a colour
+                              ///< picker the colour's name
         QStringList choices;  ///< of a choice
     };
 
@@ -36,6 +37,7 @@ public:
     void ExpectText(const QString& text);
     void ExpectFile(const QString& path);
     void ExpectSaveFile(const QString& path);
+    void ExpectColour(const QColor& colour);
     /// The next prompt, of the kind, is cancelled (a question: No).
     void ExpectCancel(Kind kind);
     /// Runs `action` when the expected prompt that was added last comes, before it is answered.
@@ -60,12 +62,13 @@ public:
                      const QString& filter) override;
     QString SaveFile(QWidget* parent, const QString& title, const QString& start,
                      const QString& filter) override;
+    QColor AskColour(QWidget* parent, const QString& title, const QColor& preset) override;
 
 private:
     struct Answer {
         Kind kind = Kind::Message;
         int number = -1;  ///< the choice; 1 for yes, 0 for no
-        QString text;     ///< null: cancelled
+        QString text;     ///< null: cancelled; of a colour its name
         std::function<void()> meanwhile;
     };
 

@@ -1,0 +1,79 @@
+#include "sheet/DefaultChanges.h"
+
+#include "groupfile/GroupSummary.h"
+#include "platform/ui/DialogBase.h"
+#include "sheet/ParamText.h"
+
+#include <algorithm>
+#include <array>
+
+namespace ta::sheet {
+namespace {
+
+using ui::LangText;
+
+QString Change(const QString& name, const QString& from, const QString& to) {
+    return LangText("IDS_TERMINAL-SHEET_CHANGE", name, from, to);
+}
+
+QString Visibility(bool visible) {
+    return LangText(visible ? "IDS_TERMINAL-SHEET_VISIBLE" : "IDS_TERMINAL-SHEET_INVISIBLE");
+}
+
+QString ColourName(std::uint32_t colour) {
+    return '#' + QString::number(colour, 16).rightJustified(6, '0').toUpper();
+}
+
+/// What differs between two shapes; empty when nothing.
+QStringList Differences(const StudyShape& from, const StudyShape& to) {
+    QStringList parts;
+    if (from.visible != to.visible) {
+        parts.append(Change(LangText("IDS_TERMINAL-SHEET_VISIBILITY"), Visibility(from.visible),
+                            Visibility(to.visible)));
+    }
+    if (from.colour != to.colour) {
+        parts.append(Change(LangText("IDS_TERMINAL-SHEET_COLOUR"), ColourName(from.colour),
+                            ColourName(to.colour)));
+    }
+    if (from.width != to.width) {
+        parts.append(Change(LangText("IDS_TERMINAL-SHEET_WIDTH"), QString::number(from.width),
+                            QString::number(to.width)));
+    }
+    if (from.style != to.style) {
+        parts.append(Change(LangText("IDS_TERMINAL-SHEET_STYLE"), StyleName(from.style),
+                            StyleName(to.style)));
+    }
+    return parts;
+}
+
+}  // namespace
+
+QString StyleName(int style) {
+    constexpr std::array kKeys{"IDS_TERMINAL-SHEET_STYLE_SOLID", "IDS_TERMINAL-SHEET_STYLE_DASH",
+                               "IDS_TERMINAL-SHEET_STYLE_DOT", "IDS_TERMINAL-SHEET_STYLE_DASH_DOT",
+                               "IDS_TERMINAL-SHEET_STYLE_DASH_DOT_DOT"};
+    return LangText(kKeys[static_cast<std::size_t>(std::clamp(style, 0, 4))]);
+}
+
+QStringList ChangesToDefaults(const StudyFacts& study, const QStringList& params,
+                              const std::vector<StudyShape>& shapes) {
+    QStringList changes;
+    for (std::size_t i = 0; i < study.params.size(); ++i) {
+        const StudyParamInfo& info = study.params[i];
+        const QString& text = params[static_cast<int>(i)];
+        if (ParseNumber(text) != RoundedTo(info.decimals, info.defaultValue)) {
+            changes.append(Change(study.ParamName(i), text.isEmpty() ? "?" : text,
+                                  FormatNumber(info.defaultValue, info.decimals)));
+        }
+    }
+    for (std::size_t i = 0; i < study.shapes.size(); ++i) {
+        const QStringList parts = Differences(shapes[i], study.shapes[i].defaultShape);
+        if (!parts.isEmpty()) {
+            changes.append(LangText("IDS_TERMINAL-SHEET_SHAPE_CHANGE", study.ShapeName(i),
+                                    groupfile::Listed(parts)));
+        }
+    }
+    return changes;
+}
+
+}  // namespace ta::sheet

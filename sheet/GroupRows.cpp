@@ -1,0 +1,69 @@
+#include "sheet/GroupRows.h"
+
+#include "platform/ui/TextBridge.h"
+#include "settings/TaSettingHandle.h"
+
+#include <QListWidget>
+
+#include <algorithm>
+
+namespace ta::sheet {
+namespace {
+
+constexpr int kNameRole = Qt::UserRole;
+constexpr int kUniNumRole = Qt::UserRole + 1;
+
+}  // namespace
+
+std::vector<CString> GroupNames() {
+    std::vector<CString> names;
+    CTaSettingHandle::GetInstance().GetGroupNameList(names);
+    return names;
+}
+
+bool IsFull(std::size_t count, int maximum) {
+    return maximum >= 0 && count >= static_cast<std::size_t>(maximum);
+}
+
+std::vector<CString> InOrder(std::vector<CString> names, const std::vector<CString>& order) {
+    std::ranges::stable_sort(names, {}, [&order](const CString& name) {
+        return std::ranges::find(order, name) - order.begin();
+    });
+    return names;
+}
+
+void FillGroupRows(QListWidget& list) {
+    list.clear();
+    for (const CString& name : GroupNames()) {
+        auto* row = new QListWidgetItem(ui::ToQString(name), &list);
+        row->setData(kNameRole, QByteArray::fromStdString(name));
+        row->setData(kUniNumRole, CTaSettingHandle::GetInstance().GetUniNumByGroupName(name));
+    }
+}
+
+CString NameOfRow(const QListWidgetItem& row) {
+    return row.data(kNameRole).toByteArray().toStdString();
+}
+
+int UniNumOfRow(const QListWidgetItem& row) {
+    return row.data(kUniNumRole).toInt();
+}
+
+std::vector<CString> NamesOfRows(const QListWidget& list) {
+    std::vector<CString> names;
+    for (int row = 0; row < list.count(); ++row) {
+        names.push_back(NameOfRow(*list.item(row)));
+    }
+    return names;
+}
+
+int RowOf(const QListWidget& list, const CString& name) {
+    for (int row = 0; row < list.count(); ++row) {
+        if (NameOfRow(*list.item(row)) == name) {
+            return row;
+        }
+    }
+    return list.count() > 0 ? 0 : -1;
+}
+
+}  // namespace ta::sheet

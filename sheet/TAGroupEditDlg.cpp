@@ -1,0 +1,130 @@
+#include "sheet/TAGroupEditDlg.h"
+
+#include "platform/ui/TextBridge.h"
+#include "settings/TaSettingHandle.h"
+#include "ui_TAGroupEditDlg.h"
+
+#include <QCloseEvent>
+#include <QValidator>
+
+#include <vector>
+
+using namespace ta::ui;
+
+namespace {
+
+constexpr int kIdNameLabel = 20090;
+constexpr int kIdNameEdit = 20091;
+constexpr int kIdGroupCombo = 16276;
+
+constexpr std::size_t kMaxNameBytes = 30;
+
+/// Turns what is entered into what can be stored, with the caret behind the same character.
+class CodePageValidator : public QValidator {
+public:
+    using QValidator::QValidator;
+
+    State validate(QString& input, int& caret) const override {
+        caret = static_cast<int>(AsStored(input.left(caret)).size());
+        input = AsStored(input);
+        return Acceptable;
+    }
+
+private:
+    static QString AsStored(const QString& text) { return ToQString(FromQString(text)); }
+};
+
+}  // namespace
+
+CTAGroupEditDlg::CTAGroupEditDlg(QWidget* parent)
+    : DialogBase(parent), m_ui(std::make_unique<Ui::TAGroupEditDlg>()) {
+    m_ui->setupUi(this);
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    SetButtons(*m_ui->okButton, *m_ui->cancelButton);
+    SetDlgItem(kIdNameLabel, *m_ui->nameLabel);
+    SetDlgItem(kIdNameEdit, *m_ui->nameEdit);
+    SetDlgItem(kIdGroupCombo, *m_ui->groupCombo);
+    m_ui->nameEdit->setValidator(new CodePageValidator(m_ui->nameEdit));
+}
+
+CTAGroupEditDlg::~CTAGroupEditDlg() = default;
+
+bool CTAGroupEditDlg::OnInitDialog() {
+    vLoadLanguageString();
+    if (m_mode == kAdd || m_mode == kModify) {
+        ShowEdit();
+    } else if (m_mode == kReplace) {
+        ShowGroups();
+    }
+    return true;
+}
+
+void CTAGroupEditDlg::setVisible(bool visible) {
+    DialogBase::setVisible(visible);
+    if (visible) {
+        // A dialog that comes up selects the text of the box with the focus.
+        m_ui->nameEdit->end(false);
+    }
+}
+
+void CTAGroupEditDlg::vLoadLanguageString() {
+    LoadLanguageStrings();
+    switch (m_mode) {
+        case kAdd:
+            setWindowTitle(LangText("IDS_OPTIONAL-SHEET_GROUP_DIALOG_ADD_TITLE"));
+            break;
+        case kModify:
+            setWindowTitle(LangText("IDS_OPTIONAL-SHEET_GROUP_DIALOG_MODIFY_TITLE"));
+            break;
+        case kReplace:
+            setWindowTitle(LangText("IDS_TECHVIEW-STRING_GROUPSETTING_GROUP_CHK_REPLACE2"));
+            break;
+        default:
+            break;
+    }
+}
+
+void CTAGroupEditDlg::ShowEdit() {
+    m_ui->groupCombo->hide();
+    m_ui->nameEdit->show();
+    m_ui->nameEdit->setText(ToQString(m_name));
+    m_ui->nameEdit->setFocus();
+}
+
+void CTAGroupEditDlg::ShowGroups() {
+    std::vector<CString> names;
+    CTaSettingHandle::GetInstance().GetGroupNameList(names);
+    QComboBox& combo = *m_ui->groupCombo;
+    m_ui->nameEdit->hide();
+    combo.show();
+    m_ui->nameLabel->setBuddy(&combo);
+    combo.setUpdatesEnabled(false);
+    combo.clear();
+    for (const CString& name : names) {
+        combo.addItem(ToQString(name), QByteArray::fromStdString(name));
+    }
+    combo.setCurrentIndex(names.empty() ? -1 : 0);
+    combo.setUpdatesEnabled(true);
+    combo.setFocus();
+}
+
+CString CTAGroupEditDlg::EnteredName() const {
+    return m_mode == kReplace ? m_ui->groupCombo->currentData().toByteArray().toStdString()
+                              : FromQString(m_ui->nameEdit->text());
+}
+
+void CTAGroupEditDlg::OnOK() {
+    const CString name = EnteredName();
+    if (name.empty()) {
+        TellKey("IDS_OPTIONAL-SHEET_MSG_MIN");
+    } else if (name.size() > kMaxNameBytes) {
+        TellKey("IDS_OPTIONAL-SHEET_MSG_MAX");
+    } else {
+        m_name = name;
+        DialogBase::OnOK();
+    }
+}
+
+void CTAGroupEditDlg::closeEvent(QCloseEvent* event) {
+    event->ignore();
+}

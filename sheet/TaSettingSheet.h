@@ -1,0 +1,103 @@
+#pragma once
+
+#include "platform/Export.h"
+#include "platform/Study.h"
+#include "platform/Types.h"
+#include "platform/ui/PropertySheet.h"
+#include "settings/GroupRecord.h"
+
+#include <memory>
+#include <vector>
+
+class CTASetGroup;
+class CTASetParam;
+
+/// The settings sheet that a chart window opens: the group page, when the user may edit groups, and
+/// the study and parameter page. Run it with DoModal; afterwards it tells what changed, so that
+/// only the affected chart windows draw again.
+///
+/// OK saves both pages and the repository, and commits. Cancel asks whether to save, at most once,
+/// when a page has unsaved changes: Yes saves like OK; No leaves the repository as it was when the
+/// sheet was made. What the pages had written to the store until then is pending there and for the
+/// caller to drop; only when an import or export committed it, the sheet saves the old state again.
+///
+/// All texts of names in the code page. None of the operations reports an error.
+class TADIALOGS_EXPORT CTaSettingSheet : public ta::ui::PropertySheet {
+    Q_OBJECT
+
+public:
+    /// `captionKey`: a language key or a text. `parent` may be null. `firstPage`: index of the page
+    /// in front. `group`: the group that the pages show. `nShowCount`: panes that the caller shows,
+    /// 0 for the group's own number. `nSelPane` (from 0) and `nSelStudy` (from 1, 0 for the pane
+    /// itself): what the study page selects at first; negative is 0.
+    CTaSettingSheet(const char* captionKey, QWidget* parent, unsigned firstPage,
+                    const CString& group, int nShowCount, int nSelPane, int nSelStudy);
+    /// With a caption in the toolkit's text.
+    CTaSettingSheet(const QString& caption, QWidget* parent, unsigned firstPage,
+                    const CString& group, int nShowCount, int nSelPane, int nSelStudy);
+    ~CTaSettingSheet() override;
+
+    void SetActiveGroup(const CString& name);
+    CString GetActiveGroup() const;
+
+    /// Notes a changed group by its UniNum, once.
+    void AddToChangeGroupList(const unsigned int& value);
+    /// Replaces `out` by the UniNums reported and, behind them, the positions at which the list of
+    /// groups now has another name than at first; leaves it as it is when nothing changed. Empty
+    /// when the groups were reordered: every group may have changed. Always 0.
+    int GetChangeGroupList(std::vector<unsigned int>& out);
+    /// The studies saved and the names of their changed lines; an output without any stays as it
+    /// is. 1 when there were any, else 0.
+    int GetChangeStudy(std::vector<StudyType>& types, std::vector<CString>& names);
+    /// For the study page.
+    void SetStudySpecialType(VolumeAmountType type, bool first, bool second);
+
+    /// The answer to the close-time question: 1 save, 0 discard or not asked.
+    int IsAlwaysSave() const;
+    void SetAlwaysSaveFlag(int save);
+    /// 1 once an answer was recorded.
+    int IsAskBeforeClose() const;
+
+    /// 1 when the order of the groups was changed by dragging; 0 without a group page.
+    int IsDragList() const;
+    /// 1 when the list of groups was edited; 0 without a group page.
+    int IsEditGroup() const;
+    /// Whether study settings were edited.
+    bool IsEditStudy() const;
+
+    /// Writes what the pages hold into the repository, study page first. Always 0.
+    int SaveChange();
+
+    // Between the pages.
+
+    /// The studies of a group as the user sees them: with the edits of the study page.
+    StudyLists GetShownStudies(const CString& group) const;
+    int GetShownCount(const CString& group) const;
+    /// The group page has stored the studies of a group.
+    void OnStudiesStored(const CString& group);
+    /// A file dialog has committed what was pending.
+    void NoteStoreCommitted();
+
+protected:
+    bool OnInitDialog() override;
+    void OnOK() override;
+    void OnCancel() override;
+
+private:
+    struct TADIALOGS_HIDDEN Session;
+
+    bool Save();
+    bool AskGiveUp();
+    void Discard();
+    void OnReloaded();
+    void TellReload();
+
+    CTASetGroup* m_pGroupPage = nullptr;
+    CTASetParam* m_pParamPage = nullptr;
+    CString m_strActiveGroup;
+    std::vector<CString> m_vOrigGroupName;
+    std::vector<unsigned int> m_vChangeGroup;
+    int m_bAlwaysSave = 0;
+    int m_bAskedBeforeClose = 0;
+    std::unique_ptr<Session> m_session;
+};

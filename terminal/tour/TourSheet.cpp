@@ -1,0 +1,191 @@
+#include "terminal/tour/TourSheet.h"
+
+#include "platform/ui/DialogBase.h"
+#include "platform/ui/TextBridge.h"
+#include "settings/TaSettingHandle.h"
+#include "sheet/TAGroupEditDlg.h"
+#include "terminal/chart/ChartView.h"
+#include "terminal/tour/TourGuide.h"
+
+#include <QAbstractSpinBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+#include <algorithm>
+#include <utility>
+
+namespace ta::terminal {
+namespace {
+
+using Answers = TourGuide::Answers;
+
+/// A control of the page in front.
+template <class Control = QWidget>
+Control& Find(QWidget& dialog, const char* name) {
+    const QList<Control*> controls = dialog.findChildren<Control*>(name);
+    const auto shown = std::ranges::find_if(controls, &QWidget::isVisible);
+    TourGuide::Expect(shown != controls.end(), name);
+    return **shown;
+}
+
+void Push(QWidget& dialog, const char* button) {
+    QWidget& control = Find(dialog, button);
+    TourGuide::Expect(control.isEnabled(), button);
+    TourGuide::Click(control, control.rect().center());
+}
+
+/// The sheet's save button.
+void Save(QWidget& sheet) {
+    QWidget& button = *static_cast<ui::DialogBase&>(sheet).GetDlgItem(ui::kIdOk);
+    TourGuide::Click(button, button.rect().center());
+}
+
+void Enter(QWidget& nameDialog, const QString& name) {
+    auto& edit = Find<QLineEdit>(nameDialog, "nameEdit");
+    edit.selectAll();
+    TourGuide::Type(edit, name);
+    Push(nameDialog, "okButton");
+}
+
+void Confirm(QWidget& message) {
+    TourGuide::Press(message, Qt::Key_Return);
+}
+
+void Dismiss(QWidget& dialog) {
+    TourGuide::Press(dialog, Qt::Key_Escape);
+}
+
+/// Pictures of one round, named "sheet-KIND" with the language behind.
+struct Round {
+    TourGuide& guide;
+    QString language;
+
+    void Picture(const char* kind) const {
+        guide.Picture(QString("sheet-%1-%2").arg(kind, language).toUtf8().constData());
+    }
+};
+
+/// Drags the second row of the list of groups to the top.
+void DragSecondRow(QListWidget& list) {
+    const QPoint from = list.visualItemRect(list.item(1)).center();
+    const QPoint to = list.visualItemRect(list.item(0)).center();
+    TourGuide::Drag(*list.viewport(), from, to);
+}
+
+void ShowGroupPage(const Round& round) {
+    const auto sheet = [&round](QWidget& dialog) {
+        round.Picture("groups");
+        auto& list = Find<QListWidget>(dialog, "groupList");
+        const QString second = list.item(1)->text();
+        DragSecondRow(list);
+        TourGuide::Expect(list.item(0)->text() == second, "the dragged row does not move");
+        round.Picture("groups-dragged");
+        Dismiss(dialog);
+    };
+    round.guide.Choose(Command::EditSettings, {sheet, Dismiss});
+}
+
+void ShowAdd(const Round& round) {
+    const auto sheet = [&round](QWidget& dialog) {
+        Push(dialog, "addButton");
+        round.Picture("groups-added");
+        Push(dialog, "modifyButton");
+        Dismiss(dialog);
+    };
+    const auto add = [&round](QWidget& dialog) {
+        round.Picture("name-add");
+        Enter(dialog, QString::fromUtf8("短線 Short"));
+    };
+    const auto modify = [&round](QWidget& dialog) {
+        round.Picture("name-modify");
+        Dismiss(dialog);
+    };
+    round.guide.Choose(Command::EditSettings, {sheet, add, modify, Dismiss});
+}
+
+/// No page asks which group is to be replaced; a chart module may.
+void ShowReplace(const Round& round) {
+    CTAGroupEditDlg dialog(&round.guide.Window());
+    dialog.SetMode(CTAGroupEditDlg::kReplace);
+    round.guide.WithDialogs([&dialog] { dialog.DoModal(); }, {[&round](QWidget& shown) {
+                                round.Picture("name-replace");
+                                Dismiss(shown);
+                            }});
+}
+
+/// Types over what the first parameter's field holds.
+void EnterFirstParam(QWidget& sheet, const QString& text) {
+    auto* field = sheet.findChild<QAbstractSpinBox*>(QString(), Qt::FindChildrenRecursively);
+    TourGuide::Expect(field != nullptr, "the study has no parameter");
+    field->selectAll();
+    TourGuide::Type(*field, text);
+}
+
+/// The moving averages of the first pane, opened as by a double click on their legend.
+void ShowStudyPage(const Round& round) {
+    const auto sheet = [&round](QWidget& dialog) {
+        QWidget& view = Find(dialog, "settingView");
+        EnterFirstParam(view, "7");
+        round.Picture("studies-changed");
+        EnterFirstParam(view, "2000");
+        round.Picture("studies-fault");
+        Push(dialog, "addButton");
+        Dismiss(dialog);
+    };
+    const auto picker = [&round](QWidget& dialog) {
+        TourGuide::Type(Find(dialog, "searchEdit"), round.language == "zh" ? "線" : "rsi");
+        round.Picture("picker");
+        Dismiss(dialog);
+    };
+    ChartView& chart = round.guide.Chart();
+    round.guide.WithDialogs([&chart] { emit chart.legendDoubleClicked(0, 2); },
+                            {sheet, picker, Dismiss});
+}
+
+}  // namespace
+
+void AddGroupInSheet(TourGuide& guide, const QString& name, const char* picture) {
+    const auto sheet = [&](QWidget& dialog) {
+        Push(dialog, "addButton");
+        Save(dialog);
+    };
+    const auto nameDialog = [&](QWidget& dialog) {
+        if (picture != nullptr) {
+            guide.Picture(picture);
+        }
+        Enter(dialog, name);
+    };
+    guide.Choose(Command::EditSettings, {sheet, nameDialog});
+    TourGuide::Expect(guide.Chart().GroupName() == ui::FromQString(name),
+                      "the new group is not shown");
+}
+
+void ShowNameInUse(TourGuide& guide) {
+    const QString used = ui::ToQString(CTaSettingHandle::GetInstance().GetSystemDefaultGroup());
+    const auto sheet = [](QWidget& dialog) {
+        Push(dialog, "addButton");
+        Dismiss(dialog);
+    };
+    const auto nameDialog = [&used](QWidget& dialog) { Enter(dialog, used); };
+    const auto message = [&guide](QWidget& dialog) {
+        guide.Picture("group-name-in-use");
+        Confirm(dialog);
+    };
+    guide.Choose(Command::EditSettings, {sheet, nameDialog, message, Dismiss});
+}
+
+void ShowSheet(TourGuide& guide) {
+    for (const auto& [command, name] :
+         {std::pair(Command::Chinese, "zh"), std::pair(Command::English, "en")}) {
+        guide.Choose(command);
+        const Round round{guide, name};
+        ShowGroupPage(round);
+        ShowAdd(round);
+        ShowReplace(round);
+        ShowStudyPage(round);
+    }
+    guide.Choose(Command::Chinese);
+}
+
+}  // namespace ta::terminal

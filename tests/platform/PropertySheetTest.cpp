@@ -1,0 +1,188 @@
+#include "platform/ui/PropertyPage.h"
+#include "platform/ui/PropertySheet.h"
+
+#include <QBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace ta::test {
+namespace {
+
+using ui::PropertyPage;
+using ui::PropertySheet;
+
+/// A page with an edit box that writes down what it is told, under its name.
+class LoggingPage : public PropertyPage {
+public:
+    LoggingPage(const QString& name, QStringList& log) : m_name(name), m_log(log) {
+        setWindowTitle(name);
+        auto* layout = new QVBoxLayout(this);
+        layout->addWidget(&edit);
+    }
+
+    QLineEdit edit;
+    bool maySave = true;
+    bool mayLeave = true;
+    bool staysOpen = false;
+
+    void OnSetActive() override { Log("active"); }
+    bool OnKillActive() override {
+        Log("left");
+        return mayLeave;
+    }
+    bool CanSave() override {
+        Log(maySave ? "can save" : "cannot save");
+        edit.setFocus();
+        return maySave;
+    }
+
+protected:
+    bool OnInitDialog() override {
+        Log("init");
+        return true;
+    }
+    void OnCancel() override {
+        Log("cancel");
+        if (staysOpen) {
+            GetSheet()->StayOpen(*this);
+        }
+    }
+
+private:
+    void Log(const char* what) { m_log.append(m_name + ' ' + what); }
+
+    QString m_name;
+    QStringList& m_log;
+};
+
+class PropertySheetTest : public testing::Test {
+protected:
+    PropertySheetTest() {
+        sheet.AddPage(first);
+        sheet.AddPage(second);
+    }
+    ~PropertySheetTest() override {
+        sheet.RemovePage(first);
+        sheet.RemovePage(second);
+    }
+
+    void Show() {
+        sheet.open();
+        QApplication::setActiveWindow(&sheet);
+    }
+    QStringList TakeLog() { return std::exchange(log, {}); }
+    QPushButton& Button(int id) { return static_cast<QPushButton&>(*sheet.GetDlgItem(id)); }
+
+    QStringList log;
+    LoggingPage first{"A", log};
+    LoggingPage second{"B", log};
+    PropertySheet sheet{"Sheet", nullptr, 0};
+};
+
+TEST_F(PropertySheetTest, FillsAPageWhenItFirstComesToTheFront) {
+    EXPECT_EQ(TakeLog(), QStringList());
+    Show();
+    EXPECT_EQ(TakeLog(), QStringList({"A init", "A active"}));
+    EXPECT_FALSE(second.IsCreated());
+    QTest::keyClick(&first.edit, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(sheet.GetActivePage(), &second);
+    EXPECT_EQ(TakeLog(), QStringList({"A left", "B init", "B active"}));
+    QTest::keyClick(&Button(ui::kIdCancel), Qt::Key_Backtab,
+                    Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(TakeLog(), QStringList({"B left", "A active"}));
+    first.mayLeave = false;
+    EXPECT_FALSE(sheet.SetActivePage(second));
+    EXPECT_EQ(sheet.GetActiveIndex(), 0);
+    EXPECT_EQ(TakeLog(), QStringList({"A left"}));
+    EXPECT_FALSE(sheet.SetActivePage(7));
+}
+
+TEST_F(PropertySheetTest, BeginsWithThePageThatIsAskedFor) {
+    PropertySheet other("Other", nullptr, 5);
+    sheet.RemovePage(first);
+    sheet.RemovePage(second);
+    other.AddPage(first);
+    other.AddPage(second);
+    other.open();
+    EXPECT_EQ(TakeLog(), QStringList({"B init", "B active"}));
+    EXPECT_EQ(other.GetTabControl().tabText(1), "B");
+    // The one in front goes; the other one comes to the front and is told.
+    other.RemovePage(second);
+    EXPECT_EQ(TakeLog(), QStringList({"A init", "A active"}));
+    EXPECT_EQ(second.GetSheet(), nullptr);
+    other.RemovePage(first);
+    EXPECT_EQ(other.GetActivePage(), nullptr);
+}
+
+TEST_F(PropertySheetTest, APageThatCannotBeSavedComesToTheFront) {
+    Show();
+    second.maySave = false;
+    sheet.SetActivePage(second);
+    sheet.SetActivePage(first);
+    first.edit.setFocus();
+    TakeLog();
+    QTest::keyClick(&first.edit, Qt::Key_Return);
+    EXPECT_TRUE(sheet.isVisible());
+    EXPECT_EQ(sheet.GetActivePage(), &second);
+    EXPECT_EQ(QApplication::focusWidget(), &second.edit);
+    second.maySave = true;
+    QTest::mouseClick(&Button(ui::kIdOk), Qt::LeftButton);
+    EXPECT_FALSE(sheet.isVisible());
+    EXPECT_EQ(sheet.result(), QDialog::Accepted);
+}
+
+TEST_F(PropertySheetTest, AsksOnlyPagesThatWereShown) {
+    Show();
+    second.maySave = false;
+    second.staysOpen = true;
+    TakeLog();
+    QTest::mouseClick(&Button(ui::kIdCancel), Qt::LeftButton);
+    EXPECT_EQ(TakeLog(), QStringList({"A cancel"}));
+    EXPECT_FALSE(sheet.isVisible());
+    EXPECT_EQ(sheet.result(), QDialog::Rejected);
+}
+
+TEST_F(PropertySheetTest, StaysOpenForAPageThatWantsTo) {
+    Show();
+    sheet.SetActivePage(second);
+    TakeLog();
+    first.staysOpen = true;
+    QTest::keyClick(&second.edit, Qt::Key_Escape);
+    EXPECT_TRUE(sheet.isVisible());
+    EXPECT_EQ(sheet.GetActivePage(), &first);
+    // The second page was not asked, and so not asked twice.
+    EXPECT_EQ(TakeLog(), QStringList({"A cancel", "B left", "A active"}));
+    first.staysOpen = false;
+    QTest::keyClick(&first.edit, Qt::Key_Escape);
+    EXPECT_EQ(TakeLog(), QStringList({"A cancel", "B cancel"}));
+    EXPECT_FALSE(sheet.isVisible());
+}
+
+TEST_F(PropertySheetTest, TheSizeIsFixedAndTheButtonsOfOneSize) {
+    sheet.SetResizable(false);
+    Show();
+    EXPECT_EQ(sheet.minimumSize(), sheet.maximumSize());
+    const int width = Button(ui::kIdOk).width();
+    EXPECT_EQ(Button(ui::kIdCancel).width(), width);
+    EXPECT_EQ(Button(ui::kIdApply).width(), width);
+    EXPECT_LT(Button(ui::kIdOk).x(), Button(ui::kIdCancel).x());
+    EXPECT_LT(Button(ui::kIdCancel).x(), Button(ui::kIdApply).x());
+}
+
+TEST(PropertyPageAlone, IsFilledAndActiveWhenItIsShown) {
+    QStringList log;
+    LoggingPage page("A", log);
+    page.show();
+    EXPECT_EQ(log, QStringList({"A init", "A active"}));
+    EXPECT_EQ(page.GetSheet(), nullptr);
+    page.hide();
+    page.show();
+    EXPECT_EQ(log.size(), 2);
+}
+
+}  // namespace
+}  // namespace ta::test

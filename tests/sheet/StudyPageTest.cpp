@@ -1,0 +1,691 @@
+// The study and parameter page, with the terminal's real studies: what the user sees and does, and
+// what the repository and the sheet hold after it was saved.
+
+#include "platform/SyncInfo.h"
+#include "platform/Text.h"
+#include "platform/ui/TextBridge.h"
+#include "terminal/chart/TerminalChartModule.h"
+#include "terminal/lang/Language.h"
+#include "tests/sheet/StudyPageFixture.h"
+#include "tests/support/MemoryServices.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace ta::test {
+namespace {
+
+using ui::PromptIcon;
+using Kind = ScriptedPrompts::Kind;
+using StudyPageTest = StudyPageFixture;
+
+// ---- What is shown ----
+
+TEST_F(StudyPageTest, ShowsTheGroupsPanesAndTheEditorOfTheSelectedStudy) {
+    Open();
+    EXPECT_EQ(Find<QLabel>(Page(), "groupLabel").text(), "IDS_TERMINAL-SHEET_GROUP Trend");
+    EXPECT_EQ(Panes(), (QStringList{"pane 1: K線, 移動平均線, study 99", "pane 2: 成交量",
+                                    "pane 3: 隨機指標, 指數移動平均線",
+                                    "hidden 4: ", "hidden 5: 指數平滑異同移動平均線"}));
+    EXPECT_EQ(ShowCount().value(), 3);
+    EXPECT_EQ(SelectedStudy(), "移動平均線");
+    EXPECT_EQ(Text("期數3"), "20");
+    EXPECT_EQ(Value("期數3").accessibleDescription(),
+              "IDS_TERMINAL-SHEET_VALUE_DESCRIPTION 1 ~ 1000 20");
+    EXPECT_EQ(View().findChildren<QComboBox*>().size(), 4);
+    EXPECT_FALSE(Revert("期數3").isVisible());
+    EXPECT_FALSE(Button("restoreStudyButton").isEnabled());
+    EXPECT_FALSE(Button("restoreGroupButton").isEnabled());
+    EXPECT_FALSE(Sheet().IsEditStudy());
+
+    ClickStudy(0, 2);
+    EXPECT_TRUE(View().findChildren<QAbstractSpinBox*>().isEmpty()) << "nobody knows the study";
+    ClickStudy(1, 0);
+    EXPECT_EQ(Text("短期"), "5");
+    EXPECT_FALSE(Named<QComboBox>("成交量 IDS_TERMINAL-SHEET_STYLE").isEnabled());
+    EXPECT_TRUE(Named<QComboBox>("短期均量 IDS_TERMINAL-SHEET_STYLE").isEnabled());
+    ClickStudy(1, -1);
+    EXPECT_TRUE(View().findChildren<QAbstractSpinBox*>().isEmpty());
+}
+
+TEST_F(StudyPageTest, StartsWhereTheChartAsksItTo) {
+    const struct {
+        int showCount, pane, study;
+        std::pair<int, int> selected;
+    } cases[] = {
+        {0, 2, 1, {2, 0}},                         // the first study of the third pane
+        {0, 2, 0, {2, -1}},                        // the pane itself
+        {0, -1, -1, {0, -1}}, {0, 2, 3, {2, -1}},  // there is no third study
+        {0, 3, 0, {0, -1}},                        // not one of the three panes
+        {2, 2, 1, {0, -1}},                        // the chart shows two
+        {5, 4, 1, {4, 0}},                         // and here five
+        {20, 12, 1, {0, -1}},
+    };
+    for (const auto& each : cases) {
+        Open(each.pane, each.study, "Trend", each.showCount);
+        EXPECT_EQ(std::pair(Tree().CurrentPane(), Tree().CurrentStudy()), each.selected)
+            << each.showCount << ' ' << each.pane << ' ' << each.study;
+        EXPECT_EQ(ShowCount().value(), 3);
+        EXPECT_FALSE(Sheet().IsEditStudy());
+    }
+}
+
+TEST_F(StudyPageTest, TheChartsSelectionIsForItsGroupAndForTheFirstTime) {
+    Open(1, 1, "Trend", 0, 0);
+    Sheet().SetActiveGroup("Swing");
+    Sheet().SetActivePage(1);
+    EXPECT_EQ(std::pair(Tree().CurrentPane(), Tree().CurrentStudy()), std::pair(0, -1));
+    Sheet().SetActivePage(0);
+    Sheet().SetActiveGroup("Trend");
+    Sheet().SetActivePage(1);
+    EXPECT_EQ(Tree().CurrentPane(), 0);
+    ClickStudy(2, 1);
+    Sheet().SetActivePage(0);
+    Sheet().SetActivePage(1);
+    EXPECT_EQ(SelectedStudy(), "指數移動平均線") << "the user's own selection stays";
+}
+
+TEST_F(StudyPageTest, AnUnknownGroupGivesWayToTheFirstOne) {
+    Open(0, 2, "gone");
+    EXPECT_EQ(Sheet().GetActiveGroup(), "Trend");
+    EXPECT_EQ(Panes().size(), 5);
+}
+
+// ---- Parameters and shapes ----
+
+TEST_F(StudyPageTest, ATypicalEditIsSavedAndReported) {
+    Open();
+    const auto shapesBefore = DrawInfo().vecGetStudyShapes(kAverages);
+    Enter("期數1", "7");
+    Press(Sheet(), Qt::Key_Tab);  // to the button that reverts
+    Press(Sheet(), Qt::Key_Tab);
+    EXPECT_TRUE(Value("期數2").hasFocus());
+    Press(Sheet(), Qt::Key_Up);
+    EXPECT_EQ(Text("期數2"), "11");
+    prompts.ExpectColour(QColor(0x12, 0x34, 0x56));
+    Click(Named<QPushButton>("均線1 IDS_TERMINAL-SHEET_COLOUR"));
+    EXPECT_EQ(prompts.Last().preset, "#1c7ed6");
+    Named<QSpinBox>("均線1 IDS_TERMINAL-SHEET_WIDTH").setFocus();
+    Press(Sheet(), Qt::Key_Up);
+    Named<QComboBox>("均線2 IDS_TERMINAL-SHEET_STYLE").setFocus();
+    Press(Sheet(), Qt::Key_Down);
+    Named<QCheckBox>("均線3 IDS_TERMINAL-SHEET_VISIBILITY").setFocus();
+    Press(Sheet(), Qt::Key_Space);
+
+    EXPECT_TRUE(Sheet().IsEditStudy());
+    EXPECT_EQ(StoredParams(kAverages), (Numbers{5, 10, 20, 60})) << "not before it is saved";
+    EXPECT_EQ(DrawInfo().vecGetStudyShapes(kAverages), shapesBefore);
+    Save();
+    EXPECT_FALSE(Sheet().isVisible());
+    EXPECT_EQ(StoredParams(kAverages), (Numbers{7, 11, 20, 60}));
+    const auto shapes = DrawInfo().vecGetStudyShapes(kAverages);
+    EXPECT_EQ(shapes[0], (StudyShape{0x123456, 2, 0, true}));
+    EXPECT_EQ(shapes[1], (StudyShape{shapesBefore[1].colour, 1, 1, true}));
+    EXPECT_FALSE(shapes[2].visible);
+    EXPECT_EQ(shapes[3], shapesBefore[3]);
+    EXPECT_EQ(memory.params[0], Names{"4=7,11,20,60"});
+
+    EXPECT_EQ(Changed(), Changes{5});
+    EXPECT_TRUE(Sheet().IsEditStudy());
+    std::vector<StudyType> types;
+    Names names;
+    EXPECT_EQ(Sheet().GetChangeStudy(types, names), 1);
+    EXPECT_EQ(types, std::vector<StudyType>{kAverages});
+    EXPECT_EQ(names,
+              (Names{text::FromUtf8("均線1"), text::FromUtf8("均線2"), text::FromUtf8("均線3")}));
+}
+
+TEST_F(StudyPageTest, AColourThatIsNotChosenChangesNothing) {
+    Open();
+    prompts.ExpectCancel(Kind::Colour);
+    Click(Named<QPushButton>("均線1 IDS_TERMINAL-SHEET_COLOUR"));
+    EXPECT_FALSE(Sheet().IsEditStudy());
+}
+
+TEST_F(StudyPageTest, AValueThatCannotBeIsShownAtItsFieldAndNotSaved) {
+    Open();
+    Enter("期數2", "2000");
+    EXPECT_EQ(Text("期數2"), "2000") << "not put right behind the user's back";
+    EXPECT_EQ(Faults(), QStringList{kRange + " 1 1000"});
+    EXPECT_EQ(Value("期數2").accessibleDescription(), kRange + " 1 1000");
+    EXPECT_EQ(Marked(), QStringList{"移動平均線"});
+    Enter("期數4", "");
+    EXPECT_EQ(Faults(), (QStringList{kRange + " 1 1000", kNumber}));
+    for (const char* text : {"x", "1e999", "nan", "1 2"}) {
+        Enter("期數4", text);
+        EXPECT_EQ(Faults().back(), kNumber) << text;
+    }
+    Enter("期數4", "1.5");
+    EXPECT_EQ(Faults().back(), kInteger);
+
+    ClickStudy(1, 0);
+    Save();
+    EXPECT_TRUE(Sheet().isVisible());
+    EXPECT_EQ(SelectedStudy(), "移動平均線");
+    EXPECT_TRUE(Value("期數2").hasFocus()) << "the first one";
+    EXPECT_EQ(StoredParams(kAverages), (Numbers{5, 10, 20, 60}));
+    EXPECT_EQ(memory.packCount, 0);
+    EXPECT_EQ(Changed(), Changes{});
+
+    Enter("期數2", "");
+    TypeText(*Value("期數2").findChild<QLineEdit*>(), "２５");  // the input method's wide digits
+    Enter("期數4", " 80.0 ");
+    EXPECT_EQ(Faults(), QStringList());
+    EXPECT_EQ(Marked(), QStringList());
+    Save();
+    EXPECT_FALSE(Sheet().isVisible());
+    EXPECT_EQ(StoredParams(kAverages), (Numbers{5, 25, 20, 80}));
+}
+
+TEST_F(StudyPageTest, TheEdgesOfTheRangeAndOfTheSteps) {
+    Store(0, {{kBands, kSar}});
+    Load();
+    Open(0, 1);
+    const QString deviations = "標準差倍數";  // 0.1 to 10, step 0.1, two decimals
+    for (const char* text : {"0.1", "10", "9.99", "10.00"}) {
+        Enter(deviations, text);
+        EXPECT_EQ(Faults(), QStringList()) << text;
+    }
+    for (const char* text : {"0.09", "10.01", "-1"}) {
+        Enter(deviations, text);
+        EXPECT_EQ(Faults(), QStringList{kRange + " 0.1 10"}) << text;
+    }
+    Enter(deviations, "2.345");
+    EXPECT_EQ(Faults(), QStringList{kDecimals + " 2"});
+    Enter(deviations, "9.95");
+    Press(Sheet(), Qt::Key_Up);
+    EXPECT_EQ(Text(deviations), "10") << "steps end at the range";
+    Press(Sheet(), Qt::Key_Up);
+    EXPECT_EQ(Text(deviations), "10");
+    Press(Sheet(), Qt::Key_PageDown);
+    EXPECT_EQ(Text(deviations), "9");
+    Enter(deviations, "x");
+    Press(Sheet(), Qt::Key_Down);
+    EXPECT_EQ(Text(deviations), "1.9") << "from the default";
+}
+
+TEST_F(StudyPageTest, ARuleBetweenFieldsIsShownAndKept) {
+    Open(2, 2);
+    Enter("短期", "26");
+    EXPECT_EQ(Faults(), QStringList{kShortBelowLong});
+    EXPECT_EQ(Value("短期").accessibleDescription(), kShortBelowLong);
+    Save();
+    EXPECT_TRUE(Sheet().isVisible());
+    EXPECT_TRUE(Value("短期").hasFocus());
+    Enter("長期", "x");
+    EXPECT_EQ(Faults(), QStringList{kNumber}) << "rules are between numbers";
+    Enter("長期", "27");
+    EXPECT_EQ(Faults(), QStringList());
+    Save();
+    EXPECT_EQ(StoredParams(kExponential), (Numbers{26, 27}));
+}
+
+TEST_F(StudyPageTest, SavingFromAnotherPageComesToTheFault) {
+    Open(2, 2);
+    Enter("長期", "0");
+    Sheet().SetActivePage(0);
+    Click(*Sheet().GetDlgItem(ui::kIdOk));
+    EXPECT_TRUE(Sheet().isVisible());
+    EXPECT_EQ(Sheet().GetActiveIndex(), 1);
+    EXPECT_TRUE(Value("長期").hasFocus());
+    EXPECT_EQ(Faults(), QStringList{kRange + " 1 1000"});
+}
+
+TEST_F(StudyPageTest, AFaultThatIsNoLongerInAPaneIsInNobodysWay) {
+    Open();
+    Enter("期數1", "0");
+    Enter("期數2", "12");
+    PressInTree(Qt::Key_Delete);
+    EXPECT_EQ(Panes().front(), "pane 1: K線, study 99");
+    Save();
+    EXPECT_FALSE(Sheet().isVisible());
+    EXPECT_EQ(StoredParams(kAverages), (Numbers{5, 10, 20, 60}));
+    EXPECT_EQ(Studies("Trend").front(), (std::vector<StudyType>{kCandles, kUnknown}));
+}
+
+TEST_F(StudyPageTest, RowsThatDifferFromTheirDefaultsCanBeReverted) {
+    ASSERT_TRUE(DrawInfo().bSetStudyParams(kAverages, {6, 10, 20, 60}));
+    Open();
+    EXPECT_TRUE(Revert("期數1").isVisible()) << "a stored difference";
+    EXPECT_FALSE(Revert("期數2").isVisible());
+    Click(Revert("期數1"));
+    EXPECT_EQ(Text("期數1"), "5");
+    EXPECT_FALSE(Revert("期數1").isVisible());
+    EXPECT_TRUE(Value("期數1").hasFocus()) << "the focus is not lost with the button";
+    EXPECT_TRUE(Sheet().IsEditStudy());
+    Enter("期數1", "6");
+    EXPECT_FALSE(Sheet().IsEditStudy()) << "as it is stored";
+
+    Enter("期數2", "oops");
+    Click(Revert("期數2"));
+    EXPECT_EQ(Faults(), QStringList());
+    Named<QSpinBox>("均線2 IDS_TERMINAL-SHEET_WIDTH").setFocus();
+    Press(Sheet(), Qt::Key_Up);
+    EXPECT_TRUE(Revert("均線2").isVisible());
+    Click(Revert("均線2"));
+    EXPECT_EQ(Named<QSpinBox>("均線2 IDS_TERMINAL-SHEET_WIDTH").value(), 1);
+    EXPECT_FALSE(Sheet().IsEditStudy());
+}
+
+TEST_F(StudyPageTest, RestoringAStudySaysWhatItChanges) {
+    ASSERT_TRUE(DrawInfo().bSetStudyParams(kAverages, {6, 10, 20, 60}));
+    Open();
+    Enter("期數2", "abc");
+    Named<QCheckBox>("均線3 IDS_TERMINAL-SHEET_VISIBILITY").setFocus();
+    Press(Sheet(), Qt::Key_Space);
+    prompts.ExpectYesNo(false);
+    ClickButton("restoreStudyButton");
+    const QString question = prompts.Last().text;
+    EXPECT_EQ(prompts.Last().icon, PromptIcon::Question);
+    EXPECT_TRUE(question.contains("期數1 6 5")) << question.toStdString();
+    EXPECT_TRUE(question.contains("期數2 abc 10"));
+    EXPECT_TRUE(question.contains("均線3"));
+    EXPECT_FALSE(question.contains("期數3"));
+    EXPECT_EQ(Text("期數2"), "abc");
+
+    prompts.ExpectYesNo(true);
+    ClickButton("restoreStudyButton");
+    EXPECT_EQ(Text("期數1") + ' ' + Text("期數2"), "5 10");
+    EXPECT_TRUE(Named<QCheckBox>("均線3 IDS_TERMINAL-SHEET_VISIBILITY").isChecked());
+    EXPECT_EQ(Marked(), QStringList());
+    EXPECT_FALSE(Button("restoreStudyButton").isEnabled()) << "nothing differs any more";
+    EXPECT_FALSE(Button("restoreGroupButton").isEnabled());
+    Save();
+    EXPECT_EQ(StoredParams(kAverages), (Numbers{5, 10, 20, 60}));
+}
+
+TEST_F(StudyPageTest, RestoringAGroupIsForAllOfItsStudiesAndLeavesTheirPlaces) {
+    ASSERT_TRUE(DrawInfo().bSetStudyParams(kVolume, {6, 30}));
+    ASSERT_TRUE(DrawInfo().bSetStudyParams(kMacd, {11, 26, 9}));
+    ASSERT_TRUE(DrawInfo().bSetStudyParams(kBands, {30, 2}));  // not one of the group's
+    Open();
+    Enter("期數1", "8");
+    const QStringList panes = Panes();
+    prompts.ExpectYesNo(true);
+    ClickButton("restoreGroupButton");
+    const QString question = prompts.Last().text;
+    for (const char* part : {"Trend 3", "移動平均線", "期數1 8 5", "成交量", "短期 6 5",
+                             "長期 30 20", "指數平滑異同移動平均線", "短期 11 12"}) {
+        EXPECT_TRUE(question.contains(part)) << part << " in " << question.toStdString();
+    }
+    EXPECT_EQ(Text("期數1"), "5");
+    EXPECT_EQ(Panes(), panes);
+    Save();
+    EXPECT_EQ(StoredParams(kVolume), (Numbers{5, 20}));
+    EXPECT_EQ(StoredParams(kMacd), (Numbers{12, 26, 9}));
+    EXPECT_EQ(StoredParams(kBands), (Numbers{30, 2}));
+}
+
+// ---- The picker ----
+
+TEST_F(StudyPageTest, ThePickerFindsByThreeNames) {
+    Open(1, 0);
+    for (const QString& search : {QString("平滑異同"), QString("convergence DIV"), QString("macd"),
+                                  QString::fromUtf8("ＭＡＣＤ")}) {
+        Add(search);
+        EXPECT_EQ(SelectedStudy(), "指數平滑異同移動平均線") << search.toStdString();
+        EXPECT_TRUE(Tree().hasFocus());
+        Press(Sheet(), Qt::Key_Delete);
+    }
+    EXPECT_EQ(Panes()[1], "pane 2: 成交量");
+    EXPECT_FALSE(Sheet().IsEditStudy());
+}
+
+TEST_F(StudyPageTest, ThePickerIsWorkedFromItsSearchBox) {
+    Open(1, 0);
+    OnDialog([](ui::DialogBase& dialog) {
+        auto& list = Find<QTreeWidget>(dialog, "studyList");
+        auto& search = Find<QLineEdit>(dialog, "searchEdit");
+        const auto selected = [&list] { return list.currentItem()->text(1); };
+        EXPECT_EQ(list.topLevelItemCount(), 4);
+        EXPECT_EQ(selected(), "K");
+        Press(dialog, Qt::Key_Down);
+        EXPECT_EQ(selected(), "MA");
+        QTest::keyClicks(&search, "rsi");
+        EXPECT_EQ(selected(), "RSI") << "the first hit";
+        EXPECT_TRUE(list.topLevelItem(0)->isHidden()) << "a category without hits";
+        EXPECT_FALSE(list.topLevelItem(2)->isHidden());
+        Press(dialog, Qt::Key_Down);
+        EXPECT_EQ(selected(), "StochRSI");
+        Press(dialog, Qt::Key_Down);
+        EXPECT_EQ(selected(), "StochRSI") << "the last hit";
+        Press(dialog, Qt::Key_Up);
+        EXPECT_TRUE(search.hasFocus());
+
+        QTest::keyClicks(&search, "zz");
+        EXPECT_EQ(Find<QLabel>(dialog, "nothingLabel").text(),
+                  "IDS_TERMINAL-SHEET_NOTHING_FOUND rsizz");
+        EXPECT_FALSE(Find<QPushButton>(dialog, "okButton").isEnabled());
+        Press(dialog, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        search.clear();
+        EXPECT_EQ(Find<QLabel>(dialog, "nothingLabel").text(), "");
+        EXPECT_EQ(selected(), "K");
+        Press(dialog, Qt::Key_Escape);
+    });
+    ClickButton("addButton");
+    EXPECT_EQ(Panes()[1], "pane 2: 成交量");
+
+    OnDialog([](ui::DialogBase& dialog) {
+        auto& list = Find<QTreeWidget>(dialog, "studyList");
+        const QPoint obv = list.visualItemRect(list.topLevelItem(1)->child(1)).center();
+        const QPoint heading = list.visualItemRect(list.topLevelItem(1)).center();
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, heading);
+        EXPECT_TRUE(dialog.isVisible()) << "a heading is no study";
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, obv);
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, obv);
+    });
+    ClickButton("addButton");
+    EXPECT_EQ(Panes()[1], "pane 2: 成交量, 能量潮");
+    EXPECT_EQ(Text("均線期數"), "10") << "the new study is in the editor";
+}
+
+/// In a process of its own, whose user may use the studies of the default group only.
+[[noreturn]] void ShowPickerWithoutAdvancedStudies() {
+    static MemoryConfigStore store;
+    static terminal::TerminalChartModule module;
+    static MemoryEntitlement entitlement;
+    entitlement.denied = {Function::AdvancedStudies};
+    Services services;
+    services.configStore = &store;
+    services.chartModule = &module;
+    services.entitlement = &entitlement;
+    CSyncInfo::GetSettingCFG().SetServices(services);
+    auto* sheet = new CTaSettingSheet("caption", nullptr, 1, "", 0, 0, 0);
+    sheet->show();
+    QStringList studies;
+    QTimer::singleShot(0, [&studies] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        for (QTreeWidgetItemIterator item(dialog->findChild<QTreeWidget*>("studyList"));
+             *item != nullptr; ++item) {
+            if ((*item)->parent() != nullptr) {
+                studies.append((*item)->text(1));
+            }
+        }
+        dialog->close();
+    });
+    sheet->findChild<CTASetParam*>()->findChild<QPushButton*>("addButton")->click();
+    std::fprintf(stderr, "<%s>", studies.join(' ').toUtf8().data());
+    std::_Exit(0);
+}
+
+TEST(StudyPickerDeathTest, OffersWhatTheUserMayUse) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(ShowPickerWithoutAdvancedStudies(), testing::ExitedWithCode(0),
+                "<K MA VOL MACD KD>");
+}
+
+// ---- Studies in panes ----
+
+TEST_F(StudyPageTest, AFullPaneRefuses) {
+    Store(0, {{0, 4, 5, 6, 7, 8, 9, 10}, {kVolume}});
+    Load();
+    Open(0, 1);
+    prompts.ExpectMessage();
+    Press(Sheet(), Qt::Key_Insert);
+    EXPECT_EQ(prompts.Last().text, "IDS_TERMINAL-SHEET_PANE_FULL 1 8");
+    ClickStudy(1, 0);
+    prompts.ExpectMessage();
+    Press(Sheet(), Qt::Key_Left, Qt::ControlModifier);
+    prompts.ExpectMessage();
+    Drop(1, 0, 0, 3, true);
+    EXPECT_EQ(Panes()[1], "pane 2: 成交量");
+    EXPECT_FALSE(Sheet().IsEditStudy());
+    // Within the pane there is no need for a place.
+    Drop(0, 7, 0, 0, false);
+    EXPECT_TRUE(Panes()[0].startsWith("pane 1: 價格通道, K線, 移動平均線"));
+    ClickStudy(1, -1);
+    for (int i = 0; i < 7; ++i) {
+        Add("VWAP");
+    }
+    EXPECT_EQ(Tree().topLevelItem(1)->childCount(), 8);
+    prompts.ExpectMessage();
+    Press(Sheet(), Qt::Key_Insert);
+    Save();
+    EXPECT_EQ(Studies("Trend")[1], (std::vector<StudyType>{16, 11, 11, 11, 11, 11, 11, 11}));
+}
+
+TEST_F(StudyPageTest, StudiesMoveByButtonsAndKeys) {
+    Open(0, 2);
+    ClickButton("downButton");
+    EXPECT_EQ(Panes()[0], "pane 1: K線, study 99, 移動平均線");
+    EXPECT_EQ(SelectedStudy(), "移動平均線");
+    EXPECT_FALSE(Button("downButton").isEnabled());
+    EXPECT_FALSE(Button("previousPaneButton").isEnabled());
+    ClickButton("nextPaneButton");
+    EXPECT_EQ(Panes()[1], "pane 2: 成交量, 移動平均線");
+    PressInTree(Qt::Key_Up, Qt::ControlModifier);
+    Press(Sheet(), Qt::Key_Up, Qt::ControlModifier);  // not into the pane above
+    EXPECT_EQ(Panes()[1], "pane 2: 移動平均線, 成交量");
+    for (int i = 0; i < 9; ++i) {
+        Press(Sheet(), Qt::Key_Right, Qt::ControlModifier);
+    }
+    EXPECT_EQ(Panes()[4], "hidden 5: 指數平滑異同移動平均線, 移動平均線");
+    EXPECT_EQ(Text("期數1"), "5") << "the moved study stays in the editor";
+    EXPECT_EQ(Studies("Trend")[1], std::vector<StudyType>{kVolume});
+    Save();
+    EXPECT_EQ(
+        Studies("Trend"),
+        (StudyLists{
+            {kCandles, kUnknown}, {kVolume}, {kStochastic, kExponential}, {}, {kMacd, kAverages}}));
+    EXPECT_EQ(Changed(), Changes{5});
+    std::vector<StudyType> types;
+    Names names;
+    EXPECT_EQ(Sheet().GetChangeStudy(types, names), 0) << "no study's settings were saved";
+}
+
+TEST_F(StudyPageTest, APaneMovesWithItsStudies) {
+    Open(1, 0);
+    ClickButton("upButton");
+    Tree().setFocus();
+    EXPECT_EQ(Tree().CurrentPane(), 0);
+    EXPECT_EQ(Panes()[1], "pane 2: K線, 移動平均線, study 99");
+    Press(Sheet(), Qt::Key_Down, Qt::ControlModifier);
+    Press(Sheet(), Qt::Key_Down, Qt::ControlModifier);
+    Press(Sheet(), Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(Panes(),
+              (QStringList{"pane 1: K線, 移動平均線, study 99", "pane 2: 隨機指標, 指數移動平均線",
+                           "pane 3: ", "hidden 4: 成交量", "hidden 5: 指數平滑異同移動平均線"}));
+}
+
+TEST_F(StudyPageTest, StudiesMoveByDragging) {
+    Open(0, 1);
+    Drop(0, 1, 0, 1, true);
+    Drop(0, 1, 0, 0, true);
+    EXPECT_FALSE(Sheet().IsEditStudy()) << "dropped where it was";
+    Drop(0, 1, 2, 0, false);
+    EXPECT_EQ(Panes()[0], "pane 1: K線, study 99");
+    EXPECT_EQ(Panes()[2], "pane 3: 移動平均線, 隨機指標, 指數移動平均線");
+    EXPECT_EQ(SelectedStudy(), "移動平均線");
+    Drop(2, 0, 2, 1, true);
+    EXPECT_EQ(Panes()[2], "pane 3: 隨機指標, 移動平均線, 指數移動平均線");
+    Drop(0, 1, 3, -1, false);
+    EXPECT_EQ(Panes()[3], "hidden 4: study 99");
+    const QStringList panes = Panes();
+    Drag(2, 0, 0, 0, false, [this](QPoint at) {
+        Press(Sheet(), Qt::Key_Delete);
+        Press(Sheet(), Qt::Key_Escape);
+        QTest::mouseRelease(Tree().viewport(), Qt::LeftButton, {}, at);
+    });
+    EXPECT_TRUE(Sheet().isVisible()) << "Escape gives up the drag, not the sheet";
+    EXPECT_EQ(Panes(), panes);
+    Save();
+    EXPECT_EQ(
+        Studies("Trend"),
+        (StudyLists{
+            {kCandles}, {kVolume}, {kStochastic, kAverages, kExponential}, {kUnknown}, {kMacd}}));
+}
+
+TEST_F(StudyPageTest, TenPanesCanBeShown) {
+    Open(1, 1);
+    ShowCount().setFocus();
+    Press(Sheet(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(&ShowCount(), "10");
+    EXPECT_EQ(Tree().topLevelItemCount(), 10);
+    EXPECT_EQ(Panes()[9], "pane 10: ");
+    EXPECT_EQ(SelectedStudy(), "成交量");
+    ClickStudy(9, -1);
+    Add("ATR");
+    EXPECT_EQ(Repository().GetStudyCountByGroupName("Trend"), 3);
+    Press(Sheet(), Qt::Key_Right, Qt::ControlModifier);  // there is no pane behind it
+    Save();
+    EXPECT_EQ(Repository().GetStudyCountByGroupName("Trend"), 10);
+    EXPECT_EQ(memory.showCounts[0], 10);
+    EXPECT_EQ(Studies("Trend")[9], std::vector<StudyType>{41});
+}
+
+TEST_F(StudyPageTest, FewerPanesHideAndKeepTheirStudies) {
+    Open(2, 1);
+    ShowCount().setFocus();
+    Press(Sheet(), Qt::Key_Down);
+    Press(Sheet(), Qt::Key_Down);
+    EXPECT_EQ(Panes().mid(0, 3),
+              (QStringList{"pane 1: K線, 移動平均線, study 99", "hidden 2: 成交量",
+                           "hidden 3: 隨機指標, 指數移動平均線"}));
+    Press(Sheet(), Qt::Key_Down);
+    EXPECT_EQ(ShowCount().value(), 1);
+    const StudyLists before = Studies("Trend");
+    Save();
+    EXPECT_EQ(Repository().GetStudyCountByGroupName("Trend"), 1);
+    EXPECT_EQ(Studies("Trend"), before);
+}
+
+// ---- Reach and room ----
+
+TEST_F(StudyPageTest, TabGoesThroughThePageInReadingOrder) {
+    Open(0, 2);
+    Tree().setFocus();
+    QStringList stops;
+    for (int i = 0; i < 60 && stops.count("studyTree") == 0; ++i) {
+        Press(Sheet(), Qt::Key_Tab);
+        const QWidget* at = QApplication::focusWidget();
+        stops.append(at->accessibleName().isEmpty() ? at->objectName() : at->accessibleName());
+        if (at == &Tree()) {
+            break;
+        }
+    }
+    const QStringList expected{"期數1",
+                               "期數2",
+                               "期數3",
+                               "期數4",
+                               "均線1 IDS_TERMINAL-SHEET_VISIBILITY",
+                               "均線1 IDS_TERMINAL-SHEET_COLOUR",
+                               "均線1 IDS_TERMINAL-SHEET_WIDTH",
+                               "均線1 IDS_TERMINAL-SHEET_STYLE"};
+    const auto first = stops.indexOf("期數1");
+    ASSERT_GE(first, 0) << stops.join('|').toStdString();
+    EXPECT_EQ(stops.mid(first, expected.size()), expected);
+    EXPECT_LT(stops.indexOf("showCountSpin"), first);
+    EXPECT_GE(stops.indexOf("addButton"), 0);
+}
+
+TEST_F(StudyPageTest, TheWheelOverAFieldWithoutFocusScrolls) {
+    Open();
+    QAbstractSpinBox& field = Value("期數1");
+    Tree().setFocus();
+    const auto turn = [&field] {
+        const QPointF at = field.rect().center();
+        QWheelEvent wheel(at, field.mapToGlobal(at), {}, {0, 120}, Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&field, &wheel);
+    };
+    turn();
+    EXPECT_EQ(Text("期數1"), "5");
+    field.setFocus();
+    turn();
+    EXPECT_EQ(Text("期數1"), "6");
+}
+
+/// The real texts.
+class TranslatedQuotes : public MemoryQuotes {
+public:
+    CString LangGetLangString(const CString& key) const override {
+        return ui::FromQString(qtTrId(key.c_str()));
+    }
+};
+
+class StudyPageRoomTest : public StudyPageTest,
+                          public testing::WithParamInterface<terminal::Language::Id> {
+protected:
+    StudyPageRoomTest() {
+        m_language.Select(GetParam());
+        BKQuoteInterface::SetBKInterface(&m_translated);
+        QFont large = m_before;
+        large.setPointSizeF(m_before.pointSizeF() * 1.5);
+        QApplication::setFont(large);
+    }
+    ~StudyPageRoomTest() override {
+        QApplication::setFont(m_before);
+        BKQuoteInterface::SetBKInterface(nullptr);
+    }
+
+    /// Every widget has its room and stays within its parent.
+    static void ExpectNothingCut(QWidget& window) {
+        for (QWidget* widget : window.findChildren<QWidget*>()) {
+            if (!widget->isVisible() || widget->isWindow()) {
+                continue;
+            }
+            const std::string name = std::string(widget->metaObject()->className()) + ' ' +
+                                     widget->objectName().toStdString();
+            const bool scrolls = widget->parentWidget()->objectName() == "qt_scrollarea_viewport";
+            EXPECT_TRUE(scrolls || widget->parentWidget()->rect().contains(widget->geometry()))
+                << name;
+            if (qobject_cast<QPushButton*>(widget) != nullptr ||
+                qobject_cast<QToolButton*>(widget) != nullptr) {
+                EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << name;
+                EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << name;
+            }
+            const auto* label = qobject_cast<QLabel*>(widget);
+            if (label != nullptr && !label->wordWrap() && label->objectName() != "groupLabel") {
+                EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
+            }
+        }
+    }
+
+private:
+    QFont m_before = QApplication::font();
+    terminal::Language m_language;
+    TranslatedQuotes m_translated;
+};
+
+TEST_P(StudyPageRoomTest, NothingIsCutInALargeFont) {
+    Store(0, {{kAverages, kIchimoku, kSar}, {kStochasticRsi, kMacd}});
+    Load();
+    Open(0, 1);
+    for (QTreeWidgetItemIterator item(&Tree()); *item != nullptr; ++item) {
+        Tree().setCurrentItem(*item);
+        if (QAbstractSpinBox* field = View().findChild<QAbstractSpinBox*>()) {
+            field->setFocus();
+            QTest::keyClicks(field, "99999");
+        }
+        QCoreApplication::processEvents();
+        ExpectNothingCut(Sheet());
+        EXPECT_EQ(View().horizontalScrollBar()->maximum(), 0)
+            << (*item)->text(0).toStdString() << " does not fit";
+        EXPECT_FALSE(Tree().horizontalScrollBar()->isVisible());
+    }
+    OnDialog([](ui::DialogBase& dialog) {
+        ExpectNothingCut(dialog);
+        dialog.reject();
+    });
+    ClickButton("addButton");
+    prompts.ExpectYesNo(false);
+    Sheet().reject();
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, StudyPageRoomTest,
+                         testing::Values(terminal::Language::TraditionalChinese,
+                                         terminal::Language::English));
+
+}  // namespace
+}  // namespace ta::test
