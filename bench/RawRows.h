@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -100,6 +101,32 @@ inline void LookAtRow(sqlite3_stmt* row) {
     for (int column = 2; column < 5; ++column) {
         benchmark::DoNotOptimize(sqlite3_column_blob(row, column));
         benchmark::DoNotOptimize(sqlite3_column_bytes(row, column));
+    }
+}
+
+/// The texts that a value of trend lines is made of, each after its length, taken out of the bytes
+/// by hand: what reading lines into memory costs without a store and a repository.
+inline void TakeLines(sqlite3_stmt* row, std::vector<std::vector<std::string>>& into) {
+    const auto* at = static_cast<const unsigned char*>(sqlite3_column_blob(row, 4));
+    const auto* end = at + sqlite3_column_bytes(row, 4);
+    const auto number = [&] {
+        std::uint32_t value = 0;
+        std::memcpy(&value, at, sizeof value);
+        at += sizeof value;
+        return value;
+    };
+    const auto text = [&] {
+        const std::uint32_t size = number();
+        at += size;
+        return std::string(reinterpret_cast<const char*>(at) - size, size);
+    };
+    for (std::uint32_t types = number(); types > 0 && at < end; --types) {
+        std::vector<std::string>& lines = into.emplace_back(1, text());
+        const std::uint32_t count = number();
+        lines.reserve(1 + count);
+        for (std::uint32_t i = 0; i < count; ++i) {
+            lines.push_back(text());
+        }
     }
 }
 

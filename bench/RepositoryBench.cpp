@@ -29,6 +29,7 @@ using ta::terminal::TerminalDrawInfo;
 constexpr int kGroups = 50;
 constexpr int kManyLines = 100'000;
 constexpr int kLineSymbols = 1'000;
+constexpr auto kTrendLineRows = static_cast<std::int64_t>(ta::terminal::SettingKind::TrendLines);
 
 }  // namespace
 
@@ -164,21 +165,34 @@ CString LineOf(int i) {
     return fmt::format("2021/ff0000/1/0/0/{},{};{},{}", 10000 + i, 100.5 + i, 10100 + i, 99.5 + i);
 }
 
-// Adding lines under one type key: the figure to look at is the ratio of the two counts.
+std::vector<CString> MakeLines(int count) {
+    std::vector<CString> lines;
+    for (int i = 0; i < count; ++i) {
+        lines.push_back(LineOf(i));
+    }
+    return lines;
+}
+
+// Adding 100,000 lines under one type key beside adding 10,000: in time that grows with the number
+// the ratio is 10. Neither counts the making of the strings, nor the release of the lines.
 void AddLines(benchmark::State& state) {
     Bench bench(1);
-    const auto count = static_cast<int>(state.range(0));
-    for ([[maybe_unused]] auto iteration : state) {
-        bench.Repository().ReleaseTrendLine(kTechViewClass);
-        for (int i = 0; i < count; ++i) {
-            bench.Repository().AddTrendLineData(kTechViewClass, "02/SPX", "price", 0, LineOf(i), 0);
+    CTaSettingHandle& repository = bench.Repository();
+    const std::vector<CString> many = MakeLines(kManyLines);
+    const std::vector<CString> few = MakeLines(kManyLines / 10);
+    const auto add = [&](const CString& symbolKey, const std::vector<CString>& lines) {
+        for (const CString& line : lines) {
+            repository.AddTrendLineData(kTechViewClass, symbolKey, "price", 0, line, 0);
         }
-    }
-    if (bench.Repository().GetTrendLineCount(kTechViewClass) != static_cast<unsigned>(count)) {
+    };
+    ta::bench::RunSideBySide(
+        state, [&] { repository.ReleaseTrendLine(kTechViewClass); }, [&] { add("02/MANY", many); },
+        [&] { add("02/FEW", few); });
+    if (repository.GetTrendLineCount(kTechViewClass) != many.size() + few.size()) {
         state.SkipWithError("not every line was added");
     }
 }
-BENCHMARK(AddLines)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(AddLines)->Iterations(31)->Unit(benchmark::kMillisecond);
 
 void AddManyLines(CTaSettingHandle& repository, int shift) {
     for (int i = 0; i < kManyLines; ++i) {
@@ -227,7 +241,32 @@ void LoadManyLines(benchmark::State& state) {
         state.SkipWithError("not every line was loaded");
     }
 }
-BENCHMARK(LoadManyLines)->Iterations(10)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadManyLines)->Iterations(31)->Unit(benchmark::kMillisecond);
+
+// The same beside a peer that does not only look at the rows, but has each line as a string of its
+// own in the end, as the repository has.
+void LoadManyLinesAsStrings(benchmark::State& state) {
+    Bench bench(1);
+    AddManyLines(bench.Repository(), 0);
+    bench.Repository().SaveAllGroupSetting();
+    std::vector<std::vector<std::string>> lines;
+    const auto prepare = [&] {
+        bench.Stop();
+        lines.clear();
+    };
+    const auto takeLines = [&](sqlite3_stmt* row) {
+        if (sqlite3_column_int64(row, 0) == kTrendLineRows) {
+            ta::bench::TakeLines(row, lines);
+        }
+    };
+    ta::bench::RunSideBySide(
+        state, prepare, [&] { bench.Start(); },
+        [&] { RawDatabase(bench.Path()).Select(takeLines); });
+    if (lines.size() != kLineSymbols || lines.front().size() != 1 + kManyLines / kLineSymbols) {
+        state.SkipWithError("the peer has other lines");
+    }
+}
+BENCHMARK(LoadManyLinesAsStrings)->Iterations(31)->Unit(benchmark::kMillisecond);
 
 void CountManyLines(benchmark::State& state) {
     Bench bench(1);

@@ -3,14 +3,10 @@
 #include "settings/TrendLineKeys.h"
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 namespace ta::settings {
 namespace {
-
-// Below this many lines a look at each is cheaper than an index.
-constexpr std::size_t kIndexFrom = 32;
 
 bool ContainsText(const CString& classSymbolKey, const CString& chartClass) {
     return classSymbolKey.find(chartClass) != CString::npos;
@@ -25,36 +21,6 @@ unsigned CountLines(const TrendLineTable::LinesByTypeKey& lines) {
 }
 
 }  // namespace
-
-bool LineList::IsIndexed(const CString& line, std::size_t hash) const {
-    const auto [first, last] = m_index.equal_range(hash);
-    return std::any_of(first, last,
-                       [&](const auto& entry) { return m_lines[entry.second] == line; });
-}
-
-void LineList::Append(const CString& line, std::size_t hash) {
-    m_index.emplace(hash, static_cast<std::uint32_t>(m_lines.size()));
-    m_lines.push_back(line);
-}
-
-void LineList::Add(const CString& line) {
-    if (m_lines.size() < kIndexFrom) {
-        if (std::ranges::find(m_lines, line) == m_lines.end()) {
-            m_lines.push_back(line);
-        }
-        return;
-    }
-    const std::hash<CString> hashOf;
-    if (m_index.empty()) {
-        for (const CString& each : std::exchange(m_lines, {})) {
-            Append(each, hashOf(each));
-        }
-    }
-    const std::size_t hash = hashOf(line);
-    if (!IsIndexed(line, hash)) {
-        Append(line, hash);
-    }
-}
 
 void TrendLineTable::Add(const CString& classSymbolKey, const CString& typeKey,
                          const CString& line) {
@@ -162,10 +128,14 @@ void TrendLineTable::LoadSymbol(SMXCfgIO2& store, const CString& chartClass,
     }
     m_symbols.erase(classSymbolKey);
     m_emptied.erase(classSymbolKey);
+    LinesByTypeKey byTypeKey;
     for (auto& [typeKey, lines] : stored) {
         if (!lines.empty()) {
-            m_symbols[classSymbolKey][typeKey] = LineList(std::move(lines));
+            byTypeKey[typeKey] = LineList(std::move(lines));
         }
+    }
+    if (!byTypeKey.empty()) {
+        m_symbols[classSymbolKey] = std::move(byTypeKey);
     }
 }
 

@@ -2,34 +2,13 @@
 
 #include "platform/ConfigStore.h"
 #include "platform/Types.h"
+#include "settings/LineList.h"
 
-#include <cstdint>
 #include <map>
 #include <set>
-#include <unordered_map>
 #include <vector>
 
 namespace ta::settings {
-
-/// The lines of one type key, in order, none twice unless the store held it twice. Adding looks for
-/// an equal line in constant time, so that a hundred thousand lines can be added one by one.
-class LineList {
-public:
-    LineList() = default;
-    explicit LineList(std::vector<CString> lines) : m_lines(std::move(lines)) {}
-
-    const std::vector<CString>& Lines() const { return m_lines; }
-    /// Appends the line unless an equal one is there.
-    void Add(const CString& line);
-
-private:
-    bool IsIndexed(const CString& line, std::size_t hash) const;
-    void Append(const CString& line, std::size_t hash);
-
-    std::vector<CString> m_lines;
-    /// Position of each line by its hash, once there are many lines; else empty.
-    std::unordered_multimap<std::size_t, std::uint32_t> m_index;
-};
 
 /// The trend lines of all charts: class-symbol key, then type key, then lines. Symbols that lost
 /// their last line are remembered until they are saved, so that the store loses them too.

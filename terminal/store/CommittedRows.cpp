@@ -6,8 +6,9 @@
 namespace ta::terminal {
 
 namespace {
-constexpr std::size_t kFirstBlock = 256 * 1024;
-constexpr std::size_t kFirstRows = 2048;
+// Small enough for memory that the process has already, which costs far less than new pages.
+constexpr std::size_t kFirstBlock = 32 * 1024;
+constexpr std::size_t kFirstRows = 256;
 }  // namespace
 
 CommittedRows::CommittedRows()

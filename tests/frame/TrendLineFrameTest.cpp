@@ -10,6 +10,7 @@
 #include "terminal/frame/TrendLineListDialog.h"
 
 #include <qcustomplot.h>
+#include <QContextMenuEvent>
 #include <QStatusBar>
 
 namespace ta::test {
@@ -35,11 +36,23 @@ protected:
             Chart().findChild<QCustomPlot*>(), Qt::LeftButton, {},
             QPointF(mapping.left + x * mapping.width, pane.top + y * pane.height).toPoint());
     }
+    QString Status() { return Window().statusBar()->currentMessage(); }
+    /// Another terminal saves this list of groups, and these lines of SPX.
+    void SaveInOther(const std::vector<CString>& groups, const std::vector<CString>& lines) {
+        terminal::SqliteStore other;
+        ASSERT_EQ(other.Open(StorePath()).state, terminal::OpenResult::Opened);
+        other.SaveTAGroupNameList(groups);
+        for (unsigned i = 0; i < groups.size(); ++i) {
+            other.SaveTAGroupUniNum(i, ++m_newUniNum);
+        }
+        other.SaveTATrendLine(kTechViewClass, "02/SPX", {{"02/SPX/0000/0/price", lines}});
+    }
     void DrawSegment(double y) {
         Choose(Command::DrawSegment);
         Click(0.3, y);
         Click(0.6, y);
     }
+    int m_newUniNum = 70;  ///< of groups that another terminal saves, all of them new
     static QString Cell(const terminal::TrendLineListDialog& list, int row, int column) {
         return list.findChild<QTableWidget*>()->item(row, column)->text();
     }
@@ -74,6 +87,50 @@ TEST_F(TrendLineFrame, TheToolbarFollowsTheDrawing) {
     Choose(Command::English);
     EXPECT_EQ(tool.text(), "Line segment");
     Choose(Command::Chinese);
+}
+
+TEST_F(TrendLineFrame, TheHintGoesWithTheTool) {
+    DrawSegment(0.5);
+    EXPECT_EQ(Status(), "") << "It is drawn.";
+    auto* bar = Window().findChild<terminal::DrawingBar*>();
+    const auto press = [&](Command command) {
+        QAction& tool = Window().GetCommands().At(command);
+        QTest::mouseClick(bar->widgetForAction(&tool), Qt::LeftButton);
+    };
+    press(Command::DrawRailLine);
+    const QString rails = Status();
+    EXPECT_NE(rails, "");
+    Click(0.2, 0.3);
+    Click(0.5, 0.2);
+    EXPECT_EQ(Status(), rails) << "One point is to come.";
+    Click(0.4, 0.4);
+    EXPECT_EQ(Board().LineCount(), 2);
+    EXPECT_EQ(Status(), "");
+
+    press(Command::DrawHorizontal);
+    const QString horizontal = Status();
+    press(Command::DrawGoldenCut);
+    EXPECT_NE(Status(), horizontal) << "Another tool, another hint.";
+    press(Command::DrawPointer);
+    EXPECT_EQ(Status(), "");
+    press(Command::DrawLine);
+    Click(0.5, 0.5);
+    QTest::keyClick(&Chart(), Qt::Key_Escape);
+    EXPECT_EQ(Status(), "");
+    press(Command::DrawLine);
+    QContextMenuEvent rightClick(QContextMenuEvent::Mouse, {200, 200}, Window().pos());
+    QApplication::sendEvent(Chart().findChild<QCustomPlot*>(), &rightClick);
+    EXPECT_EQ(Status(), "");
+
+    press(Command::DrawLine);
+    Choose(Command::NewTab);
+    EXPECT_EQ(Status(), "");
+    press(Command::DrawLine);
+    Chart().SetPeriod(1, 0);
+    EXPECT_EQ(Status(), "");
+    press(Command::DrawLine);
+    Window().CloseTab(1);
+    EXPECT_EQ(Status(), "");
 }
 
 TEST_F(TrendLineFrame, ToolsWorkOnTheChartInFront) {
@@ -127,6 +184,78 @@ TEST_F(TrendLineFrame, TheLinesOfAnotherTerminalAppearAndStay) {
     other.LoadTATrendLine(kTechViewClass, "02/SPX", lines);
     ASSERT_EQ(lines[0].second.size(), 3u);
     EXPECT_EQ(lines[0].second[1], kSomeLine);
+}
+
+TEST_F(TrendLineFrame, AReloadWhileALineIsHalfDrawnChangesTheRestAndNotTheDrawing) {
+    DrawSegment(0.5);
+    Choose(Command::DrawParallel);
+    Click(0.3, 0.4);
+    Click(0.6, 0.3);
+    // The chart's group and its draw info go, other lines come.
+    SaveInOther({"New", "Newer"}, {kSomeLine, "2002/2a7fff/1/0/0/17950,110"});
+    ASSERT_TRUE(Await([this] { return GroupsInBox() == QStringList({"New", "Newer"}); }));
+    EXPECT_EQ(Chart().GroupName(), "New");
+    EXPECT_TRUE(Status().contains("New")) << "The notice of the group.";
+    EXPECT_EQ(Board().LineCount(), 2);
+    EXPECT_EQ(Board().Tool(), TrendLineKind::Parallel);
+    EXPECT_TRUE(IsChecked(Command::DrawParallel));
+    Chart().grab();
+    Click(0.4, 0.2);
+    EXPECT_EQ(Board().LineCount(), 3);
+    EXPECT_EQ(Board().Lines().back().kind, TrendLineKind::Parallel);
+    EXPECT_EQ(Board().Selected(), 2);
+
+    // A line that is under the mouse goes.
+    QTest::mousePress(Chart().findChild<QCustomPlot*>(), Qt::LeftButton, {},
+                      Chart().findChild<QCustomPlot*>()->rect().center());
+    SaveInOther({"Newest"}, {});
+    ASSERT_TRUE(Await([this] { return GroupsInBox() == QStringList("Newest"); }));
+    QTest::mouseRelease(Chart().findChild<QCustomPlot*>(), Qt::LeftButton, {},
+                        Chart().findChild<QCustomPlot*>()->rect().center());
+    EXPECT_EQ(Board().LineCount(), 0);
+    EXPECT_FALSE(IsEnabled(Command::DeleteAllLines));
+    Chart().grab();
+}
+
+TEST_F(TrendLineFrame, AReloadWhileTheListIsOpenIsShownThere) {
+    DrawSegment(0.5);
+    terminal::AddTrendLine({16, "9901", 3, 5}, kSomeLine);
+    QTimer::singleShot(0, [this] {
+        auto* list =
+            qobject_cast<terminal::TrendLineListDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(list, nullptr);
+        auto* table = list->findChild<QTableWidget*>();
+        QTest::keyClick(table, Qt::Key_End);
+        QTest::keyClick(table, Qt::Key_Down);
+        EXPECT_EQ(Rows(*list), 2);
+        EXPECT_EQ(list->Chosen()->symbol, "9901");
+        SaveInOther({"New"}, {});
+        EXPECT_TRUE(Await([list] { return Rows(*list) == 1; }));
+        EXPECT_EQ(list->Chosen()->symbol, "9901") << "The choice follows its symbol.";
+        EXPECT_EQ(Chart().GroupName(), "New");
+        EXPECT_EQ(Board().LineCount(), 0);
+
+        // All goes, and something else comes, while the question is open.
+        m_prompts.ExpectYesNo(false);
+        m_prompts.Meanwhile([this, list] {
+            terminal::SqliteStore other;
+            ASSERT_EQ(other.Open(StorePath()).state, terminal::OpenResult::Opened);
+            other.RemoveAllTrendLineData(kTechViewClass);
+            other.PackFile();
+            EXPECT_TRUE(Await([list] { return Rows(*list) == 0; }));
+        });
+        QTest::mouseClick(list->findChild<QPushButton*>("clearButton"), Qt::LeftButton);
+        EXPECT_FALSE(list->Chosen());
+        SaveInOther({"Newer"}, {kSomeLine});
+        EXPECT_TRUE(Await([list] { return Rows(*list) == 1; }));
+        EXPECT_EQ(Board().LineCount(), 1);
+        list->grab();
+        QTest::keyClick(list, Qt::Key_Return);
+    });
+    Choose(Command::ListLines);
+    EXPECT_EQ(Chart().SymbolId(), "SPX");
+    EXPECT_EQ(Chart().GroupName(), "Newer");
+    EXPECT_EQ(Board().LineCount(), 1);
 }
 
 TEST_F(TrendLineFrame, TheListNamesSymbolsKindsAndOpensThem) {

@@ -154,6 +154,24 @@ TEST_F(TrendLineTest, AddingKeepsOrderAndSkipsDuplicates) {
     EXPECT_TRUE(memory.trendLines.empty()) << "adding does not write";
 }
 
+TEST_F(TrendLineTest, WhatTheStoreHoldsTwiceStaysAndIsNotAddedAThirdTime) {
+    for (const int count : {3, 31, 32, 100}) {
+        std::vector<CString> lines(2, "twice");
+        while (static_cast<int>(lines.size()) < count) {
+            lines.push_back(std::to_string(lines.size() / 2));  // each twice
+        }
+        memory.trendLines[kTechViewClass]["0a/2330"] = {{"0a/2330/0000/0/x", lines}};
+        EndRepository();
+        for (const CString& line : std::vector<CString>(lines)) {
+            Add("0a/2330", line);
+        }
+        Add("0a/2330", "new");
+        Add("0a/2330", "new");
+        lines.emplace_back("new");
+        EXPECT_EQ(Lines("0a/2330"), lines);
+    }
+}
+
 TEST_F(TrendLineTest, PeriodsAndCountsAreApart) {
     Add("0a/2330", "daily", 0, 5);
     Add("0a/2330", "five", 3, 5);
