@@ -66,9 +66,10 @@
     <message id="IDS_TERMINAL-SHEET_APPLY"><translation>Apply</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_SAVE"><translation>&amp;Save</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_CANCEL"><translation>&amp;Cancel</translation></message>
-    <message id="IDS_TERMINAL-SHEET_ASK_GIVE_UP"><translation>The study parameters hold a value that is not valid and cannot be saved.&#10;&#10;Give up all unsaved changes and close the window?</translation></message>
-    <message id="IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE"><translation>The settings have just been changed by another window or terminal; the new ones are used from now on.&#10;&#10;Unsaved edits on the study page are still there, and you can go on with them on the new settings.</translation></message>
-    <message id="IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE_EDITED"><translation>The settings have just been changed by another window or terminal; the new ones are used from now on. What was added, renamed, deleted or reordered on the group page and not saved is gone and has to be done again.&#10;&#10;Unsaved edits on the study page are still there, and you can go on with them on the new settings.</translation></message>
+    <message id="IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE"><translation>The settings have just been changed by another window or terminal; the new ones are used from now on.</translation></message>
+    <message id="IDS_TERMINAL-SHEET_LOST_GROUP_EDITS"><translation>What was added, renamed, deleted, reordered or moved on the group page and not saved is gone and has to be done again.</translation></message>
+    <message id="IDS_TERMINAL-SHEET_LOST_STUDY_EDITS"><translation>These groups are gone, and with them the unsaved edits of their studies: %1</translation></message>
+    <message id="IDS_TERMINAL-SHEET_KEPT_STUDY_EDITS"><translation>Unsaved edits on the study page are still there, and you can go on with them on the new settings.</translation></message>
     <message id="IDS_TERMINAL-SHEET_GO_ON"><translation>Go on editing</translation></message>
     <message id="IDS_TERMINAL-SHEET_CLOSE"><translation>Close the window</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_TITLE"><translation>Groups</translation></message>

@@ -66,9 +66,10 @@
     <message id="IDS_TERMINAL-SHEET_APPLY"><translation>套用</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_SAVE"><translation>儲存(&amp;S)</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_CANCEL"><translation>取消(&amp;C)</translation></message>
-    <message id="IDS_TERMINAL-SHEET_ASK_GIVE_UP"><translation>指標參數中有無效的數值，無法儲存。&#10;&#10;要放棄所有未儲存的變更並關閉視窗嗎？</translation></message>
-    <message id="IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE"><translation>設定剛被另一個視窗或終端機變更，將改用新的設定。&#10;&#10;指標頁上尚未儲存的編輯仍然保留，可以在新的設定上繼續編輯。</translation></message>
-    <message id="IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE_EDITED"><translation>設定剛被另一個視窗或終端機變更，將改用新的設定；在群組頁上尚未儲存的新增、改名、刪除與排序已經失效，請重新操作。&#10;&#10;指標頁上尚未儲存的編輯仍然保留，可以在新的設定上繼續編輯。</translation></message>
+    <message id="IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE"><translation>設定剛被另一個視窗或終端機變更，將改用新的設定。</translation></message>
+    <message id="IDS_TERMINAL-SHEET_LOST_GROUP_EDITS"><translation>在群組頁上尚未儲存的新增、改名、刪除、排序與移動已經失效，請重新操作。</translation></message>
+    <message id="IDS_TERMINAL-SHEET_LOST_STUDY_EDITS"><translation>下列群組已經不存在，尚未儲存的指標編輯無法保留：%1</translation></message>
+    <message id="IDS_TERMINAL-SHEET_KEPT_STUDY_EDITS"><translation>指標頁上尚未儲存的編輯仍然保留，可以在新的設定上繼續編輯。</translation></message>
     <message id="IDS_TERMINAL-SHEET_GO_ON"><translation>繼續編輯</translation></message>
     <message id="IDS_TERMINAL-SHEET_CLOSE"><translation>關閉視窗</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_TITLE"><translation>群組設定</translation></message>

@@ -241,6 +241,12 @@ bool GroupDraft::IsChanged() const {
                                [this](const auto& edit) { return IsStudyChanged(edit.first); });
 }
 
+bool GroupDraft::HasEdits() const {
+    return m_studies || m_showCount || std::ranges::any_of(m_edits, [](const auto& edit) {
+               return !edit.second.params.empty() || !edit.second.shapes.empty();
+           });
+}
+
 bool GroupDraft::SaveStudy(const StudyFacts& study, Saved& saved) {
     const std::vector<double> values = *Values(study);
     const std::vector<StudyShape> shapes = Shapes(study);

@@ -61,6 +61,8 @@ public:
 
     /// Whether saving would change the repository.
     bool IsChanged() const;
+    /// Whether anything was edited, also when it is what the repository holds by now.
+    bool HasEdits() const;
     /// Writes what differs into the repository; nothing of a study with a fault. What the
     /// repository then does not hold, because the chart module refused it or the settings were
     /// loaded again on the way, stays drafted.

@@ -1,6 +1,7 @@
 #include "sheet/GroupDrafts.h"
 
 #include "settings/TaSettingHandle.h"
+#include "sheet/GroupRows.h"
 
 #include <algorithm>
 
@@ -14,13 +15,11 @@ CTaSettingHandle& Repository() {
 }  // namespace
 
 GroupDrafts::GroupDrafts() {
-    NoteLoaded();
+    NoteLoaded(GroupNames());
 }
 
-void GroupDrafts::NoteLoaded() {
+void GroupDrafts::NoteLoaded(const std::vector<CString>& names) {
     m_loaded.clear();
-    std::vector<CString> names;
-    Repository().GetGroupNameList(names);
     for (const CString& name : names) {
         m_loaded.insert(Repository().GetUniNumByGroupName(name));
     }
@@ -36,36 +35,42 @@ GroupDraft& GroupDrafts::At(const CString& group) {
     return draft != nullptr ? *draft : m_drafts.emplace_back(group);
 }
 
-void GroupDrafts::OnReloaded() {
-    Follow(true);
-    NoteLoaded();
-}
-
-CString GroupDrafts::NameNow(const GroupDraft& draft, bool reloaded) const {
-    CTaSettingHandle& repository = Repository();
-    const bool isListed = repository.FindGroup(draft.Group()) == 1;
-    const bool sameNumber = repository.GetUniNumByGroupName(draft.Group()) == draft.UniNum();
-    if (isListed && (reloaded || sameNumber)) {
+CString GroupDrafts::NameNow(const GroupDraft& draft, const std::vector<CString>& names,
+                             bool reloaded) const {
+    const auto isListed = [&names](const CString& name) {
+        return std::ranges::find(names, name) != names.end();
+    };
+    const bool sameNumber = Repository().GetUniNumByGroupName(draft.Group()) == draft.UniNum();
+    if (isListed(draft.Group()) && (reloaded || sameNumber)) {
         return draft.Group();
     }
     // A group that was not stored goes with a reload, and another one may get its number.
     if (reloaded && !m_loaded.contains(draft.UniNum())) {
         return {};
     }
-    const CString name = repository.GetGroupNameByUniNum(draft.UniNum());
-    return repository.FindGroup(name) == 1 ? name : CString();
+    const CString name = Repository().GetGroupNameByUniNum(draft.UniNum());
+    return isListed(name) ? name : CString();
 }
 
-void GroupDrafts::Follow(bool reloaded) {
-    std::set<CString> names;
+void GroupDrafts::Update() {
+    // The one question that may load the repository again; behind it nothing moves.
+    const std::vector<CString> names = GroupNames();
+    const bool reloaded = std::exchange(m_reloaded, false);
+    std::set<CString> kept;
     for (auto draft = m_drafts.begin(); draft != m_drafts.end();) {
-        const CString name = NameNow(*draft, reloaded);
-        if (!name.empty() && names.insert(name).second) {
+        const CString name = NameNow(*draft, names, reloaded);
+        if (!name.empty() && kept.insert(name).second) {
             draft->SetGroup(name);
             ++draft;
-        } else {
-            draft = m_drafts.erase(draft);
+            continue;
         }
+        if (reloaded && draft->HasEdits()) {
+            m_lost.push_back(draft->Group());
+        }
+        draft = m_drafts.erase(draft);
+    }
+    if (reloaded) {
+        NoteLoaded(names);
     }
 }
 

@@ -37,6 +37,7 @@ StudyPicker::StudyPicker(QWidget* parent)
     m_ui->setupUi(this);
     SetButtons(*m_ui->okButton, *m_ui->cancelButton);
     m_ui->searchEdit->installEventFilter(this);
+    m_ui->studyList->installEventFilter(this);
     connect(m_ui->searchEdit, &QLineEdit::textChanged, this,
             [this](const QString& text) { Guard([&] { Search(text); }); });
     Handle(m_ui->studyList, &QTreeWidget::currentItemChanged, [this] { ShowState(); });
@@ -94,6 +95,7 @@ void StudyPicker::Search(const QString& text) {
         }
         heading.setHidden(!anyHere);
     }
+    m_found = first != nullptr;
     list.setCurrentItem(first);
     list.scrollToTop();
     ShowState();
@@ -101,23 +103,36 @@ void StudyPicker::Search(const QString& text) {
 
 void StudyPicker::ShowState() {
     const QTreeWidgetItem* item = m_ui->studyList->currentItem();
-    const bool found = item != nullptr && item->parent() != nullptr && !item->isHidden();
-    m_ui->okButton->setEnabled(found);
+    m_ui->okButton->setEnabled(item != nullptr && item->parent() != nullptr && !item->isHidden());
     m_ui->nothingLabel->setText(
-        found ? QString() : LangText("IDS_TERMINAL-SHEET_NOTHING_FOUND", m_ui->searchEdit->text()));
+        m_found ? QString()
+                : LangText("IDS_TERMINAL-SHEET_NOTHING_FOUND", m_ui->searchEdit->text()));
 }
 
 bool StudyPicker::eventFilter(QObject* object, QEvent* event) {
-    if (object == m_ui->searchEdit && event->type() == QEvent::KeyPress) {
+    if (event->type() == QEvent::KeyPress && !m_moving) {
         const int key = static_cast<QKeyEvent*>(event)->key();
-        for (const int mover : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown}) {
+        for (const int mover : {Qt::Key_Up, Qt::Key_PageUp, Qt::Key_Down, Qt::Key_PageDown}) {
             if (key == mover) {
+                m_moving = true;
                 QCoreApplication::sendEvent(m_ui->studyList, event);
+                m_moving = false;
+                SkipHeading(key == Qt::Key_Down || key == Qt::Key_PageDown);
                 return true;
             }
         }
     }
     return DialogBase::eventFilter(object, event);
+}
+
+void StudyPicker::SkipHeading(bool down) {
+    QTreeWidget& list = *m_ui->studyList;
+    QTreeWidgetItem* item = list.currentItem();
+    if (item == nullptr || item->parent() != nullptr) {
+        return;
+    }
+    QTreeWidgetItem* next = down ? list.itemBelow(item) : list.itemAbove(item);
+    list.setCurrentItem(next != nullptr ? next : list.itemBelow(item));
 }
 
 void StudyPicker::OnOK() {

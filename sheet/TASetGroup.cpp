@@ -261,7 +261,11 @@ int CTASetGroup::SaveChange() {
 
 void CTASetGroup::StoreOrder() {
     // Groups that another terminal has added or deleted since the list was filled stay so.
-    std::vector<CString> names = InOrder(GroupNames(), NamesOfRows(*m_ui->groupList));
+    const std::vector<CString> before = GroupNames();
+    std::vector<CString> names = InOrder(before, NamesOfRows(*m_ui->groupList));
+    if (names != before) {
+        m_bModify = 1;
+    }
     Repository().SetGroupNameList(names);
 }
 
@@ -360,6 +364,9 @@ void CTASetGroup::OnDragEnd() {
         return;
     }
     const std::vector<CString> names = GroupNames();
+    if (Sheet() != nullptr && Sheet()->IsReloadPending()) {
+        return;  // the rows are of the old state and will be filled again
+    }
     const std::vector<CString> rows = NamesOfRows(*m_ui->groupList);
     if (names.size() != rows.size()) {
         m_bEditGroup = 1;

@@ -65,16 +65,22 @@ bool CTASetParam::OnInitDialog() {
 void CTASetParam::OnSetActive() {
     Refresh();
     if (const auto selection = std::exchange(m_state->initial, std::nullopt);
-        selection && selection->group == m_state->group &&
-        selection->pane < std::min(selection->paneCount, kPaneCount)) {
-        m_ui->studyTree->Select(selection->pane);
-        m_ui->studyTree->Select(selection->pane, selection->study - 1);
-    }
-    if (m_ui->studyTree->CurrentPane() < 0) {
+        selection && selection->group == m_state->group) {
+        SelectAtFirst(selection->pane < selection->paneCount ? selection->pane : -1,
+                      selection->study);
+    } else if (m_ui->studyTree->CurrentPane() < 0) {
         m_ui->studyTree->Select(0);
     }
     if (m_state->Draft().FaultyStudies().contains(m_ui->studyTree->CurrentType())) {
         ShowFirstFault();
+    }
+}
+
+void CTASetParam::SelectAtFirst(int pane, int study) {
+    m_ui->studyTree->setCurrentItem(nullptr);
+    if (pane >= 0 && pane < kPaneCount) {
+        m_ui->studyTree->Select(pane);
+        m_ui->studyTree->Select(pane, study - 1);
     }
 }
 
@@ -210,8 +216,7 @@ void CTASetParam::OnCancel() {
     if (sheet != nullptr && sheet->IsAskBeforeClose() != 0) {
         return;
     }
-    m_state->drafts.Update();
-    if (!m_state->drafts.IsChanged()) {
+    if (!HasEdits()) {
         PropertyPage::OnCancel();
         return;
     }
@@ -236,9 +241,13 @@ void CTASetParam::OnCancel() {
 
 // ---- What others ask ----
 
-bool CTASetParam::IsEditStudy() const {
+bool CTASetParam::HasEdits() const {
     m_state->drafts.Update();
-    return m_state->saved || m_state->drafts.IsChanged();
+    return m_state->drafts.IsChanged();
+}
+
+bool CTASetParam::IsEditStudy() const {
+    return m_state->saved || HasEdits();
 }
 
 const std::vector<StudyType>& CTASetParam::GetChangeStudyType() const {
@@ -261,15 +270,28 @@ int CTASetParam::DraftShowCount(const CString& group) const {
     return draft == nullptr ? -1 : draft->EditedShowCount().value_or(-1);
 }
 
-void CTASetParam::ForgetDraftStudies(const CString& group) {
+bool CTASetParam::TakeDraftStudies(const CString& group) {
     m_state->drafts.Update();
-    if (GroupDraft* draft = m_state->drafts.Find(group)) {
-        draft->ForgetStudies();
+    GroupDraft* draft = m_state->drafts.Find(group);
+    if (draft == nullptr || draft->EditedStudies() == nullptr) {
+        return false;
     }
+    draft->ForgetStudies();
+    m_state->saved = true;
+    return true;
+}
+
+void CTASetParam::NoteReload() {
+    m_state->drafts.NoteReload();
+}
+
+std::vector<CString> CTASetParam::TakeLostDrafts() {
+    m_state->drafts.Update();
+    return m_state->drafts.TakeLost();
 }
 
 void CTASetParam::OnSettingsReloaded() {
-    m_state->drafts.OnReloaded();
+    m_state->drafts.Update();
     if (IsCreated()) {
         Refresh();
     }

@@ -40,10 +40,17 @@ public:
     /// The studies and pane count of a group as drafted; null and -1 without a draft of them.
     const std::vector<std::vector<StudyType>>* DraftStudies(const CString& group) const;
     int DraftShowCount(const CString& group) const;
-    /// Another page has stored the studies of the group: they are no longer drafted.
-    void ForgetDraftStudies(const CString& group);
-    /// The repository was loaded again: the drafts now stand on the new state. Drafts of groups
-    /// that are gone are dropped.
+    /// Another page has stored the studies of the group: they are no longer drafted. Whether they
+    /// were.
+    bool TakeDraftStudies(const CString& group);
+
+    /// Whether a draft differs from the repository.
+    bool HasEdits() const;
+    /// The repository has just been loaded again: drafts of groups that are gone will be dropped.
+    void NoteReload();
+    /// The names of the groups whose drafts a reload has taken since the last time.
+    std::vector<CString> TakeLostDrafts();
+    /// Shows the drafts on the repository's new state.
     void OnSettingsReloaded();
 
     void OnSetActive() override;
@@ -60,6 +67,7 @@ private:
     void AddShortcuts();
     void UpdateButtons();
 
+    void SelectAtFirst(int pane, int study);
     void Refresh();
     void FillTree();
     void ShowCurrentStudy();

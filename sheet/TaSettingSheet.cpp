@@ -1,5 +1,6 @@
 #include "sheet/TaSettingSheet.h"
 
+#include "groupfile/GroupSummary.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/Messages.h"
 #include "settings/SettingsSnapshot.h"
@@ -55,6 +56,7 @@ struct CTaSettingSheet::Session {
     bool storeCommitted = false;  ///< edits are in the file, and not only pending
     bool reloaded = false;        ///< and the user does not know yet
     bool lostEdits = false;       ///< edits of the group page went with it
+    bool closingFailed = false;   ///< a Yes to the close-time question could not be done
     QTimer tellReload;
     std::unique_ptr<ReloadWatch> watch;
 };
@@ -208,16 +210,22 @@ int CTaSettingSheet::GetShownCount(const CString& group) const {
 }
 
 void CTaSettingSheet::OnStudiesStored(const CString& group) {
-    m_pParamPage->ForgetDraftStudies(group);
+    if (m_pParamPage->TakeDraftStudies(group)) {
+        AddToChangeGroupList(static_cast<unsigned>(Repository().GetUniNumByGroupName(group)));
+    }
 }
 
 void CTaSettingSheet::NoteStoreCommitted() {
     m_session->storeCommitted = true;
 }
 
+bool CTaSettingSheet::IsReloadPending() const {
+    return m_session->reloaded;
+}
+
 // ---- Closing ----
 
-int CTaSettingSheet::SaveChange() {
+int CTaSettingSheet::SaveChange() const {
     if (m_pParamPage != nullptr && m_pParamPage->IsCreated()) {
         m_pParamPage->SaveStudy();
     }
@@ -234,37 +242,43 @@ bool CTaSettingSheet::Save() {
         return false;
     }
     SaveChange();
+    if (m_pParamPage->HasEdits()) {
+        SetActivePage(*m_pParamPage);  // the chart module has refused a value, which was told
+        return false;
+    }
     Repository().SaveAllGroupSetting();
     return !m_session->reloaded;
 }
 
 void CTaSettingSheet::OnOK() {
     if (Save()) {
+        m_session->watch.reset();
         DialogBase::OnOK();
     }
 }
 
 void CTaSettingSheet::OnCancel() {
-    const bool askedBefore = m_bAskedBeforeClose != 0;
     if (!CancelPages()) {
         return;
     }
+    if (m_session->closingFailed) {
+        m_bAlwaysSave = AskSave() ? 1 : 0;  // the pages have asked before, and do so once
+    }
     if (m_bAlwaysSave != 0 && !Save()) {
-        // The question has been put; what is left to ask is whether to give the edits up.
-        if (!askedBefore || m_session->reloaded || !AskGiveUp()) {
-            return;
-        }
         m_bAlwaysSave = 0;
+        m_session->closingFailed = true;
+        return;
     }
     if (m_bAlwaysSave == 0 && m_bAskedBeforeClose != 0) {
         Discard();
     }
+    m_session->watch.reset();
     DialogBase::OnCancel();
 }
 
-bool CTaSettingSheet::AskGiveUp() {
+bool CTaSettingSheet::AskSave() {
     return CurrentPrompts().AskYesNo(this, PromptIcon::Question, {},
-                                     LangText("IDS_TERMINAL-SHEET_ASK_GIVE_UP"));
+                                     LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK"));
 }
 
 void CTaSettingSheet::Discard() {
@@ -285,8 +299,23 @@ void CTaSettingSheet::OnReloaded() {
         m_session->lostEdits = m_session->lostEdits || m_pGroupPage->HasEdits();
         m_pGroupPage->ForgetEdits();
     }
+    m_pParamPage->NoteReload();
     m_vOrigGroupName = m_session->before.GroupNames();
     m_session->tellReload.start(0);
+}
+
+QString CTaSettingSheet::ReloadText() {
+    QStringList texts{LangText("IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE")};
+    if (m_session->lostEdits) {
+        texts.append(LangText("IDS_TERMINAL-SHEET_LOST_GROUP_EDITS"));
+    }
+    if (const std::vector<CString> lost = m_pParamPage->TakeLostDrafts(); !lost.empty()) {
+        texts.append(LangText("IDS_TERMINAL-SHEET_LOST_STUDY_EDITS", ta::groupfile::Listed(lost)));
+    }
+    if (m_pParamPage->HasEdits()) {
+        texts.append(LangText("IDS_TERMINAL-SHEET_KEPT_STUDY_EDITS"));
+    }
+    return texts.join("\n\n");
 }
 
 void CTaSettingSheet::TellReload() {
@@ -299,13 +328,12 @@ void CTaSettingSheet::TellReload() {
         return;
     }
     const int choice = CurrentPrompts().AskChoice(
-        this, PromptIcon::Warning, windowTitle(),
-        LangText(m_session->lostEdits ? "IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE_EDITED"
-                                      : "IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE"),
+        this, PromptIcon::Warning, windowTitle(), ReloadText(),
         {LangText("IDS_TERMINAL-SHEET_GO_ON"), LangText("IDS_TERMINAL-SHEET_CLOSE")});
     if (choice == 1) {
         Discard();
         m_bAlwaysSave = 0;
+        m_session->watch.reset();
         DialogBase::OnCancel();
         return;
     }

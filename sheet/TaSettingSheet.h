@@ -66,7 +66,7 @@ public:
     bool IsEditStudy() const;
 
     /// Writes what the pages hold into the repository, study page first. Always 0.
-    int SaveChange();
+    int SaveChange() const;
 
     // Between the pages.
 
@@ -77,6 +77,8 @@ public:
     void OnStudiesStored(const CString& group);
     /// A file dialog has committed what was pending.
     void NoteStoreCommitted();
+    /// Whether the repository was loaded again and the user does not know yet.
+    bool IsReloadPending() const;
 
 protected:
     bool OnInitDialog() override;
@@ -87,9 +89,10 @@ private:
     struct TADIALOGS_HIDDEN Session;
 
     bool Save();
-    bool AskGiveUp();
+    bool AskSave();
     void Discard();
     void OnReloaded();
+    QString ReloadText();
     void TellReload();
 
     CTASetGroup* m_pGroupPage = nullptr;

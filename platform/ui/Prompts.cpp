@@ -2,7 +2,6 @@
 
 #include <QColorDialog>
 #include <QFileDialog>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -66,17 +65,6 @@ public:
         }
         box.exec();
         return static_cast<int>(buttons.indexOf(box.clickedButton()));
-    }
-
-    QString AskText(QWidget* parent, const QString& title, const QString& label,
-                    const QString& preset) override {
-        bool accepted = false;
-        const QString text =
-            QInputDialog::getText(parent, title, label, QLineEdit::Normal, preset, &accepted);
-        if (!accepted) {
-            return {};
-        }
-        return text.isNull() ? QString("") : text;
     }
 
     QString OpenFile(QWidget* parent, const QString& title, const QString& start,

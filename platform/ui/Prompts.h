@@ -27,9 +27,6 @@ public:
     /// the one pressed, or -1 for Escape and closing the box.
     virtual int AskChoice(QWidget* parent, PromptIcon icon, const QString& title,
                           const QString& text, const QStringList& choices) = 0;
-    /// A line of text preset with `preset`; a null string when the user cancelled.
-    virtual QString AskText(QWidget* parent, const QString& title, const QString& label,
-                            const QString& preset) = 0;
     /// A path, or a null string when the user cancelled. `filter` as QFileDialog takes it.
     virtual QString OpenFile(QWidget* parent, const QString& title, const QString& start,
                              const QString& filter) = 0;

@@ -122,7 +122,7 @@ void DrawingBoard::ChooseTool(std::optional<TrendLineKind> kind) {
         m_selected.clear();
         m_tool.Begin(*kind);
         m_plot.setCursor(Qt::CrossCursor);
-        emit notice(Tr(InfoOf(*kind).hintKey));
+        emit hint(Tr(InfoOf(*kind).hintKey));
     }
     Repaint();
     emit changed();
@@ -149,7 +149,7 @@ void DrawingBoard::EndTool() {
 /// Takes away what told the user how to draw.
 void DrawingBoard::EndHint() {
     m_plot.unsetCursor();
-    emit notice({});
+    emit hint({});
 }
 
 void DrawingBoard::Finish(const TrendLine& line) {

@@ -82,6 +82,8 @@ signals:
     void changed();
     /// For the status bar; an empty text takes the last one away.
     void notice(const QString& text);
+    /// What the user does with the tool in hand; empty when there is none any more.
+    void hint(const QString& text);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -208,6 +208,8 @@ ChartView& MainWindow::AddChart() {
     connect(chart, &ChartView::legendDoubleClicked, this,
             [this, chart](int pane, int study) { EditStudies(*chart, pane, study); });
     connect(&chart->Drawings(), &DrawingBoard::notice, this, &MainWindow::Notice);
+    connect(&chart->Drawings(), &DrawingBoard::hint, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
     connect(chart, &ChartView::cursorMoved, this, [this, chart](const QString& text) {
         if (IsCurrent(*chart)) {
             m_cursorText->setText(text);

@@ -91,6 +91,7 @@ void ShowAdd(const Round& round) {
         Push(dialog, "addButton");
         round.Picture("groups-added");
         Push(dialog, "modifyButton");
+        Push(dialog, "deleteButton");
         Dismiss(dialog);
     };
     const auto add = [&round](QWidget& dialog) {
@@ -101,7 +102,11 @@ void ShowAdd(const Round& round) {
         round.Picture("name-modify");
         Dismiss(dialog);
     };
-    round.guide.Choose(Command::EditSettings, {sheet, add, modify, Dismiss});
+    const auto question = [&round](QWidget& dialog) {
+        round.Picture("groups-delete");
+        Dismiss(dialog);
+    };
+    round.guide.Choose(Command::EditSettings, {sheet, add, modify, question, Dismiss});
 }
 
 /// No page asks which group is to be replaced; a chart module may.

@@ -182,14 +182,14 @@ protected:
             strings, [&begin](const CString& each) { return each.starts_with(begin); });
     }
     /// Another terminal adds a group and commits.
-    void SaveInOther(const QString& group) {
+    void SaveInOther(const QString& group, int uniNum = 77) {
         terminal::SqliteStore other;
         other.Open(StorePath());
         Strings names;
         other.LoadTAGroupNameList(names);
         names.push_back(ui::FromQString(group));
         other.SaveTAGroupNameList(names);
-        other.SaveTAGroupUniNum(static_cast<unsigned>(names.size()) - 1, 77);
+        other.SaveTAGroupUniNum(static_cast<unsigned>(names.size()) - 1, uniNum);
         other.PackFile();
     }
     bool AwaitPrompts() {
@@ -309,6 +309,22 @@ TEST_F(SettingsSheet, OnlyChartsOfChangedGroupsAreTold) {
     Repository().RemoveTechViewPtr(&view);
 }
 
+TEST_F(SettingsSheet, StudiesThatTheGroupPageStoresAreToldToo) {
+    Choose(Command::NewTab);  // a second chart of the same group
+    InSheet([this](CTaSettingSheet& sheet) {
+        ShowStudyPage(sheet);
+        auto& tree = Find<QTreeWidget>(sheet, "studyTree");
+        tree.setCurrentItem(tree.topLevelItem(0)->child(1));
+        Click(sheet, "removeButton");
+        sheet.SetActivePage(0);
+        AddInSheet(sheet, "新的");
+        EXPECT_TRUE(sheet.IsEditStudy());
+        Save(sheet);
+    });
+    EXPECT_FALSE(Window().ChartAt(0).LegendTexts().join(' ').contains("(5,10,20,60)"));
+    EXPECT_EQ(Chart().GroupName(), ui::FromQString("新的"));
+}
+
 TEST_F(SettingsSheet, ChartsOfADeletedGroupShowTheDefaultGroup) {
     const int number = Chart().GroupUniNum();
     Choose(Command::NewTab);
@@ -408,7 +424,7 @@ TEST_F(CancelledSheet, NoTakesBackWhatAnImportHasStored) {
     EXPECT_EQ(GroupsInRepository().size(), 2);
 }
 
-TEST_F(CancelledSheet, YesStaysOnAFaultUntilItIsMendedOrGivenUp) {
+TEST_F(CancelledSheet, YesStaysOnAFaultAndTheNextCancelAsksAgain) {
     const auto stored = Stored();
     InSheet([this](CTaSettingSheet& sheet) {
         AddInSheet(sheet, "新的");
@@ -422,15 +438,36 @@ TEST_F(CancelledSheet, YesStaysOnAFaultUntilItIsMendedOrGivenUp) {
         EXPECT_EQ(static_cast<QAbstractSpinBox&>(Focus()).text(), "5000");
         Save(sheet);
         ASSERT_TRUE(sheet.isVisible());
-        // Asked whether to give up, the user goes on first.
-        m_prompts.ExpectYesNo(false);
+        // That closing came to nothing, so that the next one asks again.
+        m_prompts.ExpectYesNo(true);
         Cancel(sheet);
         ASSERT_TRUE(sheet.isVisible());
-        m_prompts.ExpectYesNo(true);
+        EnterParam(sheet, 0, 1, "9");
+        m_prompts.ExpectYesNo(false);
         Cancel(sheet);
     });
     EXPECT_EQ(Stored(), stored);
     EXPECT_EQ(GroupsInRepository().size(), 3);
+}
+
+TEST_F(CancelledSheet, AnOrderThatAnExportHasStoredIsAskedFor) {
+    const auto stored = Stored();
+    InSheet([this](CTaSettingSheet& sheet) {
+        auto& list = Find<QListWidget>(sheet, "groupList");
+        list.setFocus();
+        list.setCurrentRow(0);
+        Press(Qt::Key_Down, Qt::ControlModifier);
+        m_driver.Expect([](QWidget& dialog) { static_cast<QDialog&>(dialog).reject(); });
+        Click(sheet, "exportButton");
+        // There and back in the order that the repository has by now.
+        list.setFocus();
+        Press(Qt::Key_Down, Qt::ControlModifier);
+        Press(Qt::Key_Up, Qt::ControlModifier);
+        m_prompts.ExpectYesNo(false);
+        Cancel(sheet);
+    });
+    EXPECT_EQ(Stored(), stored);
+    EXPECT_EQ(GroupsInRepository().mid(1), QStringList({"趨勢", "短線"}));
 }
 
 TEST_F(CancelledSheet, WhatWasPendingBeforeStaysSo) {
@@ -487,6 +524,24 @@ TEST_F(ChangedElsewhere, DraftsStandOnTheNewStateAndGroupEditsAreGone) {
     EXPECT_EQ(stored[3].first, "他的");
     EXPECT_EQ(stored[3].second.uniNum, 77);
     EXPECT_TRUE(Holds(stored[2].second.params, "4=9,10"));
+}
+
+TEST_F(ChangedElsewhere, DraftsOfAGroupThatIsGoneFallOnNoOther) {
+    InSheet([this](CTaSettingSheet& sheet) {
+        AddInSheet(sheet, "我的");
+        const int number = Repository().GetUniNumByGroupName(ui::FromQString("我的"));
+        ShowStudyPage(sheet);
+        EnterParam(sheet, 0, 1, "9");
+        SaveInOther("他的", number);
+        ASSERT_TRUE(Await([this] { return GroupsInRepository().contains("他的"); }));
+        sheet.SetActivePage(0);  // asks for drafts before the user is told
+        m_prompts.ExpectChoice(0);
+        ASSERT_TRUE(AwaitPrompts());
+        EXPECT_TRUE(m_prompts.Last().text.contains("我的"));
+        Save(sheet);
+    });
+    ASSERT_EQ(Stored().size(), 4u);
+    EXPECT_FALSE(Holds(StoredGroupOf("他的").params, "4=9,10"));
 }
 
 TEST_F(ChangedElsewhere, TheUserMayCloseInstead) {

@@ -202,9 +202,6 @@ TEST_F(GroupExportTest, AFileDialogThatCannotBeShown) {
                       const QStringList&) override {
             return -1;
         }
-        QString AskText(QWidget*, const QString&, const QString&, const QString&) override {
-            return {};
-        }
         QString OpenFile(QWidget*, const QString&, const QString&, const QString&) override {
             return {};
         }

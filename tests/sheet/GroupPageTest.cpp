@@ -441,7 +441,7 @@ TEST_F(GroupPageTest, DraggingSwitchesEditingOffUntilTheEnd) {
 
 TEST_F(GroupPageTest, ADragOverAListThatIsNoLongerTrueCountsAsAnEdit) {
     OpenInSheet();
-    ChangeElsewhere({"Trend", kName});
+    Repository().DeleteGroupSetting("Volume");
     DragRow(Groups(), 0, 1);
     EXPECT_EQ(Sheet().IsEditGroup(), 1);
     EXPECT_EQ(Sheet().IsDragList(), 0);
@@ -480,8 +480,9 @@ TEST_F(GroupPageTest, AfterAReloadThePageStartsAgain) {
     ChangeElsewhere({"Volume", "Theirs"});
     memory.uniNums = {{0, 8}, {1, 1}};
     memory.studyLists[{0, "StudyTypeLogKey01"}] = {16};
+    prompts.ExpectChoice(0);
     Load();
-    Page().OnSettingsReloaded();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return prompts.Waiting() == 0; }));
     EXPECT_EQ(Texts(Groups()), (QStringList{"Volume", "Theirs"}));
     EXPECT_EQ(Selected(), "Volume");
     EXPECT_EQ(Panes().front(), QString("pane 1: 成交量"));

@@ -63,13 +63,13 @@ TEST_F(StudyPageTest, StartsWhereTheChartAsksItTo) {
         int showCount, pane, study;
         std::pair<int, int> selected;
     } cases[] = {
-        {0, 2, 1, {2, 0}},                         // the first study of the third pane
-        {0, 2, 0, {2, -1}},                        // the pane itself
-        {0, -1, -1, {0, -1}}, {0, 2, 3, {2, -1}},  // there is no third study
-        {0, 3, 0, {0, -1}},                        // not one of the three panes
-        {2, 2, 1, {0, -1}},                        // the chart shows two
-        {5, 4, 1, {4, 0}},                         // and here five
-        {20, 12, 1, {0, -1}},
+        {0, 2, 1, {2, 0}},                          // the first study of the third pane
+        {0, 2, 0, {2, -1}},                         // the pane itself
+        {0, -1, -1, {0, -1}},  {0, 2, 3, {2, -1}},  // there is no third study
+        {0, 3, 0, {-1, -1}},                        // not one of the three panes
+        {2, 2, 1, {-1, -1}},                        // the chart shows two
+        {5, 4, 1, {4, 0}},                          // and here five
+        {20, 12, 1, {-1, -1}},
     };
     for (const auto& each : cases) {
         Open(each.pane, each.study, "Trend", each.showCount);
@@ -351,6 +351,12 @@ TEST_F(StudyPageTest, ThePickerIsWorkedFromItsSearchBox) {
         EXPECT_EQ(selected(), "K");
         Press(dialog, Qt::Key_Down);
         EXPECT_EQ(selected(), "MA");
+        for (int i = 0; i < 12; ++i) {  // over the headings of the next categories
+            Press(dialog, Qt::Key_Down);
+            EXPECT_NE(selected(), "") << i;
+            EXPECT_TRUE(Find<QPushButton>(dialog, "okButton").isEnabled()) << i;
+        }
+        EXPECT_EQ(selected(), "CMF");
         QTest::keyClicks(&search, "rsi");
         EXPECT_EQ(selected(), "RSI") << "the first hit";
         EXPECT_TRUE(list.topLevelItem(0)->isHidden()) << "a category without hits";

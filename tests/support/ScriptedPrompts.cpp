@@ -6,9 +6,8 @@ namespace ta::test {
 namespace {
 
 const char* KindName(ScriptedPrompts::Kind kind) {
-    constexpr const char* kNames[] = {"message",      "yes/no question",  "choice",
-                                      "text prompt",  "open-file picker", "save-file picker",
-                                      "colour picker"};
+    constexpr const char* kNames[] = {"message",          "yes/no question",  "choice",
+                                      "open-file picker", "save-file picker", "colour picker"};
     return kNames[static_cast<int>(kind)];
 }
 
@@ -35,10 +34,6 @@ void ScriptedPrompts::ExpectYesNo(bool yes) {
 
 void ScriptedPrompts::ExpectChoice(int index) {
     m_answers.push_back({.kind = Kind::Choice, .number = index, .text = {}, .meanwhile = {}});
-}
-
-void ScriptedPrompts::ExpectText(const QString& text) {
-    m_answers.push_back({.kind = Kind::Text, .number = -1, .text = text, .meanwhile = {}});
 }
 
 void ScriptedPrompts::ExpectFile(const QString& path) {
@@ -108,11 +103,6 @@ bool ScriptedPrompts::AskYesNo(QWidget*, ui::PromptIcon icon, const QString& tit
 int ScriptedPrompts::AskChoice(QWidget*, ui::PromptIcon icon, const QString& title,
                                const QString& text, const QStringList& choices) {
     return Take({Kind::Choice, icon, title, text, {}, choices}).number;
-}
-
-QString ScriptedPrompts::AskText(QWidget*, const QString& title, const QString& label,
-                                 const QString& preset) {
-    return Take({Kind::Text, ui::PromptIcon::None, title, label, preset, {}}).text;
 }
 
 QString ScriptedPrompts::OpenFile(QWidget*, const QString& title, const QString& start,

@@ -13,16 +13,16 @@ namespace ta::test {
 /// and is answered as cancelled; so does an expected one that never came.
 class ScriptedPrompts final : public ui::Prompts {
 public:
-    enum class Kind { Message, YesNo, Choice, Text, OpenFile, SaveFile, Colour };
+    enum class Kind { Message, YesNo, Choice, OpenFile, SaveFile, Colour };
 
     /// What one prompt showed.
     struct Shown {
         Kind kind = Kind::Message;
         ui::PromptIcon icon = ui::PromptIcon::None;
         QString title;
-        QString text;         ///< the message, question or label; of a file picker the filter
-        QString preset;       ///< of a text prompt; of a file picker the start folder; of a colour
-                              ///< picker the colour's name
+        QString text;    ///< the message or question; of a file picker the filter
+        QString preset;  ///< of a file picker the start folder; of a colour picker the colour's
+                         ///< name
         QStringList choices;  ///< of a choice
     };
 
@@ -34,7 +34,6 @@ public:
     void ExpectYesNo(bool yes);
     /// `index` -1 is Escape.
     void ExpectChoice(int index);
-    void ExpectText(const QString& text);
     void ExpectFile(const QString& path);
     void ExpectSaveFile(const QString& path);
     void ExpectColour(const QColor& colour);
@@ -56,8 +55,6 @@ public:
                   const QString& text) override;
     int AskChoice(QWidget* parent, ui::PromptIcon icon, const QString& title, const QString& text,
                   const QStringList& choices) override;
-    QString AskText(QWidget* parent, const QString& title, const QString& label,
-                    const QString& preset) override;
     QString OpenFile(QWidget* parent, const QString& title, const QString& start,
                      const QString& filter) override;
     QString SaveFile(QWidget* parent, const QString& title, const QString& start,
