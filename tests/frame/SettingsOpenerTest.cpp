@@ -13,6 +13,7 @@
 
 #include <QAbstractSpinBox>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
@@ -39,6 +40,12 @@ struct StoredGroup {
 
     bool operator==(const StoredGroup&) const = default;
 };
+
+QElapsedTimer Started() {
+    QElapsedTimer timer;
+    timer.start();
+    return timer;
+}
 
 class SettingsSheet : public FrameTest {
 protected:
@@ -191,6 +198,14 @@ protected:
         other.SaveTAGroupNameList(names);
         other.SaveTAGroupUniNum(static_cast<unsigned>(names.size()) - 1, uniNum);
         other.PackFile();
+    }
+    /// Until the store has seen another's commit, without events, which would tell the sheet.
+    void AskUntilFlagged() {
+        bool flagged = false;
+        for (QElapsedTimer waiting = Started(); !flagged && waiting.elapsed() < 5000;) {
+            Session().Store().GetTASettingReloadType(flagged);
+        }
+        ASSERT_TRUE(flagged);
     }
     bool AwaitPrompts() {
         return Await([this] { return m_prompts.Waiting() == 0; });
@@ -564,7 +579,7 @@ TEST_F(ChangedElsewhere, SavingDoesNotOverwriteWhatHasJustBeenSaved) {
         EnterParam(sheet, 0, 1, "9");
         m_prompts.ExpectChoice(0);
         SaveInOther("他的");
-        QTest::qSleep(3);  // the store looks at the file when it was not asked for a while
+        AskUntilFlagged();
         Save(sheet);
         ASSERT_TRUE(sheet.isVisible()) << "The edits were lost on the way.";
         ASSERT_TRUE(AwaitPrompts());
