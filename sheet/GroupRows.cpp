@@ -51,6 +51,7 @@ int UniNumOfRow(const QListWidgetItem& row) {
 
 std::vector<CString> NamesOfRows(const QListWidget& list) {
     std::vector<CString> names;
+    names.reserve(static_cast<std::size_t>(list.count()));
     for (int row = 0; row < list.count(); ++row) {
         names.push_back(NameOfRow(*list.item(row)));
     }

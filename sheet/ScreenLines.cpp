@@ -12,6 +12,7 @@ std::vector<CString> ScreenLines(const std::vector<ST_TA_ViewGroupInfo>& views) 
         ++counts[view.name];
     }
     std::vector<CString> lines;
+    lines.reserve(counts.size());
     for (const auto& [name, count] : counts) {
         lines.push_back(count == 1 ? name : text::Format("%s [%d]", name, count));
     }

@@ -253,7 +253,7 @@ bool CTaSettingSheet::Save() {
 void CTaSettingSheet::OnOK() {
     if (Save()) {
         m_session->watch.reset();
-        DialogBase::OnOK();
+        done(QDialog::Accepted);
     }
 }
 
@@ -273,7 +273,7 @@ void CTaSettingSheet::OnCancel() {
         Discard();
     }
     m_session->watch.reset();
-    DialogBase::OnCancel();
+    done(QDialog::Rejected);
 }
 
 bool CTaSettingSheet::AskSave() {
@@ -334,7 +334,7 @@ void CTaSettingSheet::TellReload() {
         Discard();
         m_bAlwaysSave = 0;
         m_session->watch.reset();
-        DialogBase::OnCancel();
+        done(QDialog::Rejected);
         return;
     }
     m_session->reloaded = false;
