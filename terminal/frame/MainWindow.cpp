@@ -122,8 +122,7 @@ void MainWindow::MakeTabs() {
     m_tabs->setMovable(true);
     m_tabs->setTabsClosable(true);
     m_tabs->setElideMode(Qt::ElideRight);
-    m_newTabButton->setText("+");
-    m_newTabButton->setMinimumSize(28, 26);
+    m_newTabButton->setText(" + ");  // the tabs leave as much room as the text asks for
     m_newTabButton->setObjectName("newTabButton");
     m_tabs->setCornerWidget(m_newTabButton);
     connect(m_newTabButton, &QToolButton::clicked, this, &MainWindow::NewTab);
