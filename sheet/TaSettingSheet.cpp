@@ -56,7 +56,7 @@ struct CTaSettingSheet::Session {
     bool storeCommitted = false;  ///< edits are in the file, and not only pending
     bool reloaded = false;        ///< and the user does not know yet
     bool lostEdits = false;       ///< edits of the group page went with it
-    bool closingFailed = false;   ///< a Yes to the close-time question could not be done
+    bool closingFailed = false;   ///< OK, or a Yes when closing, could not be done
     QTimer tellReload;
     std::unique_ptr<ReloadWatch> watch;
 };
@@ -242,6 +242,7 @@ bool CTaSettingSheet::Save() {
         return false;
     }
     SaveChange();
+    m_session->closingFailed = true;  // the pages have written their edits: they ask no more
     if (m_pParamPage->HasEdits()) {
         SetActivePage(*m_pParamPage);  // the chart module has refused a value, which was told
         return false;
@@ -258,11 +259,12 @@ void CTaSettingSheet::OnOK() {
 }
 
 void CTaSettingSheet::OnCancel() {
+    const int askedBefore = m_bAskedBeforeClose;
     if (!CancelPages()) {
         return;
     }
-    if (m_session->closingFailed) {
-        m_bAlwaysSave = AskSave() ? 1 : 0;  // the pages have asked before, and do so once
+    if (m_session->closingFailed && m_bAskedBeforeClose == askedBefore) {
+        SetAlwaysSaveFlag(AskSave() ? 1 : 0);
     }
     if (m_bAlwaysSave != 0 && !Save()) {
         m_bAlwaysSave = 0;
