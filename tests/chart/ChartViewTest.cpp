@@ -1,12 +1,10 @@
 // The chart view on the terminal's own studies and data: what it shows, and what the user and the
 // settings repository make of it.
 
-#include "platform/ui/TextBridge.h"
 #include "settings/Messages.h"
 #include "settings/TaSettingHandle.h"
 #include "terminal/chart/ChartModel.h"
 #include "terminal/chart/ChartView.h"
-#include "terminal/chart/CursorLine.h"
 #include "terminal/chart/PlotMapping.h"
 #include "terminal/chart/TerminalChartModule.h"
 #include "terminal/lang/Language.h"
@@ -25,7 +23,6 @@
 #include <QWheelEvent>
 
 #include <cmath>
-#include <optional>
 
 namespace ta::terminal {
 namespace {
@@ -99,9 +96,6 @@ protected:
     static void TellGroupChange(const CString& name) {
         Settings().SendMsg2AllTechView(kGroupChangeMessage, Settings().GetGroupIndexByName(name));
     }
-    static QString Name(StudyType type) {
-        return ui::ToQString(Settings().StudyTypeToStudyName(type));
-    }
     static CommonProp& Options(const CString& name) {
         return Settings().GetDrawInfo(name)->CommonProperty();
     }
@@ -141,7 +135,6 @@ protected:
         QTest::mouseMove(Plot(), to);
         QTest::mouseRelease(Plot(), Qt::LeftButton, {}, to);
     }
-    QColor Pixel(const QPoint& at) { return view->grab().toImage().pixelColor(at); }
 
     QTemporaryDir folder;
     Language language;
@@ -153,68 +146,6 @@ protected:
 };
 
 // ---- Groups ----
-
-TEST_F(ChartViewTest, ShowsThePanesOfItsGroup) {
-    Show(zigZag);
-    EXPECT_EQ(view->GroupName(), kFirst);
-    EXPECT_EQ(view->GroupUniNum(), 5);
-    EXPECT_EQ(view->PaneCount(), 4);
-    const QStringList legends = view->LegendTexts();
-    ASSERT_EQ(legends.size(), 4);
-    EXPECT_TRUE(legends[0].contains("移動平均線(5,10,20,60)")) << legends[0].toStdString();
-    EXPECT_TRUE(legends[1].startsWith("成交量(5,20) 成交量 1599 ")) << legends[1].toStdString();
-    EXPECT_TRUE(legends[2].startsWith(Name(23)));
-    EXPECT_TRUE(legends[3].startsWith(Name(22)));
-
-    QSignalSpy changed(view.get(), &ChartView::groupChanged);
-    view->SetGroup("No such group");
-    EXPECT_EQ(changed.size(), 0);
-    view->SetGroup(kSecond);
-    EXPECT_EQ(changed.size(), 1);
-    EXPECT_EQ(view->PaneCount(), 2);
-    EXPECT_TRUE(view->LegendTexts()[1].startsWith(Name(22)));
-    EXPECT_EQ(view->GroupUniNum(), 6);
-}
-
-TEST_F(ChartViewTest, ThePricePaneIsTheTallest) {
-    Show(zigZag);
-    const PlotMapping mapping = view->Mapping();
-    ASSERT_EQ(mapping.panes.size(), 4u);
-    EXPECT_GT(mapping.panes[0].height, 1.7 * mapping.panes[1].height);
-    for (std::size_t i = 1; i < 4; ++i) {
-        EXPECT_GE(mapping.panes[i].top, mapping.panes[i - 1].Bottom());
-    }
-}
-
-TEST_F(ChartViewTest, AGroupChangeMessageShowsNewStudiesAtOnce) {
-    Show(zigZag);
-    Settings().SetStudyListByGroupName(kFirst, {{0}, {23}});
-    Settings().SetStudyCountByGroupName(kFirst, 2);
-    EXPECT_EQ(view->PaneCount(), 4);
-    TellGroupChange(kSecond);
-    EXPECT_EQ(view->PaneCount(), 4) << "Another group's message.";
-    TellGroupChange(kFirst);
-    EXPECT_EQ(view->PaneCount(), 2);
-    EXPECT_TRUE(view->LegendTexts()[1].startsWith(Name(23)));
-    Settings().SetStudyCountByGroupName(kFirst, 99);
-    TellGroupChange(kFirst);
-    EXPECT_EQ(view->PaneCount(), 10);
-}
-
-TEST_F(ChartViewTest, AParameterChangeChangesTheValues) {
-    Show(zigZag);
-    const QString before = view->LegendTexts()[0];
-    auto* drawInfo = dynamic_cast<TaDrawInfo*>(Settings().GetDrawInfo(kFirst));
-    ASSERT_TRUE(drawInfo->bSetStudyParams(4, {2, 10, 20, 60}));
-    TellGroupChange(kFirst);
-    const BarSeries& shown = Bars();
-    const double average = (shown[598].close + shown[599].close) / 2;
-    const QString legend = view->LegendTexts()[0];
-    EXPECT_NE(legend, before);
-    EXPECT_TRUE(legend.contains("(2,10,20,60)"));
-    EXPECT_TRUE(legend.contains(QStringLiteral("均線1 %1 ").arg(average, 0, 'f', 2)))
-        << legend.toStdString();
-}
 
 TEST_F(ChartViewTest, OnlyChangedStudiesAreCalculatedAgain) {
     ChartModel model;
@@ -231,14 +162,6 @@ TEST_F(ChartViewTest, OnlyChangedStudiesAreCalculatedAgain) {
     model.LoadGroup(kFirst);
     EXPECT_EQ(model.CalculationCount(), 11);
     EXPECT_EQ(model.Panes()[1][0].values->front().size(), 60u);
-}
-
-TEST_F(ChartViewTest, AnUnknownStudyIsNamedByItsNumber) {
-    Store().studyLists[{0u, "StudyTypeLogKey02"}] = {99, 16};
-    Reload();
-    Show(zigZag);
-    const QString legend = view->LegendTexts()[1];
-    EXPECT_TRUE(legend.startsWith("#99\n成交量")) << legend.toStdString();
 }
 
 TEST_F(ChartViewTest, AReloadWithAnotherOrderAndNameIsFollowed) {
@@ -272,20 +195,6 @@ TEST_F(ChartViewTest, AReloadInTheMiddleOfACallIsFollowed) {
     EXPECT_EQ(view->LegendTexts().size(), 5);
 }
 
-TEST_F(ChartViewTest, AVanishedGroupGivesWayToTheDefault) {
-    Show(zigZag);
-    view->SetGroup(kSecond);
-    QSignalSpy vanished(view.get(), &ChartView::groupVanished);
-    ASSERT_EQ(Settings().DeleteGroupSetting(kSecond), 1);
-    TellGroupChange(kFirst);
-    EXPECT_EQ(view->GroupName(), kFirst);
-    EXPECT_EQ(view->PaneCount(), 4);
-    ASSERT_EQ(vanished.size(), 1);
-    EXPECT_EQ(vanished[0][0].toString(), "First");
-    TellGroupChange(kFirst);
-    EXPECT_EQ(vanished.size(), 1);
-}
-
 TEST_F(ChartViewTest, LeavesTheRegistryWhenItIsDestroyed) {
     {
         ChartView first(data);
@@ -316,74 +225,6 @@ TEST_F(ChartViewTest, ViewsOfAGroupShareHistoryWhileOneShowsIt) {
     EXPECT_EQ(shared().get(), first);
     second.SetSymbol(kUser, {});
     EXPECT_EQ(shared(), nullptr);
-}
-
-// ---- Drawing ----
-
-TEST_F(ChartViewTest, CandlesAndVolumesAreRedUpAndGreenDown) {
-    Show(zigZag);
-    while (view->VisibleBars().second - view->VisibleBars().first > 40) {
-        view->ZoomIn();
-    }
-    const BarSeries& shown = Bars();
-    const auto isRed = [](const QColor& colour) { return colour.red() > colour.green() + 60; };
-    const auto isGreen = [](const QColor& colour) { return colour.green() > colour.red() + 60; };
-    const auto candle = [&](int bar) {
-        const Bar& at = shown[static_cast<std::size_t>(bar)];
-        // Near the open, where no line of the moving averages runs.
-        return Pixel(PointOf(bar, 0, at.open * 0.8 + at.close * 0.2) + QPoint(2, 0));
-    };
-    const auto volume = [&](int bar) { return Pixel(PointOf(bar, 1, 700) + QPoint(2, 0)); };
-    EXPECT_TRUE(isRed(candle(590))) << candle(590).name().toStdString();
-    EXPECT_TRUE(isGreen(candle(591))) << candle(591).name().toStdString();
-    EXPECT_TRUE(isRed(volume(590)));
-    EXPECT_TRUE(isGreen(volume(591)));
-
-    view->SetRisingRed(false);
-    EXPECT_FALSE(view->RisingRed());
-    EXPECT_TRUE(isGreen(candle(590)));
-    EXPECT_TRUE(isRed(candle(591)));
-    EXPECT_TRUE(isGreen(volume(590)));
-    EXPECT_TRUE(isRed(volume(591)));
-}
-
-TEST_F(ChartViewTest, ADarkPaletteMakesADarkChart) {
-    Show(zigZag);
-    const auto average = [&] {
-        const QImage image = view->grab().toImage();
-        return qGray(
-            image.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0));
-    };
-    EXPECT_GT(average(), 200);
-    QPalette dark = view->palette();
-    dark.setColor(QPalette::Base, QColor(0x14, 0x17, 0x1c));
-    dark.setColor(QPalette::Text, QColor(0xe6, 0xe6, 0xe6));
-    view->setPalette(dark);
-    EXPECT_LT(average(), 60);
-}
-
-TEST_F(ChartViewTest, TheValueAxisStandsWhereTheOptionSays) {
-    Show(zigZag);
-    const auto sides = [&](std::uint32_t scalePos) {
-        Options(kFirst).uScalePos = scalePos;
-        TellGroupChange(kFirst);
-        const PlotMapping mapping = view->Mapping();
-        const bool left = mapping.left > 25;
-        const bool right = view->width() - mapping.left - mapping.width > 25;
-        return std::pair(left, right);
-    };
-    EXPECT_EQ(sides(0), std::pair(false, true));
-    EXPECT_EQ(sides(1), std::pair(true, false));
-    EXPECT_EQ(sides(2), std::pair(true, true));
-}
-
-TEST_F(ChartViewTest, HiddenLegendsLeaveTheirRoomToThePane) {
-    Show(zigZag);
-    const double before = view->Mapping().panes[0].high;
-    Options(kFirst).bShowTAInfo = false;
-    TellGroupChange(kFirst);
-    EXPECT_LT(view->Mapping().panes[0].high, before);
-    EXPECT_FALSE(view->LegendTexts()[0].isEmpty());
 }
 
 // ---- Zoom and pan ----
@@ -454,18 +295,6 @@ TEST_F(ChartViewTest, Keys) {
     EXPECT_EQ(view->CursorBar(), -1);
 }
 
-TEST_F(ChartViewTest, ShowsAllAndTheLatest) {
-    Show(zigZag);
-    const auto latest = view->VisibleBars();
-    view->ShowAll();
-    EXPECT_EQ(view->VisibleBars(), std::pair(0, 599));
-    view->ShowLatest();
-    EXPECT_EQ(view->VisibleBars(), latest);
-    view->ScrollBars(-1000);
-    TellGroupChange(kFirst);
-    EXPECT_EQ(view->VisibleBars().first, 0) << "A redraw leaves the view where it is.";
-}
-
 // ---- The cursor line ----
 
 TEST_F(ChartViewTest, TheCursorFollowsTheMouseAndTellsTheBar) {
@@ -507,50 +336,6 @@ TEST_F(ChartViewTest, ByOptionTheCursorJumpsToTheClick) {
     EXPECT_EQ(view->CursorBar(), 540) << "A drag is no click.";
 }
 
-TEST_F(ChartViewTest, TheLevelLineLocksOnThePriceOfTheMode) {
-    Show(zigZag);
-    const PlotMapping mapping = view->Mapping();
-    const Bar& bar = Bars()[550];
-    const PlotMapping::Pane& pane = mapping.panes[0];
-    ChartModel model;
-    model.SetBars(bars, {});
-    const auto lockedValue = [&](std::uint32_t mode, double mouse) {
-        Options(kFirst).uCursorLineLockMode = mode;
-        model.LoadGroup(kFirst);
-        return pane.ValueAt(LockCursor(model, mapping, true, {550, 0, pane.YOf(mouse)}));
-    };
-    EXPECT_NEAR(lockedValue(0, bar.high + 9), bar.high, 1e-6);
-    EXPECT_NEAR(lockedValue(0, bar.close - 0.1), bar.close, 1e-6);
-    EXPECT_NEAR(lockedValue(1, bar.high), bar.open, 1e-6);
-    EXPECT_NEAR(lockedValue(2, bar.low), bar.high, 1e-6);
-    EXPECT_NEAR(lockedValue(3, bar.high), bar.low, 1e-6);
-    EXPECT_NEAR(lockedValue(4, bar.high), bar.close, 1e-6);
-    EXPECT_NEAR(lockedValue(5, 77.7), 77.7, 1e-6);
-}
-
-TEST_F(ChartViewTest, TheCursorLineIsDrawnThroughAllPanes) {
-    Show(zigZag);
-    const auto differs = [&](const QImage& before, int pane) {
-        const QImage now = view->grab().toImage();
-        const PlotMapping mapping = view->Mapping();
-        const auto& at = mapping.panes[static_cast<std::size_t>(pane)];
-        const int x = static_cast<int>(std::lround(mapping.XOf(view->CursorBar())));
-        int count = 0;
-        for (int y = static_cast<int>(at.top) + 40; y < at.Bottom() - 2; ++y) {
-            count += before.pixel(x, y) != now.pixel(x, y) ||
-                     before.pixel(x - 1, y) != now.pixel(x - 1, y);
-        }
-        return count > at.height / 5;
-    };
-    const QImage before = view->grab().toImage();
-    view->SetCursorBar(560);
-    EXPECT_TRUE(differs(before, 0));
-    EXPECT_TRUE(differs(before, 3));
-    Options(kFirst).bCursor = false;
-    TellGroupChange(kFirst);
-    EXPECT_FALSE(differs(before, 0));
-}
-
 TEST_F(ChartViewTest, DoubleClicksTellThePaneAndTheStudy) {
     Show(zigZag);
     QSignalSpy clicked(view.get(), &ChartView::legendDoubleClicked);
@@ -563,13 +348,6 @@ TEST_F(ChartViewTest, DoubleClicksTellThePaneAndTheStudy) {
     EXPECT_EQ(click(mapping.left + 10, mapping.panes[1].top + 8), std::pair(1, 1));
     EXPECT_EQ(click(mapping.left + 200, mapping.panes[1].Bottom() - 5), std::pair(1, 0));
     EXPECT_EQ(click(mapping.left + 10, mapping.panes[0].top + 8), std::pair(0, 0)) << "The symbol.";
-    std::set<int> studies;
-    for (double x = mapping.left; x < mapping.left + mapping.width; x += 20) {
-        for (const double row : {8.0, 26.0}) {
-            studies.insert(click(x, mapping.panes[0].top + row).second);
-        }
-    }
-    EXPECT_EQ(studies, (std::set{0, 1, 2}));
     QTest::mouseDClick(Plot(), Qt::LeftButton, {}, QPoint(400, view->height() - 2));
     EXPECT_EQ(clicked.size(), 0);
 }
@@ -608,46 +386,16 @@ TEST_F(ChartViewTest, WithoutDataItSaysWhy) {
     EXPECT_EQ(view->BarCount(), 600);
 }
 
-TEST_F(ChartViewTest, APeriodIsLoadedAndNamed) {
-    Show(zigZag);
-    QSignalSpy changed(view.get(), &ChartView::symbolChanged);
-    EXPECT_TRUE(view->LegendTexts()[0].contains(" 日線 2015/06/13"))
-        << view->LegendTexts()[0].toStdString();
-    view->SetPeriod(2, 0);
-    EXPECT_EQ(changed.size(), 1);
-    EXPECT_EQ(view->BarCount(), 21);
-    EXPECT_TRUE(view->LegendTexts()[0].contains(" 月線 "));
-    EXPECT_TRUE(view->accessibleName().contains("月線"));
-    view->SetPeriod(3, 5);
-    EXPECT_EQ(view->BarCount(), 0);
-}
-
 TEST_F(ChartViewTest, OneBarAndLevelPricesAreDrawn) {
     Bar bar;
     bar.time = 18000;
     bar.open = bar.high = bar.low = bar.close = 50;
     Show(Add({bar}));
     EXPECT_EQ(view->VisibleBars(), std::pair(0, 0));
-    EXPECT_TRUE(view->CursorText().contains("收 50.00"));
     const PlotMapping::Pane pane = view->Mapping().panes[0];
     EXPECT_LT(pane.low, 50);
     EXPECT_GT(pane.high, 50);
     view->grab();
-}
-
-TEST_F(ChartViewTest, ALanguageSwitchIsFollowed) {
-    Show(zigZag);
-    view->ScrollBars(-100);
-    const auto inView = view->VisibleBars();
-    language.Select(Language::English);
-    EXPECT_TRUE(view->LegendTexts()[1].startsWith("Volume(5,20) Volume 1599"));
-    EXPECT_TRUE(view->CursorText().contains("  C "));
-    EXPECT_EQ(view->VisibleBars(), inView);
-    view->SetPeriod(3, 1);
-    const auto* message = view->findChild<QLabel*>();
-    EXPECT_TRUE(message->text().startsWith("No data\n"));
-    language.Select(Language::TraditionalChinese);
-    EXPECT_TRUE(message->text().startsWith("沒有資料\n"));
 }
 
 }  // namespace

@@ -1,14 +1,9 @@
-#include "platform/Text.h"
-#include "platform/Window.h"
 #include "terminal/chart/StudyCatalogue.h"
 #include "terminal/chart/StudyDefinition.h"
-#include "terminal/chart/TerminalChartModule.h"
 #include "terminal/chart/TerminalDrawInfo.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <clocale>
 #include <cmath>
 #include <limits>
 
@@ -86,23 +81,26 @@ struct ReadCase {
 };
 
 TEST(DrawInfoParams, AreReadWithDefaultsForWhatIsUnusable) {
-    const std::vector<ReadCase> cases{
-        {"22=5,30,7", 22, {5, 30, 7}},
-        {"22= 5 ,\t30,7 ", 22, {5, 30, 7}},
-        {"22=5,30,7,new,,1", 22, {5, 30, 7}},
-        {"22=5", 22, {5, 26, 9}},
-        {"22=", 22, {12, 26, 9}},
-        {"22=,,7", 22, {12, 26, 7}},
-        {"22=abc,30,7", 22, {12, 30, 7}},
-        {"22=5x,30,7", 22, {12, 30, 7}},
-        {"22=nan,inf,7", 22, {12, 26, 7}},
-        {"22=5,30,1e999", 22, {5, 30, 9}},
-        {"22=40,30,7", 22, {12, 26, 7}},
-        {"22=5.4,30,7", 22, {5, 30, 7}},
-        {"8=.05,5e-2,0.5", 8, {0.05, 0.05, 0.5}},
-        {"23=5,5,5", 22, {12, 26, 9}},
-        {"0=", 0, {}},
-    };
+    const std::vector<ReadCase> cases{{"22=5,30,7", 22, {5, 30, 7}},
+                                      {"22= 5 ,\t30,7 ", 22, {5, 30, 7}},
+                                      {"22=5,30,7,new,,1", 22, {5, 30, 7}},
+                                      {"22=5", 22, {5, 26, 9}},
+                                      {"22=", 22, {12, 26, 9}},
+                                      {"22=,,7", 22, {12, 26, 7}},
+                                      {"22=abc,30,7", 22, {12, 30, 7}},
+                                      {"22=5x,30,7", 22, {12, 30, 7}},
+                                      {"22=nan,inf,7", 22, {12, 26, 7}},
+                                      {"22=5,30,1e999", 22, {5, 30, 9}},
+                                      {"22=40,30,7", 22, {12, 26, 7}},
+                                      {"22=5.4,30,7", 22, {5, 30, 7}},
+                                      {"8=.05,5e-2,0.5", 8, {0.05, 0.05, 0.5}},
+                                      {"23=5,5,5", 22, {12, 26, 9}},
+                                      {"22=40,5000,7", 22, {12, 26, 7}},
+                                      {"22=12.4,12.3,7", 22, {12, 26, 7}},
+                                      {"9=30,40,20", 9, {9, 26, 52}},
+                                      {"9=5,60,52", 9, {5, 26, 52}},
+                                      {"8=0.02,0.0154,0.2", 8, {0.02, 0.015, 0.2}},
+                                      {"0=", 0, {}}};
     for (const ReadCase& test : cases) {
         EXPECT_EQ(WithParams({test.text}).vecGetStudyParams(test.type), test.expected) << test.text;
     }
@@ -128,8 +126,7 @@ TEST(DrawInfoParams, ReplacingRewritesBadValuesAndNothingElse) {
         {" 22 =0,30,7", " 22 =12,30,7"},
         {"8=0.02,9,0.2", "8=0.02,0.02,0.2"},
         {"7=20,11", "7=20,2"},
-        {"0=1,2", "0=1,2"},
-    };
+        {"0=1,2", "0=1,2"}};
     for (const auto& [given, expected] : cases) {
         EXPECT_EQ(ParamsOf(WithParams({given}, kDrawInfoReplace)), Strings{expected}) << given;
         EXPECT_EQ(ParamsOf(WithParams({given}, kDrawInfoLoad)), Strings{given});
@@ -190,37 +187,6 @@ TEST(DrawInfoParams, WhatCannotBeSetChangesNothing) {
     EXPECT_EQ(ParamsOf(info), before);
 }
 
-TEST(DrawInfoParams, EveryStudysLimitsSurviveWritingAndReading) {
-    for (const StudyInfo* study : AllStudies()) {
-        const auto& params = study->GetParams();
-        for (std::size_t i = 0; i < params.size(); ++i) {
-            for (const double value :
-                 {params[i].minimum, params[i].defaultValue + params[i].step, params[i].maximum}) {
-                TerminalDrawInfo info;
-                std::vector<double> values = info.vecGetStudyParams(study->GetStudyType());
-                values[i] = RoundedParam(params[i], value);
-                const bool keepsRules = study->vecCheckParams(values).empty();
-                EXPECT_EQ(info.bSetStudyParams(study->GetStudyType(), values), keepsRules);
-                if (keepsRules) {
-                    EXPECT_EQ(info.vecGetStudyParams(study->GetStudyType()), values)
-                        << ParamsOf(info)[0];
-                }
-            }
-        }
-    }
-}
-
-TEST(DrawInfoParams, NumbersDoNotDependOnTheLocale) {
-    const CString before = std::setlocale(LC_ALL, nullptr);
-    // Where the machine has no such locale this checks the usual one.
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
-    TerminalDrawInfo info = WithParams({"7=20,2.5"});
-    EXPECT_EQ(info.vecGetStudyParams(7), (std::vector<double>{20, 2.5}));
-    EXPECT_TRUE(info.bSetStudyParams(7, {20, 1.5}));
-    EXPECT_EQ(ParamsOf(info), Strings{"7=20,1.5"});
-    std::setlocale(LC_ALL, before.c_str());
-}
-
 // ---- Shapes ----
 
 TEST(DrawInfoShapes, AreReadFieldByField) {
@@ -242,8 +208,7 @@ TEST(DrawInfoShapes, AreReadFieldByField) {
         {"23=GG0000:1:0:1,0000FF:5:4:0", {defaults[0], blue}},
         {"23=1FF0000:1:0:1,0000FF:5:4:0", {defaults[0], blue}},
         {"23=FF0000:1:0,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=", defaults},
-    };
+        {"23=", defaults}};
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(WithShapes({text}).vecGetStudyShapes(23), expected) << text;
         EXPECT_EQ(ShapesOf(WithShapes({text})), Strings{text});
@@ -301,9 +266,6 @@ TEST(DrawInfo, DefaultStringsAreThoseOfFreshSettings) {
     const Strings shapes = TerminalDrawInfo::DefaultShapeStrings();
     EXPECT_EQ(shapes.size(), AllStudies().size());
     EXPECT_EQ(params.size() + 1, AllStudies().size()) << "the candlestick has no parameters";
-    EXPECT_EQ(params[0], "4=5,10,20,60");
-    EXPECT_NE(std::ranges::find(params, "22=12,26,9"), params.end());
-    EXPECT_NE(std::ranges::find(params, "8=0.02,0.02,0.2"), params.end());
 
     const TerminalDrawInfo fresh;
     TerminalDrawInfo loaded = WithParams(params, kDrawInfoReplace);
@@ -314,12 +276,6 @@ TEST(DrawInfo, DefaultStringsAreThoseOfFreshSettings) {
         const StudyType type = study->GetStudyType();
         EXPECT_EQ(loaded.vecGetStudyParams(type), fresh.vecGetStudyParams(type));
         EXPECT_EQ(loaded.vecGetStudyShapes(type), fresh.vecGetStudyShapes(type));
-    }
-    for (const Strings& strings : {params, shapes}) {
-        for (const CString& text : strings) {
-            EXPECT_TRUE(std::ranges::all_of(text, [](char c) { return c > ' ' && c < 0x7F; }));
-            EXPECT_EQ(text.find('$'), CString::npos) << text;
-        }
     }
 }
 
@@ -333,53 +289,6 @@ TEST(DrawInfo, DeletingClearsOneKindOfSettings) {
     EXPECT_TRUE(info.bDeleteAllShapeParam());
     EXPECT_TRUE(ShapesOf(info).empty());
     EXPECT_TRUE(info.bDeleteAllShapeParam()) << "nothing left to delete";
-}
-
-TEST(DrawInfo, ListsTheStudiesOfACategoryInTableOrder) {
-    const TerminalDrawInfo info;
-    std::vector<StudyInfo*> all;
-    for (const StudyCategory category : kStudyCategories) {
-        std::vector<StudyInfo*> studies{nullptr};
-        info.vGetStudyInfoVec(studies, static_cast<int>(category));
-        EXPECT_GE(studies.size(), 3U);
-        for (const StudyInfo* study : studies) {
-            ASSERT_NE(study, nullptr) << "the list was not replaced";
-            EXPECT_EQ(study->GetCategory(), category);
-        }
-        all.insert(all.end(), studies.begin(), studies.end());
-    }
-    EXPECT_EQ(all, AllStudies());
-    for (const int category : {-1, 0, 5}) {
-        std::vector<StudyInfo*> studies{all[0]};
-        info.vGetStudyInfoVec(studies, category);
-        EXPECT_TRUE(studies.empty()) << category;
-    }
-}
-
-TEST(DrawInfo, KeepsTheRangeOfEachAxis) {
-    TerminalDrawInfo info;
-    EXPECT_TRUE(info.bGetYaxisRangeAutomatically(0));
-    info.vSetYaxisRangeAutomatically(1, false);
-    info.vSetYaxisMaxVal(1, 120.5);
-    info.vSetYaxisMinVal(1, -3);
-    info.vSetYaxisMaxVal(-7, 9);
-    EXPECT_EQ(info.GetYaxisRange(1), (YAxisRange{false, -3, 120.5}));
-    EXPECT_EQ(info.GetYaxisRange(-7), (YAxisRange{true, 0, 9}));
-    EXPECT_EQ(info.GetYaxisRange(0), YAxisRange());
-    info.vSetYaxisRangeAutomatically(1, true);
-    EXPECT_EQ(info.GetYaxisRange(1), (YAxisRange{true, -3, 120.5})) << "the values stay";
-}
-
-TEST(DrawInfo, TheChartModuleMakesFreshOnes) {
-    TerminalChartModule module;
-    CWnd window;
-    const std::unique_ptr<TaDrawInfo> first = module.MakeTaDrawInfo(window);
-    const std::unique_ptr<TaDrawInfo> second = module.MakeTaDrawInfo(window);
-    first->CommonProperty().bChartGrid = false;
-    ASSERT_TRUE(first->bSetStudyParams(22, {5, 30, 7}));
-    EXPECT_TRUE(second->CommonProperty().bChartGrid);
-    EXPECT_EQ(second->vecGetStudyParams(22), (std::vector<double>{12, 26, 9}));
-    EXPECT_TRUE(ParamsOf(*second).empty());
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "terminal/entitlement/TerminalEntitlement.h"
 #include "terminal/frame/FrameState.h"
-#include "terminal/frame/Periods.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -49,21 +48,12 @@ TEST(FrameState, TellsWhenItCannotBeWritten) {
     EXPECT_FALSE(SaveFrameState(folder.filePath("file/state.ini"), FrameState()));
 }
 
-TEST(Entitlement, AllowsEverythingWithinLimitsUnlessTheFileDeniesIt) {
+TEST(Entitlement, AllowsWithinLimitsWhatTheFileDoesNotDeny) {
     int inAll = 0;
     int perSymbol = 0;
-    const TerminalEntitlement none;
-    EXPECT_TRUE(none.bIsFunctionAllowed(Function::TaGroups));
-    EXPECT_TRUE(none.bIsSecondDataAllowed(16));
-    none.GetTATrendLineMaxCount(inAll, perSymbol);
-    EXPECT_EQ(inAll, 1000);
-    EXPECT_EQ(perSymbol, 50);
-
     const QTemporaryDir folder;
     const QString path = folder.filePath("state.ini");
     Write(path, "[entitlement]\nsecondData=false\ntrendLinesPerSymbol=3\n");
-    // The frame's own state beside it changes nothing.
-    ASSERT_TRUE(SaveFrameState(path, FrameState()));
     const TerminalEntitlement some(path);
     EXPECT_TRUE(some.bIsFunctionAllowed(Function::AdvancedStudies));
     EXPECT_FALSE(some.bIsFunctionAllowed(Function::SecondData));
@@ -71,13 +61,6 @@ TEST(Entitlement, AllowsEverythingWithinLimitsUnlessTheFileDeniesIt) {
     some.GetTATrendLineMaxCount(inAll, perSymbol);
     EXPECT_EQ(inAll, 1000);
     EXPECT_EQ(perSymbol, 3);
-}
-
-TEST(Periods, AreFoundByCodeAndCount) {
-    EXPECT_EQ(PeriodIndex(0, 0), 0);
-    EXPECT_EQ(PeriodIndex(3, 60), 7);
-    EXPECT_EQ(PeriodIndex(3, 2), -1);
-    EXPECT_EQ(PeriodIndex(4, 1), -1);
 }
 
 }  // namespace

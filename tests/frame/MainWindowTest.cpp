@@ -1,12 +1,9 @@
 #include "platform/ui/TextBridge.h"
-#include "settings/Messages.h"
-#include "terminal/frame/Periods.h"
 #include "tests/frame/FrameFixture.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QMenuBar>
-#include <QStandardItemModel>
 #include <QStatusBar>
 #include <QTabBar>
 
@@ -14,7 +11,6 @@ namespace ta::test {
 namespace {
 
 using terminal::Command;
-using terminal::kPeriods;
 using terminal::MenuId;
 using terminal::SymbolBox;
 
@@ -30,26 +26,7 @@ protected:
         ASSERT_TRUE(Await([this] { return Box().hasSelectedText() || Box().text().isEmpty(); }));
         QTest::keyClicks(&Box(), text);
     }
-
-    bool PeriodIsEnabled(int index) {
-        const auto* items = qobject_cast<QStandardItemModel*>(Window().ToolBar().Period().model());
-        const bool inBox = items->item(index)->isEnabled();
-        EXPECT_EQ(Window().GetCommands().At(MenuId::Periods).actions().at(index)->isEnabled(),
-                  inBox);
-        return inBox;
-    }
 };
-
-TEST_F(MainWindowTest, FirstRunShowsTheIndexDailyInTheDefaultGroup) {
-    EXPECT_EQ(Window().TabCount(), 1);
-    EXPECT_EQ(Chart().SymbolId(), "SPX");
-    EXPECT_EQ(Chart().Period(), 0);
-    EXPECT_EQ(Chart().BarCount(), 300);
-    EXPECT_EQ(Chart().PaneCount(), 4);
-    EXPECT_EQ(Chart().GroupName(), Repository().GetSystemDefaultGroup());
-    EXPECT_EQ(Box().text(), "SPX S&P 500 指數");
-    EXPECT_EQ(TabBar().tabText(0), "S&&P 500 指數 日線");
-}
 
 TEST_F(MainWindowTest, SymbolBoxFindsWhileTyping) {
     TypeSymbol("amazon");
@@ -58,50 +35,11 @@ TEST_F(MainWindowTest, SymbolBoxFindsWhileTyping) {
     QTest::keyClick(&List(), Qt::Key_Return);
     EXPECT_EQ(Chart().SymbolId(), "AMZN");
     EXPECT_FALSE(List().isVisible());
-    // Only monthly prices there are: the chart goes there, the box greys the rest.
+    // Only monthly prices there are: the chart goes there.
     EXPECT_EQ(Chart().Period(), 2);
     EXPECT_EQ(Chart().BarCount(), 60);
-    EXPECT_EQ(Window().ToolBar().Period().currentIndex(), 2);
-    EXPECT_FALSE(PeriodIsEnabled(0));
-    EXPECT_TRUE(PeriodIsEnabled(2));
-    EXPECT_FALSE(PeriodIsEnabled(4));
     EXPECT_TRUE(Await(
         [this] { return Chart().hasFocus() || Chart().isAncestorOf(Window().focusWidget()); }));
-    EXPECT_EQ(Box().text(), "AMZN 亞馬遜");
-}
-
-TEST_F(MainWindowTest, SymbolBoxTakesTheLineChosenWithTheArrowKeys) {
-    TypeSymbol("S");  // SPX by its id, 9901 by its English name
-    ASSERT_TRUE(List().isVisible());
-    ASSERT_GE(List().model()->rowCount(), 2);
-    QTest::keyClick(&List(), Qt::Key_Down);
-    QTest::keyClick(&List(), Qt::Key_Down);
-    QTest::keyClick(&List(), Qt::Key_Return);
-    EXPECT_EQ(Chart().SymbolId(), "9901");
-    EXPECT_EQ(Chart().Market(), 16);
-    EXPECT_EQ(Chart().Period(), 0);
-}
-
-TEST_F(MainWindowTest, SymbolBoxFindsChineseNames) {
-    Choose(Command::FindSymbol);
-    Box().setText("模擬");
-    QTest::keyClick(&Box(), Qt::Key_Return);
-    EXPECT_EQ(Chart().SymbolId(), "9901");
-}
-
-TEST_F(MainWindowTest, SymbolBoxTellsWhatItDoesNotFindAndEscapeGoesBack) {
-    TypeSymbol("zzz");
-    EXPECT_FALSE(List().isVisible());
-    QTest::keyClick(&Box(), Qt::Key_Return);
-    EXPECT_EQ(Chart().SymbolId(), "SPX");
-    EXPECT_TRUE(Window().statusBar()->currentMessage().contains("zzz"));
-    EXPECT_EQ(Box().text(), "zzz");
-    QTest::keyClick(&Box(), Qt::Key_Escape);
-    EXPECT_EQ(Box().text(), "SPX S&P 500 指數");
-    // Enter on what is shown leaves it as it is.
-    Choose(Command::FindSymbol);
-    QTest::keyClick(&Box(), Qt::Key_Return);
-    EXPECT_EQ(Chart().SymbolId(), "SPX");
 }
 
 TEST_F(MainWindowTest, PeriodsComeFromTheBoxTheMenuAndKeys) {
@@ -112,25 +50,10 @@ TEST_F(MainWindowTest, PeriodsComeFromTheBoxTheMenuAndKeys) {
     EXPECT_EQ(Chart().Period(), 3);
     EXPECT_EQ(Chart().Count(), 5);
     EXPECT_EQ(Chart().BarCount(), 48);
-    EXPECT_EQ(Window().ToolBar().Period().currentIndex(), 4);
-    EXPECT_EQ(TabBar().tabText(0), "模擬電子 5 分線");
     // A symbol without minutes falls back to its days.
     Window().OpenSymbol(2, "SPX");
     EXPECT_EQ(Chart().Period(), 0);
     EXPECT_EQ(Chart().BarCount(), 300);
-    EXPECT_TRUE(Window().GetCommands().At(MenuId::Periods).actions().at(0)->isChecked());
-}
-
-TEST_F(MainWindowTest, SymbolMenuListsMarketsAndOpens) {
-    QMenu& menu = Window().GetCommands().At(MenuId::Symbols);
-    emit menu.aboutToShow();
-    ASSERT_EQ(menu.actions().size(), 3);
-    EXPECT_FALSE(menu.actions().at(2)->isEnabled());  // the user's own market is empty
-    QMenu* us = menu.actions().at(0)->menu();
-    ASSERT_NE(us, nullptr);
-    EXPECT_EQ(us->actions().at(0)->text(), "SPX S&&P 500 指數");
-    us->actions().at(1)->trigger();
-    EXPECT_EQ(Chart().SymbolId(), "AMZN");
 }
 
 TEST_F(MainWindowTest, TabsOpenWithTheCurrentSymbolAndClose) {
@@ -152,37 +75,7 @@ TEST_F(MainWindowTest, TabsOpenWithTheCurrentSymbolAndClose) {
     EXPECT_EQ(Window().TabCount(), 1);
 }
 
-TEST_F(MainWindowTest, LanguageSwitchesWhileRunning) {
-    AddGroup("趨勢");
-    Window().OpenSymbol(16, "9901");
-    Choose(Command::NewTab);
-    EXPECT_EQ(Window().menuBar()->actions().first()->text(), "檔案(&F)");
-    Choose(Command::English);
-    EXPECT_EQ(Window().menuBar()->actions().first()->text(), "&File");
-    EXPECT_EQ(TabBar().tabText(0), "Simulated Electronics Daily");
-    EXPECT_EQ(Box().text(), "9901 Simulated Electronics");
-    EXPECT_EQ(Window().ToolBar().Period().currentText(), "Daily");
-    EXPECT_TRUE(Window().windowTitle().contains("Charting Terminal"));
-    EXPECT_TRUE(Window().GetCommands().At(Command::English).isChecked());
-    EXPECT_FALSE(Window().GetCommands().At(Command::Chinese).isChecked());
-    // What is shown stays: the tabs, and the group, whose name is the user's.
-    EXPECT_EQ(Window().TabCount(), 2);
-    EXPECT_EQ(Window().ToolBar().Group().currentText(), "趨勢");
-    Choose(Command::Chinese);
-    EXPECT_EQ(Window().menuBar()->actions().first()->text(), "檔案(&F)");
-    EXPECT_EQ(TabBar().tabText(0), "模擬電子 日線");
-}
-
-TEST_F(MainWindowTest, EveryControlSaysWhatItIs) {
-    for (QWidget* box : {static_cast<QWidget*>(&Window().ToolBar().Symbol()),
-                         static_cast<QWidget*>(&Window().ToolBar().Period()),
-                         static_cast<QWidget*>(&Window().ToolBar().Group())}) {
-        EXPECT_FALSE(box->accessibleName().isEmpty());
-        EXPECT_FALSE(box->toolTip().isEmpty());
-        EXPECT_EQ(box->focusPolicy() & Qt::TabFocus, Qt::TabFocus);
-    }
-    EXPECT_EQ(Window().GetCommands().At(Command::ZoomIn).toolTip(), "放大 (Ctrl++)");
-    // No two actions of the window share their keys.
+TEST_F(MainWindowTest, NoTwoActionsShareTheirKeys) {
     QStringList keys;
     for (const QAction* action : Window().findChildren<QAction*>()) {
         if (!action->shortcut().isEmpty()) {
@@ -191,27 +84,6 @@ TEST_F(MainWindowTest, EveryControlSaysWhatItIs) {
     }
     EXPECT_GE(keys.size(), 18);
     EXPECT_EQ(keys.removeDuplicates(), 0) << keys.join(' ').toStdString();
-}
-
-TEST_F(MainWindowTest, ColourSettingReachesEveryTab) {
-    Choose(Command::NewTab);
-    Choose(Command::RisingRed);
-    EXPECT_FALSE(Window().ChartAt(0).RisingRed());
-    EXPECT_FALSE(Window().ChartAt(1).RisingRed());
-    Choose(Command::NewTab);
-    EXPECT_FALSE(Chart().RisingRed());
-}
-
-TEST_F(MainWindowTest, StatusBarShowsTheCursorsValues) {
-    QTest::keyClick(&Chart(), Qt::Key_Left);
-    ASSERT_GE(Chart().CursorBar(), 0);
-    const QString text = Chart().CursorText();
-    ASSERT_FALSE(text.isEmpty());
-    bool shown = false;
-    for (const QLabel* label : Window().statusBar()->findChildren<QLabel*>()) {
-        shown = shown || label->text() == text;
-    }
-    EXPECT_TRUE(shown);
 }
 
 TEST_F(MainWindowTest, NextRunBringsBackGroupsTabsAndSettings) {
@@ -250,7 +122,6 @@ TEST_F(MainWindowTest, RemembersATabWhoseSymbolIsGone) {
     EXPECT_EQ(Window().TabCount(), 2);
     EXPECT_EQ(Chart().BarCount(), 0);
     EXPECT_EQ(Chart().GroupName(), Repository().GetSystemDefaultGroup());
-    EXPECT_EQ(TabBar().tabText(0).left(4), "GONE");
     Window().OpenSymbol(2, "SPX");
     EXPECT_EQ(Chart().BarCount(), 300);
 }
@@ -299,10 +170,7 @@ TEST_F(TwoTerminals, VanishedGroupGivesTheDefaultAndANotice) {
     for (int i = 0; i < 2; ++i) {
         ASSERT_EQ(Window().ChartAt(i).GroupName(), ui::FromQString("共用"));
     }
-    int index = -1;
-    int number = -1;
-    index = static_cast<int>(Repository().GetGroupIndexByName(ui::FromQString("另一個")));
-    number = Repository().GetUniNumByGroupIndex(index);
+    const int number = Repository().GetUniNumByGroupName(ui::FromQString("另一個"));
     ASSERT_TRUE(m_other.SaveTAGroupUniNum(1, number));
     SaveInOther({byDefault, "另一個"});
     ASSERT_TRUE(Await([this] { return !GroupsInBox().contains("共用"); }));

@@ -1,17 +1,11 @@
 #include "terminal/quotes/UserMarket.h"
 #include "tests/frame/FrameFixture.h"
 
-#include <QDropEvent>
-#include <QMimeData>
-#include <QProgressDialog>
-#include <QStatusBar>
-
 namespace ta::test {
 namespace {
 
 using terminal::Command;
 using terminal::UserMarket;
-using Kind = ScriptedPrompts::Kind;
 
 const char* const kGood =
     "Date,Open,High,Low,Close,Volume\n"
@@ -29,7 +23,6 @@ const char* const kBadRows =
 class PriceFile : public FrameTest {
 protected:
     std::size_t OwnSymbols() { return Session().Markets().User().Symbols().size(); }
-    QString Notice() { return Window().statusBar()->currentMessage(); }
 };
 
 TEST_F(PriceFile, OpensFromTheMenuAndIsThereInTheNextRun) {
@@ -37,8 +30,6 @@ TEST_F(PriceFile, OpensFromTheMenuAndIsThereInTheNextRun) {
     Choose(Command::OpenCsv);
     EXPECT_EQ(Chart().Market(), UserMarket::kId);
     EXPECT_EQ(Chart().BarCount(), 3);
-    EXPECT_TRUE(Notice().contains("自選")) << Notice().toStdString();
-    EXPECT_TRUE(m_prompts.Last().text.contains("*.csv"));
 
     End();
     Start();
@@ -47,30 +38,33 @@ TEST_F(PriceFile, OpensFromTheMenuAndIsThereInTheNextRun) {
     EXPECT_EQ(Chart().BarCount(), 3);
 }
 
-TEST_F(PriceFile, CancelledPickerOpensNothing) {
-    m_prompts.ExpectCancel(Kind::OpenFile);
-    Choose(Command::OpenCsv);
-    EXPECT_EQ(Chart().SymbolId(), "SPX");
-}
-
-TEST_F(PriceFile, BadRowsAreListedAndCanBeSkipped) {
-    m_prompts.ExpectChoice(0);
-    EXPECT_TRUE(Window().OpenCsv(WriteFile("bad.csv", kBadRows)));
-    EXPECT_EQ(Chart().BarCount(), 2);
-    const auto shown = m_prompts.Last();
-    EXPECT_EQ(shown.choices.size(), 2);
-    EXPECT_TRUE(shown.text.contains("bad.csv"));
-    EXPECT_TRUE(shown.text.contains("第 3 列")) << shown.text.toStdString();
-    EXPECT_TRUE(shown.text.contains("第 5 列"));
-}
-
-TEST_F(PriceFile, BadRowsCanStopIt) {
+TEST_F(PriceFile, BadRowsStopItOrAreSkipped) {
+    const QString path = WriteFile("bad.csv", kBadRows);
     for (const int answer : {1, -1}) {
         m_prompts.ExpectChoice(answer);
-        EXPECT_FALSE(Window().OpenCsv(WriteFile("bad.csv", kBadRows)));
+        EXPECT_FALSE(Window().OpenCsv(path));
     }
     EXPECT_EQ(Chart().SymbolId(), "SPX");
     EXPECT_EQ(OwnSymbols(), 0u);
+    m_prompts.ExpectChoice(0);
+    EXPECT_TRUE(Window().OpenCsv(path));
+    EXPECT_EQ(Chart().BarCount(), 2);
+    const QString text = m_prompts.Last().text;
+    EXPECT_TRUE(text.contains("第 3 列") && text.contains("第 5 列")) << text.toStdString();
+}
+
+TEST_F(PriceFile, WhatIsNoPriceFileIsTold) {
+    for (const QString& path : {WriteFile("letter.csv", "Dear Sir,\nthanks\n"),
+                                WriteFile("empty.csv", ""), FilePath("nowhere.csv")}) {
+        m_prompts.ExpectMessage();
+        EXPECT_FALSE(Window().OpenCsv(path));
+        EXPECT_EQ(m_prompts.Last().icon, ui::PromptIcon::Error);
+    }
+    m_prompts.ExpectMessage();  // headings, but no row to show
+    EXPECT_FALSE(
+        Window().OpenCsv(WriteFile("nothing.csv", "Date,Open,High,Low,Close\nx,1,1,1,1\n")));
+    EXPECT_EQ(OwnSymbols(), 0u);
+    EXPECT_EQ(Chart().SymbolId(), "SPX");
 }
 
 TEST_F(PriceFile, ListsTheFirstBadRowsAndCountsTheRest) {
@@ -84,63 +78,6 @@ TEST_F(PriceFile, ListsTheFirstBadRowsAndCountsTheRest) {
     EXPECT_TRUE(m_prompts.Last().text.contains("88"));
     EXPECT_LT(m_prompts.Last().text.count('\n'), 20);
     EXPECT_EQ(Chart().BarCount(), 3);
-}
-
-TEST_F(PriceFile, WhatIsNoPriceFileIsTold) {
-    for (const QString& path : {WriteFile("letter.csv", "Dear Sir,\nthanks\n"),
-                                WriteFile("empty.csv", ""), FilePath("nowhere.csv")}) {
-        m_prompts.ExpectMessage();
-        EXPECT_FALSE(Window().OpenCsv(path));
-        EXPECT_EQ(m_prompts.Last().icon, ui::PromptIcon::Error);
-        EXPECT_TRUE(m_prompts.Last().text.contains(QFileInfo(path).fileName()));
-    }
-    m_prompts.ExpectMessage();  // headings, but no row to show
-    EXPECT_FALSE(
-        Window().OpenCsv(WriteFile("nothing.csv", "Date,Open,High,Low,Close\nx,1,1,1,1\n")));
-    EXPECT_EQ(OwnSymbols(), 0u);
-    EXPECT_EQ(Chart().SymbolId(), "SPX");
-}
-
-TEST_F(PriceFile, LongReadingCanBeCancelled) {
-    QString text = "Date,Open,High,Low,Close\n";
-    for (int i = 0; i < 400000; ++i) {
-        text += "2020-01-02 09:00,10,12,9,11\n";
-    }
-    const QString path = WriteFile("long.csv", text);
-    // As soon as the dialog is there, the user presses its button.
-    QTimer watch;
-    bool cancelled = false;
-    QObject::connect(&watch, &QTimer::timeout, &Window(), [this, &cancelled] {
-        auto* dialog = Window().findChild<QProgressDialog*>();
-        if (dialog != nullptr && !cancelled) {
-            cancelled = true;
-            emit dialog->canceled();
-        }
-    });
-    watch.start(1);
-    EXPECT_FALSE(Window().OpenCsv(path));
-    EXPECT_TRUE(cancelled);
-    EXPECT_EQ(OwnSymbols(), 0u);
-    EXPECT_EQ(Chart().SymbolId(), "SPX");
-}
-
-TEST_F(PriceFile, OpensWhenDroppedOnTheWindow) {
-    QMimeData files;
-    files.setUrls({QUrl::fromLocalFile(WriteFile("dropped.csv", kGood))});
-    QDragEnterEvent enter(QPoint(400, 400), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&Window(), &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop(QPointF(400, 400), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&Window(), &drop);
-    ASSERT_TRUE(Await([this] { return Chart().Market() == UserMarket::kId; }));
-    EXPECT_EQ(Chart().BarCount(), 3);
-
-    QMimeData text;
-    text.setText("2020-01-02,10,12,9,11");
-    QDragEnterEvent other(QPoint(400, 400), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
-    other.ignore();
-    QApplication::sendEvent(&Window(), &other);
-    EXPECT_FALSE(other.isAccepted());
 }
 
 }  // namespace

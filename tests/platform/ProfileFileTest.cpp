@@ -23,9 +23,7 @@ TEST(ProfileReaderTest, WhereASectionNameEnds) {
     EXPECT_EQ(Read("[s]\nk=1", "s"), "1");
     EXPECT_EQ(Read("[s]k=0\nk=1", "s"), "1") << "text after the bracket";
     EXPECT_EQ(Read("[s\nk=1", "s"), "1") << "no bracket";
-    EXPECT_EQ(Read("[[s]\nk=1", "[s"), "1");
     EXPECT_EQ(Read("[a]b]\nk=1", "a"), "1");
-    EXPECT_EQ(Read("[a]b]\nk=1", "a]b"), "-");
     EXPECT_EQ(Read("[]\nk=1", ""), "1");
     // 0xA15D, 0xA55B: the second halves are "]" and "[".
     EXPECT_EQ(Read("[a\xA1\x5D"
@@ -40,13 +38,11 @@ TEST(ProfileReaderTest, WhereASectionNameEnds) {
 TEST(ProfileReaderTest, BlanksAndQuotes) {
     EXPECT_EQ(Read("[ \t s \t]\n \tk\t = \t a b \t", "s"), "a b");
     EXPECT_EQ(Read("[s]\nk=1", " s\t", " k "), "1");
-    EXPECT_EQ(Read("  [s]\nk=1", "s"), "1");
     EXPECT_EQ(Read("[s]\nk=\"  a  \"", "s"), "  a  ");
     EXPECT_EQ(Read("[s]\nk= ' a ' ", "s"), " a ");
     EXPECT_EQ(Read("[s]\nk=\"\"a\"\"", "s"), "\"a\"") << "one pair only";
     EXPECT_EQ(Read("[s]\nk=\"", "s"), "\"");
     EXPECT_EQ(Read("[s]\nk=\"a'", "s"), "\"a'");
-    EXPECT_EQ(Read("[s]\nk=a\"", "s"), "a\"");
     EXPECT_EQ(Read("[s]\nk=\"\"", "s"), "");
     EXPECT_EQ(Read("[s]\n\"k\"=1", "s", "\"k\""), "1") << "names keep their quotes";
 }
@@ -59,10 +55,7 @@ TEST(ProfileReaderTest, WhatIsAKey) {
     EXPECT_EQ(Read("k=0\n[s]\n", "s"), "-") << "before the first section";
     EXPECT_EQ(Read("[s]\n;k=0\n ; k=2\nk=1", "s"), "1");
     EXPECT_EQ(Read("[s]\nk=a;b#c ; d", "s"), "a;b#c ; d");
-    EXPECT_EQ(Read("[s]\n#k=1", "s", "#k"), "1");
-    EXPECT_EQ(Read("[s]\nk;=1", "s", "k;"), "1");
     EXPECT_EQ(Read(";[s]\nk=1", "s"), "-");
-    EXPECT_EQ(Read("[s]\n[t]\nk=1", "s"), "-");
     EXPECT_EQ(Read("", "s"), "-");
 }
 
@@ -85,7 +78,6 @@ TEST(ProfileReaderTest, TheFirstOfEqualsWins) {
     EXPECT_EQ(Read(bytes, "S", "K"), "1");
     EXPECT_EQ(Read(bytes, "s", "m"), "-") << "a section that appears twice is not joined";
     EXPECT_EQ(Read(bytes, "s", "n"), "-");
-    EXPECT_EQ(Read(bytes, "t"), "5");
 }
 
 TEST(ProfileReaderTest, LineEnds) {
@@ -107,7 +99,6 @@ TEST(ProfileReaderTest, Marks) {
     EXPECT_EQ(Read(utf16, text::FromUtf8("功")), text::FromUtf8("許 蓋"));
     EXPECT_EQ(Read(utf16 + "x", text::FromUtf8("功"), "m"), "?") << "half a unit at the end";
     EXPECT_EQ(Read("\xFF\xFE", "s"), "-");
-    EXPECT_EQ(Read("\xFF", "s"), "-");
     EXPECT_EQ(Read("\xEF\xBB\xBF", "s"), "-");
 }
 
@@ -115,9 +106,6 @@ TEST(ProfileReaderTest, MissingAndEmptyValues) {
     const ProfileReader file("[s]\nempty=\n");
     EXPECT_EQ(file.GetString("s", "k", "  none \t  "), "  none \t");
     EXPECT_EQ(file.GetString("t", "k", "   "), "");
-    EXPECT_EQ(file.GetString("s", "empty", "none"), "");
-    EXPECT_TRUE(file.HasSection("S"));
-    EXPECT_FALSE(file.HasSection("t"));
     EXPECT_EQ(file.GetInt("s", "k", -7), -7);
     EXPECT_EQ(file.GetInt("s", "empty", -7), 0);
 }
@@ -128,19 +116,14 @@ TEST(ProfileReaderTest, Integers) {
     };
     EXPECT_EQ(read("12"), 12);
     EXPECT_EQ(read("-12x3"), -12);
-    EXPECT_EQ(read("+12"), 12);
     EXPECT_EQ(read("- 12"), 0);
-    EXPECT_EQ(read("--1"), 0);
-    EXPECT_EQ(read("x"), 0);
     EXPECT_EQ(read("012"), 12);
     EXPECT_EQ(read("0x1fG"), 31);
-    EXPECT_EQ(read("0XfF"), 255);
     EXPECT_EQ(read("-0x10"), -16);
     EXPECT_EQ(read("0x"), 0);
     EXPECT_EQ(read("1f"), 1);
     EXPECT_EQ(read("'5'"), 5);
     EXPECT_EQ(read("2147483648"), -2147483647 - 1);
-    EXPECT_EQ(read("4294967297"), 1);
     EXPECT_EQ(read("-4294967297"), -1);
     EXPECT_EQ(read("0x1FFFFFFFF"), -1);
 }
@@ -154,17 +137,11 @@ TEST(ProfileReaderTest, ValuesIntoABuffer) {
         EXPECT_EQ(buffer[size], '#') << "nothing behind the buffer";
         return size == 0 ? CString("#") : CString(buffer) + "/" + std::to_string(copied);
     };
-    EXPECT_EQ(read(10), "12345/5");
     EXPECT_EQ(read(6), "12345/5");
     EXPECT_EQ(read(5), "1234/4") << "cut";
     EXPECT_EQ(read(1), "/0");
     EXPECT_EQ(read(0), "#");
     EXPECT_EQ(read(10, "missing"), "ab/2");
-}
-
-TEST(ProfileReaderTest, LongValues) {
-    const CString value(1 << 20, 'x');
-    EXPECT_EQ(Read("[s]\nk=" + value + "\nm=1", "s"), value);
 }
 
 TEST(ProfileReaderTest, AReaderCanBeMoved) {

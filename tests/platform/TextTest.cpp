@@ -53,18 +53,11 @@ TEST(CodePage950, EveryCharacterComesBackAsItsBytes) {
     }
     EXPECT_EQ(standard, 13503);
     EXPECT_EQ(privateUse, 6217);
+    EXPECT_EQ(FromUtf8("€功能（許蓋）"), "\xA3\xE1\xA5\x5C\xAF\xE0\xA1\x5D\xB3\x5C\xBB\\\xA1\x5E");
+    EXPECT_EQ(ToUtf16("\xFA\x40\x81\x40\xC6\xA1"), u"\uE000\uEEB8\uF6B1");
     for (int byte = 0; byte < 0x80; ++byte) {
-        EXPECT_EQ(ToUtf16(Bytes({byte})), std::u16string(1, static_cast<char16_t>(byte)));
         EXPECT_EQ(FromUtf8(Bytes({byte})), Bytes({byte}));
     }
-}
-
-TEST(CodePage950, HasTheEuroAndThePrivateUseArea) {
-    EXPECT_EQ(FromUtf8("€"), "\xA3\xE1");
-    EXPECT_EQ(ToUtf8("\xA3\xE1"), "€");
-    EXPECT_EQ(FromUtf16(u"\uE000\uEEB8\uF6B1"), "\xFA\x40\x81\x40\xC6\xA1");
-    EXPECT_EQ(ToUtf16("\xFA\x40\x81\x40\xC6\xA1"), u"\uE000\uEEB8\uF6B1");
-    EXPECT_EQ(FromUtf8("功能（許蓋）"), "\xA5\x5C\xAF\xE0\xA1\x5D\xB3\x5C\xBB\\\xA1\x5E");
 }
 
 TEST(CodePage950, NoCharacterComesBackAsAnotherOne) {
@@ -88,17 +81,14 @@ TEST(CodePage950, NoCharacterComesBackAsAnotherOne) {
 
 TEST(Conversion, PutsAQuestionMarkForEveryCharacterThatIsLacking) {
     const std::map<std::string, CString> cases{
-        {"é", "?"},       // Latin-1
-        {"\u00A0", "?"},  // no-break space
-        {"한", "?"},      // Korean
-        {"㐀𠀀", "??"},   // rare Han characters, one of them beyond 16 bits
-        {"😀", "?"},       // one, not one for each half of the pair
+        {"é", "?"},      // Latin-1
+        {"㐀𠀀", "??"},  // rare Han characters, one of them beyond 16 bits
+        {"😀", "?"},      // one, not one for each half of the pair
         {"a😀😀b", "a??b"},
         {"❤️", "?"},                // the selector after the heart is invisible
         {"👨‍👩‍👧", "???"},  // the joiners are invisible
         {"台\u200B積電", FromUtf8("台積電")},
         {"\xFF\xE4\xB8", "??"},  // no UTF-8
-        {"a\xC0\x80z", "a??z"},
     };
     for (const auto& [utf8, expected] : cases) {
         EXPECT_EQ(FromUtf8(utf8), expected) << utf8;
@@ -107,20 +97,15 @@ TEST(Conversion, PutsAQuestionMarkForEveryCharacterThatIsLacking) {
 }
 
 TEST(Conversion, ShowsBytesThatAreNoCharacter) {
-    EXPECT_EQ(ToUtf16("a\xA4"), u"a\uFFFD");
     EXPECT_EQ(ToUtf16("\xA4 b"), u"\uFFFD b");
     EXPECT_EQ(ToUtf16("\xA4,\xA4\x41"), u"\uFFFD,乙");
-    EXPECT_EQ(ToUtf16("\xA4\x7F"), u"\uFFFD\u007F");
     EXPECT_EQ(ToUtf16("\xA4\xA0z"), u"\uFFFDz");
     EXPECT_EQ(ToUtf8("\xA4\xA4\xA4"), "中\uFFFD");
     EXPECT_EQ(FromUtf8(ToUtf8("\xA4\xA4\xA4")), "\xA4\xA4?");
 }
 
 TEST(Conversion, TakesEmptyTextNulBytesAndLongText) {
-    EXPECT_EQ(FromUtf8({}), "");
     EXPECT_EQ(ToUtf8({}), "");
-    EXPECT_EQ(FromUtf16({}), "");
-    EXPECT_EQ(ToUtf16({}), u"");
     const CString withNul("\xA4\x41\0b\0", 5);
     EXPECT_EQ(ToUtf16(withNul), std::u16string(u"乙\0b\0", 4));
     EXPECT_EQ(FromUtf8(ToUtf8(withNul)), withNul);
@@ -194,7 +179,6 @@ TEST(FindChar, DoesNotTakeSecondHalvesForCharacters) {
         // A lead byte without its second half hides nothing.
         EXPECT_EQ(FindChar("\xA4," + CString(1, character), ','), 1U);
     }
-    EXPECT_EQ(FindChar("", '['), std::string::npos);
     EXPECT_EQ(FindChar("a[", '[', 2), std::string::npos);
     EXPECT_EQ(FindChar("\xA4", '['), std::string::npos);
     EXPECT_EQ(FindChar(CString("a\0b", 3), '\0'), 1U);
@@ -215,7 +199,6 @@ TEST(Cut, NeverLeavesHalfACharacter) {
     }
     EXPECT_EQ(Cut(text, text.size()), text);
     EXPECT_EQ(Cut("\xA5\x5C", 1), "");
-    EXPECT_EQ(Cut("", 5), "");
     EXPECT_EQ(Cut("a\xA4", 2), "a\xA4") << "What fits stays as it is.";
     EXPECT_EQ(Cut("a\xA4", 1), "a");
 }
@@ -227,27 +210,19 @@ TEST(ToUpper, LeavesSecondHalvesAlone) {
         EXPECT_EQ(ToUpper(Bytes({0xA5, trail, trail})), Bytes({0xA5, trail, trail - 'a' + 'A'}));
     }
     EXPECT_EQ(ToUpper("a\xA4"), "A\xA4");
-    EXPECT_EQ(ToUpper(""), "");
 }
 
 TEST(Trim, TakesBlanksOffBothEnds) {
     EXPECT_EQ(Trim(" \t\r\n\v\f\xA5\x5C b \f\v\n\r\t "), "\xA5\x5C b");
     EXPECT_EQ(Trim(" \t\r\n\v\f"), "");
-    EXPECT_EQ(Trim(""), "");
-    EXPECT_EQ(Trim("a"), "a");
-    EXPECT_EQ(Trim("\xA1\x40 a \xA1\x40"), "\xA1\x40 a \xA1\x40") << "The wide blank stays.";
-    EXPECT_EQ(Trim(CString("\0 a", 3)), CString("\0 a", 3));
 }
 
 TEST(Format, FillsWhatFits) {
     EXPECT_EQ(Format("%d/%04d/%02x", 5, 3, 10), "5/0003/0a");
-    EXPECT_EQ(Format("[%s]", CString("\xA5\x5C")), "[\xA5\x5C]");
     EXPECT_EQ(Format("%s %s", "2330", std::string_view("\xA5\x78")), "2330 \xA5\x78");
     EXPECT_EQ(Format("%.2f %5.1f%% %u %c", 1.005, 12.34, 7U, 'x'), "1.00  12.3% 7 x");
     EXPECT_EQ(Format("%2$s-%1$s", "a", "b"), "b-a");
     EXPECT_EQ(Format("%ld %X", 1L << 40, 255), "1099511627776 FF");
-    EXPECT_EQ(Format(""), "");
-    EXPECT_EQ(Format("100%%"), "100%");
     EXPECT_EQ(Format("%d", 1, "left over"), "1");
 }
 
@@ -258,7 +233,6 @@ TEST(Format, GivesTheBareTextWhenArgumentsDoNotFit) {
         EXPECT_EQ(Format(format), format);
     }
     EXPECT_EQ(Format("%d %s", 1), "%d %s");
-    EXPECT_EQ(Format("%n", 1), "%n");
     EXPECT_EQ(Format("%d", "text"), "%d");
     EXPECT_EQ(Format("%s %d", CString("a"), 1.5), "%s %d");
 }
@@ -273,7 +247,6 @@ TEST(Format, KeepsDoubleByteCharactersWhole) {
     EXPECT_EQ(Format("%s|", "\xA4"), "\xA4|");
     EXPECT_EQ(Format("[%.3s]", name), FromUtf8("[功能許]"));
     EXPECT_EQ(Format("[%-5s]", name), FromUtf8("[功能許蓋 ]"));
-    EXPECT_EQ(Format("[%6.2s]", name), FromUtf8("[    功能]"));
     EXPECT_EQ(Format("%s", CString("a\0b", 3)), CString("a\0b", 3));
     for (int lead = 0x81; lead <= 0xFE; ++lead) {
         for (int trail = 0x40; trail <= 0xFE; ++trail) {

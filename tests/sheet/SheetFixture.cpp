@@ -75,6 +75,25 @@ QStringList SheetFixture::Texts(const QListWidget& list) {
     return texts;
 }
 
+QStringList SheetFixture::Panes(const QTreeWidget& tree) {
+    QStringList panes;
+    for (int pane = 0; pane < tree.topLevelItemCount(); ++pane) {
+        const QTreeWidgetItem& node = *tree.topLevelItem(pane);
+        QStringList studies;
+        for (int i = 0; i < node.childCount(); ++i) {
+            studies.append(node.child(i)->text(0));
+        }
+        panes.append(node.text(0) + ": " + studies.join(", "));
+    }
+    return panes;
+}
+
+void SheetFixture::ClickStudy(QTreeWidget& tree, int pane, int study) {
+    QTreeWidgetItem* node = tree.topLevelItem(pane);
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {},
+                      tree.visualItemRect(study < 0 ? node : node->child(study)).center());
+}
+
 void SheetFixture::ClickRow(QListWidget& list, int row) {
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
                       list.visualItemRect(list.item(row)).center());

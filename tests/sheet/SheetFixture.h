@@ -5,6 +5,7 @@
 #include "tests/support/RecordingConfigStore.h"
 
 #include <QListWidget>
+#include <QTreeWidget>
 
 #include <functional>
 #include <string>
@@ -30,6 +31,10 @@ protected:
     /// What an input method does: the text at the place of the selection or caret.
     static void TypeText(QWidget& edit, const QString& text);
     static QStringList Texts(const QListWidget& list);
+    /// "pane 1: K線圖, 移動平均線" for each pane.
+    static QStringList Panes(const QTreeWidget& tree);
+    /// A study of a pane, or, with -1, the pane itself.
+    static void ClickStudy(QTreeWidget& tree, int pane, int study);
     static void ClickRow(QListWidget& list, int row);
     static void DragRow(QListWidget& list, int from, int to);
 

@@ -61,48 +61,11 @@ Changes StudyPageFixture::Changed() {
     return changes;
 }
 
-void StudyPageFixture::ReloadAndGoOn() {
-    prompts.ExpectChoice(0);
-    memory.reloadFlag = true;
-    Repository().ReloadTASetting();
-    AwaitPrompts();
-}
-
 void StudyPageFixture::AwaitPrompts() {
     ASSERT_TRUE(QTest::qWaitFor([this] { return prompts.Waiting() == 0; }));
 }
 
 // ---- The tree ----
-
-QStringList StudyPageFixture::Panes() {
-    QStringList panes;
-    for (int pane = 0; pane < Tree().topLevelItemCount(); ++pane) {
-        const QTreeWidgetItem& node = *Tree().topLevelItem(pane);
-        QStringList studies;
-        for (int i = 0; i < node.childCount(); ++i) {
-            studies.append(node.child(i)->text(0));
-        }
-        panes.append(node.text(0) + ": " + studies.join(", "));
-    }
-    return panes;
-}
-
-QStringList StudyPageFixture::Marked() {
-    QStringList marked;
-    for (QTreeWidgetItemIterator item(&Tree()); *item != nullptr; ++item) {
-        EXPECT_EQ((*item)->icon(0).isNull(), (*item)->toolTip(0).isEmpty());
-        if (!(*item)->icon(0).isNull()) {
-            marked.append((*item)->text(0));
-        }
-    }
-    return marked;
-}
-
-void StudyPageFixture::ClickStudy(int pane, int study) {
-    QTreeWidgetItem* node = Tree().topLevelItem(pane);
-    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {},
-                      Tree().visualItemRect(study < 0 ? node : node->child(study)).center());
-}
 
 void StudyPageFixture::PressInTree(int key, Qt::KeyboardModifiers modifiers) {
     Tree().setFocus();
@@ -149,17 +112,6 @@ void StudyPageFixture::Enter(const QString& name, const QString& text) {
     QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(&field, Qt::Key_Delete);
     QTest::keyClicks(&field, text);
-}
-
-QToolButton& StudyPageFixture::Revert(const QString& name) {
-    for (QToolButton* button : View().findChildren<QToolButton*>()) {
-        if (button->accessibleName().contains(' ' + name)) {
-            return *button;
-        }
-    }
-    ADD_FAILURE() << name.toStdString() << " cannot be reverted";
-    static auto& none = *new QToolButton;
-    return none;
 }
 
 QStringList StudyPageFixture::Faults() {

@@ -10,7 +10,6 @@
 #include <QAbstractSpinBox>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QToolButton>
 
 #include <functional>
 #include <memory>
@@ -69,12 +68,9 @@ protected:
     QSpinBox& ShowCount() { return Find<QSpinBox>(Page(), "showCountSpin"); }
     CTaParamSettingView& View() { return Find<CTaParamSettingView>(Page(), "settingView"); }
 
-    /// "pane 1: K線, 移動平均線" for each pane.
-    QStringList Panes();
+    QStringList Panes() { return SheetFixture::Panes(Tree()); }
     QString SelectedStudy() { return Tree().currentItem()->text(0); }
-    /// The studies that the tree marks.
-    QStringList Marked();
-    void ClickStudy(int pane, int study);
+    void ClickStudy(int pane, int study) { SheetFixture::ClickStudy(Tree(), pane, study); }
     /// A key in the tree.
     void PressInTree(int key, Qt::KeyboardModifiers modifiers = {});
     /// Drags a study to the upper or lower part of another item; `end` does the rest.
@@ -100,12 +96,9 @@ protected:
     QAbstractSpinBox& Value(const QString& name) { return Named<QAbstractSpinBox>(name); }
     QString Text(const QString& name) { return Value(name).text(); }
     void Enter(const QString& name, const QString& text);
-    QToolButton& Revert(const QString& name);
     /// The reasons that the editor shows, from the top.
     QStringList Faults();
 
-    /// Another terminal has stored what the test has put into `memory`; the user goes on editing.
-    void ReloadAndGoOn();
     void AwaitPrompts();
 
 private:

@@ -59,29 +59,30 @@ void SaveGroup(SMXCfgIO2& store, int generation, unsigned group) {
     store.SaveTAGroupUniNum(group, generation + part);
 }
 
+template <typename T>
+bool Holds(SMXCfgIO2& store, bool (SMXCfgIO2::*load)(unsigned, T&), unsigned group,
+           const T& wanted) {
+    T found{};
+    return (store.*load)(group, found) && found == wanted;
+}
+
 bool HasGroup(SMXCfgIO2& store, int generation, unsigned group) {
     const int part = static_cast<int>(group) * 100;
-    std::vector<std::int32_t> studies;
+    using S = SMXCfgIO2;
     for (int pane = 1; pane <= 10; ++pane) {
+        std::vector<std::int32_t> studies;
         if (!store.LoadTAGroupStudyList(group, fmt::format("StudyTypeLogKey{:02d}", pane),
                                         studies) ||
             studies != std::vector<std::int32_t>{generation, part + pane}) {
             return false;
         }
     }
-    std::vector<CString> params;
-    std::vector<CString> shapes;
-    int count = 0;
-    std::uint32_t scale = 0;
-    bool cdp = false;
-    int uniNum = 0;
-    return store.LoadTAStudyParamSetting(group, params) && params == Texts(generation, part, 5) &&
-           store.LoadTAStudyShapeSetting(group, shapes) &&
-           shapes == Texts(generation, part + 50, 5) && store.LoadTAStudyShowCount(group, count) &&
-           count == generation && store.LoadTASettingScalePos(group, scale) &&
-           scale == static_cast<std::uint32_t>(generation) && store.LoadTASettingCDP(group, cdp) &&
-           cdp == (generation % 2 == 0) && store.LoadTAGroupUniNum(group, uniNum) &&
-           uniNum == generation + part;
+    return Holds(store, &S::LoadTAStudyParamSetting, group, Texts(generation, part, 5)) &&
+           Holds(store, &S::LoadTAStudyShapeSetting, group, Texts(generation, part + 50, 5)) &&
+           Holds(store, &S::LoadTAStudyShowCount, group, generation) &&
+           Holds(store, &S::LoadTASettingScalePos, group, static_cast<std::uint32_t>(generation)) &&
+           Holds(store, &S::LoadTASettingCDP, group, generation % 2 == 0) &&
+           Holds(store, &S::LoadTAGroupUniNum, group, generation + part);
 }
 
 bool HasSymbol(SMXCfgIO2& store, int generation, int symbol) {

@@ -3,8 +3,6 @@
 
 #include <random>
 
-#include <sqlite3.h>
-
 namespace ta::test {
 
 namespace {
@@ -89,10 +87,7 @@ TEST_F(StoreDamageTest, RandomBytesAndFilesOfOthersAreMovedAside) {
                             "PRAGMA application_id = 5; CREATE TABLE t(a)",
                             "PRAGMA user_version = 5; CREATE TABLE t(a)"}) {
         RemoveAll();
-        sqlite3* handle = nullptr;
-        ASSERT_EQ(sqlite3_open(Path().toUtf8().constData(), &handle), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(handle, sql, nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(handle);
+        RunSql(Path(), sql);
         files.push_back(Contents(Path()));
     }
     for (const QByteArray& bytes : files) {
@@ -135,8 +130,7 @@ TEST_F(StoreDamageTest, GarbageInsideAStoreNeverStopsTheTerminal) {
         SaveGeneration(store, 2 + round);
         store.PackFile();
         EXPECT_EQ(LoadGeneration(store), 2 + round);
-        const bool saved = store.errors.empty() || store.errors[0].reason == PackError::Replaced;
-        if (saved) {
+        if (store.errors.empty() || store.errors[0].reason == PackError::Replaced) {
             EXPECT_EQ(Stored(), 2 + round) << round;
         }
     }
@@ -212,36 +206,34 @@ TEST_F(StoreDamageTest, AFileRemovedMeanwhileIsMadeAgain) {
     EXPECT_EQ(LoadGeneration(store), 1);
 }
 
-TEST_F(StoreDamageTest, AFileReplacedMeanwhileByAnotherStoreIsNotOverwritten) {
-    Make(1);
-    FakeTime time;
-    TestStore store(Path(), FaultVfs::Name(), time.Clock());
-    ASSERT_TRUE(QFile::rename(Path(), Path("old.db")));
-    Make(2);
-    store.SetTAGroupMaxCount(20);
-    store.PackFile();
-    EXPECT_TRUE(store.errors.empty());
-    EXPECT_EQ(Stored(), 2);
-    EXPECT_TRUE(store.ReloadFlag());
-    EXPECT_TRUE(store.SetTASettingReloadType(false));
-    EXPECT_EQ(LoadGeneration(store), 2);
-    int count = 0;
-    EXPECT_TRUE(store.GetTAGroupMaxCount(count));
-    EXPECT_EQ(count, 20);
-}
-
-TEST_F(StoreDamageTest, AFileReplacedMeanwhileIsFoundByTheNextLook) {
-    Make(1);
-    FakeTime time;
-    TestStore store(Path(), FaultVfs::Name(), time.Clock());
-    ASSERT_TRUE(QFile::rename(Path(), Path("old.db")));
-    time.Pass(SqliteStore::kQuietGap);
-    EXPECT_FALSE(store.ReloadFlag());  // nothing there: memory is the best there is
-    Make(2);
-    time.Pass(SqliteStore::kQuietGap);
-    EXPECT_TRUE(store.ReloadFlag());
-    EXPECT_TRUE(store.SetTASettingReloadType(false));
-    EXPECT_EQ(LoadGeneration(store), 2);
+TEST_F(StoreDamageTest, AFileReplacedMeanwhileIsTakenUpAndNotOverwritten) {
+    for (const bool byPacking : {false, true}) {
+        RemoveAll();
+        Make(1);
+        FakeTime time;
+        TestStore store(Path(), FaultVfs::Name(), time.Clock());
+        ASSERT_TRUE(QFile::rename(Path(), Path("old.db")));
+        if (!byPacking) {
+            time.Pass(SqliteStore::kQuietGap);
+            EXPECT_FALSE(store.ReloadFlag());  // nothing there: memory is the best there is
+        }
+        Make(2);
+        int count = 20;
+        if (byPacking) {
+            store.SetTAGroupMaxCount(count);
+            store.PackFile();
+            EXPECT_TRUE(store.errors.empty());
+            EXPECT_EQ(Stored(), 2);
+            count = 0;
+        } else {
+            time.Pass(SqliteStore::kQuietGap);
+        }
+        EXPECT_TRUE(store.ReloadFlag());
+        EXPECT_TRUE(store.SetTASettingReloadType(false));
+        EXPECT_EQ(LoadGeneration(store), 2);
+        EXPECT_EQ(store.GetTAGroupMaxCount(count), byPacking);
+        EXPECT_EQ(count, 20);
+    }
 }
 
 }  // namespace ta::test

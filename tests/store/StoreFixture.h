@@ -11,9 +11,11 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <chrono>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace ta::test {
@@ -88,6 +90,14 @@ protected:
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
         ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    /// Runs statements on the file, past the store.
+    static void RunSql(const QString& path, const std::string& sql) {
+        sqlite3* handle = nullptr;
+        ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &handle), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sql;
+        sqlite3_close(handle);
     }
 
     FaultVfs faults;

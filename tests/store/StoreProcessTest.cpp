@@ -1,7 +1,6 @@
 #include "tests/store/ChildProcess.h"
 #include "tests/store/StoreFixture.h"
 
-#include <iostream>
 #include <random>
 
 namespace ta::test {
@@ -30,7 +29,6 @@ using StoreProcessTest = StoreTest;
 TEST_F(StoreProcessTest, AKilledProcessLeavesTheStateBeforeOrAfter) {
     constexpr int kRounds = 220;
     const unsigned seed = std::random_device{}();
-    std::cout << "kill points from seed " << seed << std::endl;
     std::mt19937 random(seed);
     std::chrono::nanoseconds packTime{};
     int last = 0;
@@ -57,8 +55,6 @@ TEST_F(StoreProcessTest, AKilledProcessLeavesTheStateBeforeOrAfter) {
         ASSERT_TRUE(*stored == last || *stored == last + 1) << *stored << " after " << last;
         last = *stored;
     }
-    std::cout << interrupted << " of " << kRounds << " kills fell into a commit, " << last
-              << " states were written" << std::endl;
     EXPECT_GT(interrupted, 0);
     Make(last + 1);  // a journal that was never begun stays until the next write
     EXPECT_EQ(Files(), QStringList("settings.db"));
@@ -173,25 +169,18 @@ TEST_F(StoreProcessTest, TheFileIsLookedAtAfterAPauseAndNotWithinARunOfCalls) {
     FakeTime time;
     TestStore store(Path(), FaultVfs::Name(), time.Clock());
     EXPECT_FALSE(store.ReloadFlag());
-    {
-        TestStore other(Path());
-        SaveGeneration(other, 2);
-    }
+    Make(2);
     // An operation that asks every 50 microseconds is left alone, though not for ever.
     microseconds asked{0};
-    while (!store.ReloadFlag()) {
+    for (; !store.ReloadFlag(); asked += microseconds(50)) {
         ASSERT_LT(asked, microseconds(SqliteStore::kLongestBlind) * 2);
         time.Pass(microseconds(50));
-        asked += microseconds(50);
     }
     EXPECT_GE(asked, microseconds(SqliteStore::kLongestBlind));
 
     store.SetTASettingReloadType(false);
     EXPECT_FALSE(store.ReloadFlag());
-    {
-        TestStore other(Path());
-        SaveGeneration(other, 3);
-    }
+    Make(3);
     EXPECT_FALSE(store.ReloadFlag());
     time.Pass(SqliteStore::kQuietGap);
     EXPECT_TRUE(store.ReloadFlag());

@@ -3,10 +3,6 @@
 #include <map>
 #include <random>
 
-#include <QStandardPaths>
-
-#include <sqlite3.h>
-
 namespace ta::test {
 
 namespace {
@@ -19,15 +15,6 @@ const CString kWildText("\xa5\x5c\xa1\x5d '\"%\\\0\xff\n", 12);
 
 TrendLinesByType OneLine(const CString& data) {
     return {{"0a/2330/0000/0/x", {data}}};
-}
-
-/// Runs one statement on the file, past the store.
-void RunSql(const QString& path, const char* sql) {
-    sqlite3* handle = nullptr;
-    ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &handle), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(handle, sql, nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(handle);
-    sqlite3_close(handle);
 }
 
 /// Saves a different value with each operation and gives them all back as one text.
@@ -155,65 +142,16 @@ TEST_F(StoreValueTest, AMissingValueIsFalseAndLeavesTheOutput) {
     TestStore store(Path());
     EXPECT_EQ(store.opened.state, OpenResult::Created);
     int number = 17;
-    bool flag = true;
     std::vector<CString> texts{"kept"};
-    SqliteStore::ViewGroups views{{"kept", 1}};
     TrendLinesByType lines = OneLine("kept");
-    CString date = "kept";
     EXPECT_FALSE(store.GetTAGroupMaxCount(number));
     EXPECT_FALSE(store.LoadTAGroupUniNum(0, number));
-    EXPECT_FALSE(store.LoadTASettingCDP(0, flag));
     EXPECT_FALSE(store.LoadTAGroupNameList(texts));
     EXPECT_FALSE(store.LoadTAStudyParamDefaultSetting(texts));
-    EXPECT_FALSE(store.LoadTAStudyShapeDefaultSetting(texts));
-    EXPECT_FALSE(store.GetTAViewGroupSetting(0, views));
     EXPECT_FALSE(store.LoadTATrendLine(kClass, "0a/2330", lines));
-    EXPECT_FALSE(store.LoadTATrendLineSymbolUpdTime(kClass, 10, "2330", date));
     EXPECT_EQ(number, 17);
-    EXPECT_TRUE(flag);
     EXPECT_EQ(texts, std::vector<CString>{"kept"});
-    EXPECT_EQ(views.size(), 1u);
     EXPECT_EQ(lines, OneLine("kept"));
-    EXPECT_EQ(date, "kept");
-}
-
-TEST_F(StoreValueTest, DefaultsAreTheTerminalsAndAreNotStored) {
-    std::vector<CString> texts;
-    {
-        TestStore store(Path());
-        store.SetDefaults({"p1", "p2"}, {"s1"});
-        EXPECT_TRUE(store.LoadTAStudyParamDefaultSetting(texts));
-        EXPECT_EQ(texts, (std::vector<CString>{"p1", "p2"}));
-        EXPECT_TRUE(store.LoadTAStudyShapeDefaultSetting(texts));
-        EXPECT_EQ(texts, std::vector<CString>{"s1"});
-    }
-    TestStore store(Path());
-    EXPECT_FALSE(store.LoadTAStudyParamDefaultSetting(texts));
-}
-
-TEST_F(StoreValueTest, AValueIsLostByDiscardingAndKeptByANormalEnd) {
-    {
-        TestStore store(Path());
-        store.SaveTAGroupUniNum(0, 1);
-        store.PackFile();
-        store.SaveTAGroupUniNum(0, 2);
-        EXPECT_FALSE(store.ReloadFlag());
-        store.DiscardPending();
-        EXPECT_TRUE(store.ReloadFlag());
-        EXPECT_TRUE(store.SetTASettingReloadType(false));
-        EXPECT_FALSE(store.ReloadFlag());
-        int number = 0;
-        EXPECT_TRUE(store.LoadTAGroupUniNum(0, number));
-        EXPECT_EQ(number, 1);
-        store.SaveTAGroupUniNum(1, 3);
-    }
-    TestStore store(Path());
-    int first = 0;
-    int second = 0;
-    EXPECT_TRUE(store.LoadTAGroupUniNum(0, first));
-    EXPECT_TRUE(store.LoadTAGroupUniNum(1, second));
-    EXPECT_EQ(first, 1);
-    EXPECT_EQ(second, 3);
 }
 
 TEST_F(StoreValueTest, BytesThatAreNoValueAreMissingAndStayUntilOverwritten) {
@@ -230,7 +168,7 @@ TEST_F(StoreValueTest, BytesThatAreNoValueAreMissingAndStayUntilOverwritten) {
     for (const char* bytes : garbled) {
         const std::string sql =
             "UPDATE settings SET value = " + std::string(bytes) + " WHERE kind IN (12, 14, 50)";
-        RunSql(Path(), sql.c_str());
+        RunSql(Path(), sql);
         TestStore store(Path());
         EXPECT_EQ(store.opened.state, OpenResult::Opened);
         std::vector<CString> texts;
@@ -304,6 +242,9 @@ TEST_F(StoreValueTest, TrendLinesFollowEveryOrderOfWriting) {
                 break;
             case 4:
                 store->DiscardPending();
+                EXPECT_TRUE(store->ReloadFlag());
+                EXPECT_TRUE(store->SetTASettingReloadType(false));
+                EXPECT_FALSE(store->ReloadFlag());
                 seen = committed;
                 break;
             case 5:
@@ -340,12 +281,6 @@ TEST_F(StoreValueTest, TrendLinesFollowEveryOrderOfWriting) {
         ASSERT_EQ(found.lines, seen.lines) << step;
         ASSERT_EQ(found.dates, seen.dates) << step;
     }
-}
-
-TEST_F(StoreValueTest, TheDefaultPathIsInTheUsersConfigurationFolder) {
-    const QString path = terminal::DefaultStorePath();
-    EXPECT_TRUE(path.startsWith(
-        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/tadialogs/"));
 }
 
 }  // namespace ta::test
