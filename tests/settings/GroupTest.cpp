@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 namespace ta::test {
 namespace {
 
@@ -69,6 +71,9 @@ TEST_F(GroupTest, WithoutAStoreThereAreNoGroups) {
     HangIn();
     CTaSettingHandle& repository = Repository();
     EXPECT_TRUE(Names().empty());
+    EXPECT_EQ(repository.GetMaxTAGroupCount(), 10);
+    EXPECT_EQ(repository.GetSystemDefaultGroup(), "");
+    EXPECT_EQ(repository.GetDrawInfo(""), nullptr);
     EXPECT_EQ(repository.AddGroupSetting("A"), 1);
     repository.SetStudyCountByGroupName("A", 2);
     repository.SetTechWndKeyByGroupName("A", 3);
@@ -79,11 +84,16 @@ TEST_F(GroupTest, WithoutAStoreThereAreNoGroups) {
 }
 
 TEST_F(GroupTest, TheMaximumIsKeptWithinTenToFifty) {
-    for (const auto& [stored, maximum] :
-         std::vector<std::pair<int, int>>{{-1, 10}, {30, 30}, {50, 50}, {51, 50}}) {
+    EXPECT_EQ(Repository().GetMaxTAGroupCount(), 10);
+    const std::vector<std::pair<int, int>> cases{{-1, 10}, {5, 10},  {10, 10}, {30, 30},
+                                                 {50, 50}, {51, 50}, {80, 50}};
+    for (const auto& [stored, maximum] : cases) {
         memory.maxCount = stored;
         EXPECT_EQ(Repository().GetMaxTAGroupCount(), maximum) << stored;
     }
+    // The success result is not looked at.
+    store.FailOnCall("GetTAGroupMaxCount", CallPlan::kEveryCall);
+    EXPECT_EQ(Repository().GetMaxTAGroupCount(), 10);
 }
 
 TEST_F(GroupTest, LoadingTakesTheFirstEightUsableStudiesOfAPane) {
@@ -104,6 +114,17 @@ TEST_F(GroupTest, LoadingTakesTheFirstEightUsableStudiesOfAPane) {
     b[6][0] = 16;
     EXPECT_EQ(Lists("B"), b);
     EXPECT_EQ(Repository().GetTechCountByGroup("A"), 2u);
+    EXPECT_EQ(Repository().GetTechCountByGroup("B"), 5u);
+    EXPECT_EQ(Repository().IsStudyCanUse(99), 0);
+    EXPECT_EQ(Repository().IsStudyCanUse(23), 1);
+    EXPECT_EQ(Repository().IsStudyCanUse(-1), 0);
+}
+
+TEST_F(GroupTest, EveryStudyNumberIsUsableWithTheCapability) {
+    memory.names = {{"A"}};
+    memory.studyLists[{0, "StudyTypeLogKey01"}] = {7001, -1, 0};
+    EXPECT_EQ(Lists("A")[0], (std::vector<StudyType>{7001, 0, kE, kE, kE, kE, kE, kE}));
+    EXPECT_EQ(Repository().IsSecondlyDataCanUse(1), 1);
 }
 
 TEST_F(GroupTest, TheSmallestFreeUniNumIsTaken) {
@@ -131,18 +152,32 @@ TEST_F(GroupTest, NoFreeUniNumGivesMinusOne) {
     }
     memory.names = names;
     CTaSettingHandle& repository = Repository();
+    EXPECT_EQ(repository.GetUniNumByGroupName("G99"), 99);
     EXPECT_EQ(repository.AddGroupSetting("X"), 1);
     EXPECT_EQ(repository.GetUniNumByGroupName("X"), -1);
+    memory.maxCount = 11;
+    EXPECT_EQ(repository.AddGroupSetting("Y"), 1);
+    EXPECT_EQ(repository.GetUniNumByGroupName("Y"), 100);
 }
 
 TEST_F(GroupTest, NotFoundAnswers) {
     memory.names = {{"A", "B"}};
     CTaSettingHandle& repository = Repository();
     EXPECT_EQ(repository.FindGroup("a"), 0);
+    EXPECT_EQ(repository.GetGroupIndexByName("B"), 1u);
+    EXPECT_EQ(repository.GetGroupIndexByName("?"), 0u);
+    EXPECT_EQ(repository.GetGroupIndexByUniNum(1), 1);
     EXPECT_EQ(repository.GetGroupIndexByUniNum(7), -1);
     EXPECT_EQ(repository.GetGroupNameByIndex(2), "");
+    EXPECT_EQ(repository.GetGroupNameByUniNum(7), "");
+    EXPECT_EQ(repository.GetUniNumByGroupIndex(1), 1);
     EXPECT_EQ(repository.GetUniNumByGroupIndex(2), -1);
     EXPECT_EQ(repository.GetUniNumByGroupIndex(-1), -1);
+    EXPECT_EQ(repository.GetUniNumByGroupName("?"), -1);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("?"), 1);
+    EXPECT_EQ(repository.GetTechWndKeyByGroupName("?"), 1);
+    EXPECT_EQ(repository.GetTechCountByGroup("?"), 0u);
+    EXPECT_EQ(repository.GetTaDataInterface("?"), nullptr);
     EXPECT_EQ(repository.GetTaDataRepository("?"), nullptr);
     StudyLists lists{{1}};
     EXPECT_EQ(repository.GetStudyListByGroupName("?", lists), 0);
@@ -152,10 +187,11 @@ TEST_F(GroupTest, NotFoundAnswers) {
     EXPECT_TRUE(strings.empty());
     EXPECT_EQ(repository.DeleteGroupSetting("?"), 0);
     EXPECT_EQ(repository.ModifyGroupName("?", "C"), 0);
+    store.TakeLines();
     repository.SetStudyCountByGroupName("?", 9);
     repository.SetTechWndKeyByGroupName("?", 9);
-    EXPECT_TRUE(memory.showCounts.empty());
-    EXPECT_TRUE(memory.wndShowKeys.empty());
+    EXPECT_EQ(store.TakeLines(),
+              (std::vector<std::string>{"GetTASettingReloadType()", "GetTASettingReloadType()"}));
 }
 
 TEST_F(GroupTest, AddingStoresTheDefaultStringsUnderTheNewIndex) {
@@ -174,11 +210,27 @@ TEST_F(GroupTest, AddingStoresTheDefaultStringsUnderTheNewIndex) {
     ASSERT_NE(drawInfo, nullptr);
     EXPECT_EQ(drawInfo->paramModes, std::vector{int{kDrawInfoReplace}});
     EXPECT_EQ(drawInfo->shapeModes, std::vector{int{kDrawInfoReplace}});
+    store.TakeLines();
     EXPECT_EQ(repository.AddGroupSetting("B"), 0);
+    EXPECT_EQ(store.TakeLines(), std::vector<std::string>{"GetTASettingReloadType()"});
     EXPECT_EQ(Names(), (std::vector<CString>{"A", "B"}));
 }
 
-TEST_F(GroupTest, AnUnlistedRecordIsNotWrittenOverTheFirstGroupAndGivesWayToANewOne) {
+TEST_F(GroupTest, AddingReplacesAnUnlistedRecord) {
+    memory.names = {{"A", "B"}};
+    CTaSettingHandle& repository = Repository();
+    repository.SetStudyCountByGroupName("B", 9);
+    std::vector<CString> names{"A"};
+    repository.SetGroupNameList(names);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 9);
+    EXPECT_EQ(repository.GetUniNumByGroupName("B"), 1);
+    EXPECT_EQ(repository.GetGroupIndexByUniNum(1), 0) << "an unlisted record answers as the first";
+    EXPECT_EQ(repository.AddGroupSetting("B"), 1);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 4);
+    EXPECT_EQ(repository.GetUniNumByGroupName("B"), 1);
+}
+
+TEST_F(GroupTest, SettersOfAnUnlistedRecordDoNotWriteOverTheFirstGroup) {
     memory.names = {{"A", "B"}};
     memory.showCounts = {{0, 5}};
     memory.wndShowKeys = {{0, 6}};
@@ -189,12 +241,6 @@ TEST_F(GroupTest, AnUnlistedRecordIsNotWrittenOverTheFirstGroupAndGivesWayToANew
     repository.SetTechWndKeyByGroupName("B", 9);
     EXPECT_EQ(memory.showCounts, (std::map<unsigned, int>{{0, 5}}));
     EXPECT_EQ(memory.wndShowKeys, (std::map<unsigned, int>{{0, 6}}));
-    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 9);
-    EXPECT_EQ(repository.GetGroupIndexByUniNum(1), 0) << "an unlisted record answers as the first";
-    EXPECT_EQ(repository.AddGroupSetting("B"), 1);
-    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 4);
-    EXPECT_EQ(repository.GetUniNumByGroupName("B"), 1);
-    repository.SetGroupNameList(names);
     repository.ClearNoUseGroup();
     EXPECT_EQ(repository.GetUniNumByGroupName("B"), -1);
     EXPECT_EQ(Names(), std::vector<CString>{"A"});
@@ -233,7 +279,10 @@ TEST_F(GroupTest, NamesThatDifferInTheCaseOfASecondHalfAreTwoGroups) {
     EXPECT_EQ(repository.GetGroupNameByIndex(2), backslash);
     GroupRecords all;
     repository.GetAllDrawInfo(all);
-    EXPECT_EQ(all.size(), 3u);
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all[0].first, upper);
+    EXPECT_EQ(all[1].first, lower);
+    EXPECT_EQ(all[2].first, backslash);
 }
 
 TEST_F(GroupTest, StudyListsAreBroughtIntoShape) {
@@ -250,6 +299,7 @@ TEST_F(GroupTest, StudyListsAreBroughtIntoShape) {
     EXPECT_EQ(lists[9].front(), 5);
     repository.SetStudyListByGroupName("A", {});
     EXPECT_EQ(Lists("A"), StudyLists(10, std::vector<StudyType>(8, kE)));
+    EXPECT_EQ(repository.GetTechCountByGroup("A"), 0u);
 }
 
 TEST_F(GroupTest, AReloadTakesTheStoredStateAndDropsEditsAndObjects) {
@@ -300,6 +350,24 @@ TEST_F(GroupTest, EveryEditLooksAtTheReloadedState) {
     }
 }
 
+TEST_F(GroupTest, SetAllDrawInfoMakesTheTableEqualItsInput) {
+    memory.names = {{"A", "B"}};
+    CTaSettingHandle& repository = Repository();
+    GroupRecords all;
+    repository.GetAllDrawInfo(all);
+    const GroupRecords dropped{all[1]};
+    all.pop_back();
+    all[0].second.iStudyShowCount = 8;
+    repository.SetAllDrawInfo(all);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("A"), 8);
+    EXPECT_EQ(repository.GetDrawInfo("A"), all[0].second.pDrawInfo);
+    EXPECT_EQ(repository.GetUniNumByGroupName("B"), -1);
+    // The objects of the dropped entry are the caller's now.
+    EXPECT_EQ(MemoryDrawInfo::LiveCount(), 2);
+    delete dropped[0].second.pDrawInfo;
+    delete dropped[0].second.pDataRepository;
+}
+
 TEST_F(GroupTest, SetAllDrawInfoSurvivesAReloadThatDestroysItsInput) {
     memory.names = {{"A", "B"}};
     CTaSettingHandle& repository = Repository();
@@ -327,11 +395,21 @@ TEST_F(GroupTest, AChartModuleThatGivesNothingLeavesGroupsWithoutDrawInfo) {
     chartModule.FailOnCall("MakeTaDrawInfo", 1);
     CTaSettingHandle& repository = Repository();
     EXPECT_EQ(repository.GetDrawInfo("A"), nullptr);
+    EXPECT_NE(repository.GetDrawInfo("B"), nullptr);
     EXPECT_NE(repository.GetTaDataRepository("A"), nullptr);
     SettingsByGroup strings;
     EXPECT_EQ(repository.GetAllStudyParamSetting(strings), 1);
+    ASSERT_EQ(strings.size(), 1u);
+    EXPECT_EQ(strings[0].first, "B");
     repository.DeleteAllParam("A");
     EXPECT_EQ(repository.StudyTypeToStudyName(0), "") << "the default group has no draw info";
+    EXPECT_EQ(repository.StudyNameToStudyType("X"), 0);
+}
+
+TEST_F(GroupTest, TheHiddenWindowIsAChildOfTheFrame) {
+    EXPECT_TRUE(Repository().IsWindow());
+    EXPECT_EQ(Repository().GetParent(), &frame);
+    EXPECT_EQ(memoryChartModule.windows, std::vector<CWnd*>{&Repository()});
 }
 
 // ---- Telling the chart views ----
@@ -350,6 +428,12 @@ protected:
         return {view, {kTrendLineChangeMessage, 0, 0}};
     }
 };
+
+TEST_F(NotificationTest, TheMessagesAreTheRegisteredOnes) {
+    EXPECT_EQ(kGroupChangeMessage, window::RegisterWindowMessageA("MXMSG_TAGROUP_CHANGE"));
+    EXPECT_EQ(kTrendLineChangeMessage, window::RegisterWindowMessageA("MXMSG_TATRENDLINE_CHANGE"));
+    EXPECT_NE(kGroupChangeMessage, kTrendLineChangeMessage);
+}
 
 TEST_F(NotificationTest, AReloadTellsGroupByGroupAndThenOfTheLines) {
     CTaSettingHandle& repository = Repository();

@@ -27,14 +27,20 @@ TEST_F(NamesTest, StudyNamesInLegends) {
     const std::vector<std::pair<CString, StudyType>> names{
         {obv, 31},
         {"RSI", 32},
+        {"rsi", 0},
         {"RSI-14", 32},
         {"*(RSI-6,12)", 32},
         {"*MA5(RSI -6)-x", 32},
+        {" \tRSI \r\n", 32},
         {"*( " + obv + " -5)", 31},
+        {"*star", 33},
         {"*star-5", 33},
         {"-minus", 34},
+        {"RSI(14)", 0},
         {"*(RSI)", 0},
         {"", 0},
+        {"*", 0},
+        {"-", 0},
     };
     for (const auto& [name, type] : names) {
         EXPECT_EQ(repository.StudyNameToStudyType(name), type) << text::ToUtf8(name);
@@ -48,31 +54,56 @@ TEST_F(NamesTest, TheLowestCategoryAnswersFirst) {
     AddStudy(42, StudyCategory::Price, "same");
     EXPECT_EQ(Repository().StudyTypeToStudyName(40), "early");
     EXPECT_EQ(Repository().StudyNameToStudyType("same"), 42);
+    std::vector<StudyInfo*> studies;
+    Repository().vGetStudyInfoVec(studies, 2);
+    ASSERT_FALSE(studies.empty());
+    EXPECT_EQ(studies.back()->GetStudyType(), 40);
+    Repository().vGetStudyInfoVec(studies, 5);
+    EXPECT_TRUE(studies.empty());
 }
 
 TEST_F(NamesTest, PeriodLabels) {
-    quotes.language["IDS_DIALOG-SETHISTDATA_SHORT_MONTHLY"] = text::FromUtf8("%s月");
-    quotes.language["IDS_DIALOG-SETHISTDATA_SHORT_SECOND"] = text::FromUtf8("%d秒");
+    for (const auto& [key, label] : std::map<CString, const char*>{{"DAILY", "日"},
+                                                                   {"WEEKLY", "週"},
+                                                                   {"MONTHLY", "%s月"},
+                                                                   {"MINUTE", "分"},
+                                                                   {"SECOND", "%d秒"}}) {
+        quotes.language["IDS_DIALOG-SETHISTDATA_SHORT_" + key] = text::FromUtf8(label);
+    }
     const std::vector<std::pair<int, const char*>> labels{
-        {-1, ""}, {2, "%s月"}, {4, "15%d秒"}, {5, ""}};
+        {-1, ""}, {0, "日"}, {1, "週"}, {2, "%s月"}, {3, "15分"}, {4, "15%d秒"}, {5, ""}, {7, ""}};
     for (const auto& [code, label] : labels) {
         EXPECT_EQ(Repository().PackTADataTypeString(code, 15), text::FromUtf8(label)) << code;
     }
 }
 
-TEST_F(NamesTest, ViewsOfALayoutAreAppended) {
+TEST_F(NamesTest, LayoutNames) {
     const CString name = text::FromUtf8("功能");
-    memory.viewGroups[3] = {{name + "###9", 1}, {"Two##1", -2}, {"a###b###c", 3}};
     CTaSettingHandle& repository = Repository();
+    EXPECT_EQ(repository.TransSystemLayoutString(name + "###1"), name);
+    EXPECT_EQ(repository.TransSystemLayoutString("###1"), "");
+    EXPECT_EQ(repository.TransSystemLayoutString(name + "##1"), name + "##1");
+    EXPECT_EQ(repository.TransSystemLayoutString("a###b###c"), "a");
+}
+
+TEST_F(NamesTest, ViewsOfALayoutAreAppended) {
+    memory.viewGroups[3] = {{"One###9", 1}, {"Two", -2}};
+    CTaSettingHandle& repository = Repository();
+    store.TakeLines();
     std::vector<ST_TA_ViewGroupInfo> views{{"there", 0}};
     EXPECT_TRUE(repository.GetTAViewGroupSetting(3, views));
     EXPECT_FALSE(repository.GetTAViewGroupSetting(4, views));
-    ASSERT_EQ(views.size(), 4u);
+    EXPECT_EQ(store.TakeLines(),
+              (std::vector<std::string>{"GetTASettingReloadType()", "PackFile()",
+                                        "GetTAViewGroupSetting(3)", "GetTASettingReloadType()",
+                                        "PackFile()", "GetTAViewGroupSetting(4)"}));
+    ASSERT_EQ(views.size(), 3u);
     EXPECT_EQ(views[0].name, "there");
-    EXPECT_EQ(views[1].name, name);
-    EXPECT_EQ(views[2].name, "Two##1");
+    EXPECT_EQ(views[1].name, "One");
     EXPECT_EQ(views[2].value, -2);
-    EXPECT_EQ(views[3].name, "a");
+    services.configStore = nullptr;
+    HangIn();
+    EXPECT_FALSE(repository.GetTAViewGroupSetting(3, views));
 }
 
 }  // namespace

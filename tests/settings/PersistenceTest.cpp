@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 namespace ta::test {
 namespace {
 
@@ -94,6 +92,44 @@ TEST_F(PersistenceTest, SavingEverythingIsOneFixedSequence) {
     EXPECT_EQ(memory.packCount, 1);
 }
 
+TEST_F(PersistenceTest, LoadingIsOneFixedSequence) {
+    memory.names = {{"A", "B"}};
+    memory.trendLines["MXTechView"]["0a/2330"] = {{"0a/2330/0000/0/x", {"l"}}};
+    Repository();
+    std::vector<std::string> expected{"GetTAGroupMaxCount()", "LoadTAGroupNameList()"};
+    const auto forBoth = [&](const std::string& operation) {
+        expected.push_back(operation + "(0)");
+        expected.push_back(operation + "(1)");
+    };
+    for (const std::string group : {"0", "1"}) {
+        for (int pane = 1; pane <= 10; ++pane) {
+            expected.push_back("LoadTAGroupStudyList(" + group + ", StudyTypeLogKey" +
+                               (pane < 10 ? "0" : "") + std::to_string(pane) + ")");
+        }
+        expected.push_back("LoadTAGroupUniNum(" + group + ")");
+    }
+    expected.push_back("LoadTAStudyParamDefaultSetting()");
+    forBoth("LoadTAStudyParamSetting");
+    expected.push_back("LoadTAStudyShapeDefaultSetting()");
+    forBoth("LoadTAStudyShapeSetting");
+    forBoth("LoadTAStudyShowCount");
+    forBoth("LoadTATechWndShowKey");
+    for (const std::string group : {"0", "1"}) {
+        for (const std::string option :
+             {"ScalePos", "ChartGrid", "Cursor", "CursorOld", "ShowTAInfo", "CrossLine", "LowIdx",
+              "HighLow", "CDP", "CursorLineLockMode", "CursorMoveStyle"}) {
+            expected.push_back("LoadTASetting" + option + "(" + group + ")");
+        }
+    }
+    for (const std::string line :
+         {"LoadTATrendLineSettingClass()", "LoadTATrendLineSettingSymbols(MXTechView)",
+          "LoadTATrendLineSymbolUpdTime(MXTechView, 10, 2330)",
+          "LoadTATrendLine(MXTechView, 0a/2330)"}) {
+        expected.push_back(line);
+    }
+    EXPECT_EQ(store.TakeLines(), expected);
+}
+
 TEST_F(PersistenceTest, WhatIsStoredComesBackTheSame) {
     StoreUncommonGroup();
     Repository();
@@ -101,25 +137,46 @@ TEST_F(PersistenceTest, WhatIsStoredComesBackTheSame) {
     Repository().SaveAllGroupSetting();
     MemoryConfigStore saved = memory;
     StoreUncommonGroup();
-    const auto all = [](const MemoryConfigStore& of) {
-        return std::tie(of.names, of.studyLists, of.uniNums, of.params, of.shapes, of.showCounts,
-                        of.wndShowKeys, of.scalePos, of.chartGrid, of.cursor, of.cursorOld,
-                        of.showTAInfo, of.crossLine, of.lowIdx, of.highLow, of.cdp,
-                        of.cursorLineLockMode, of.cursorMoveStyle);
-    };
-    EXPECT_EQ(all(saved), all(memory));
+    EXPECT_EQ(saved.names, memory.names);
+    EXPECT_EQ(saved.studyLists, memory.studyLists);
+    EXPECT_EQ(saved.uniNums, memory.uniNums);
+    EXPECT_EQ(saved.params, memory.params);
+    EXPECT_EQ(saved.shapes, memory.shapes);
+    EXPECT_EQ(saved.showCounts, memory.showCounts);
+    EXPECT_EQ(saved.wndShowKeys, memory.wndShowKeys);
+    EXPECT_EQ(saved.scalePos, memory.scalePos);
+    EXPECT_EQ(saved.chartGrid, memory.chartGrid);
+    EXPECT_EQ(saved.cursor, memory.cursor);
+    EXPECT_EQ(saved.cursorOld, memory.cursorOld);
+    EXPECT_EQ(saved.showTAInfo, memory.showTAInfo);
+    EXPECT_EQ(saved.crossLine, memory.crossLine);
+    EXPECT_EQ(saved.lowIdx, memory.lowIdx);
+    EXPECT_EQ(saved.highLow, memory.highLow);
+    EXPECT_EQ(saved.cdp, memory.cdp);
+    EXPECT_EQ(saved.cursorLineLockMode, memory.cursorLineLockMode);
+    EXPECT_EQ(saved.cursorMoveStyle, memory.cursorMoveStyle);
 }
 
 TEST_F(PersistenceTest, StringsThatAreNotStoredAreTheDefaults) {
     memory.names = {{"A", "B"}};
     memory.paramDefaults = {{"default"}};
     memory.params[1] = {};
-    EXPECT_EQ(DrawInfo("A").paramModes, std::vector{int{kDrawInfoLoad}});
+    EXPECT_EQ(DrawInfo("A").params, std::vector<CString>{"default"});
+    EXPECT_TRUE(DrawInfo("B").params.empty()) << "a stored empty list is no default";
     EXPECT_TRUE(DrawInfo("A").shapes.empty());
+    EXPECT_EQ(DrawInfo("A").paramModes, std::vector{int{kDrawInfoLoad}});
     SettingsByGroup strings;
     Repository().GetAllStudyParamSetting(strings);
-    EXPECT_EQ(strings, (SettingsByGroup{{"A", {"default"}}, {"B", {}}}))
-        << "a stored empty list is no default";
+    EXPECT_EQ(strings, (SettingsByGroup{{"A", {"default"}}, {"B", {}}}));
+}
+
+TEST_F(PersistenceTest, WithoutStoredDefaultsANewGroupGetsNoStrings) {
+    CTaSettingHandle& repository = Repository();
+    store.TakeLines();
+    repository.AddGroupSetting("N");
+    EXPECT_EQ(store.TakeLines(),
+              (std::vector<std::string>{"GetTASettingReloadType()", "GetTAGroupMaxCount()"}));
+    EXPECT_TRUE(DrawInfo("N").paramModes.empty());
 }
 
 TEST_F(PersistenceTest, SettersThatWriteAtOnce) {

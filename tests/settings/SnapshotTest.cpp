@@ -102,10 +102,22 @@ TEST_F(SnapshotTest, UndoesAddsAndRenamesThatUseEachOthersNames) {
     });
 }
 
+TEST_F(SnapshotTest, UndoesTheDeletionOfAGroupThatIsListedNoMore) {
+    ExpectUndone([this] {
+        Names names;
+        Repository().GetGroupNameList(names);
+        std::erase(names, "B");
+        Repository().SetGroupNameList(names);
+    });
+}
+
 TEST_F(SnapshotTest, MakesGroupsAgainWhoseObjectsAreGone) {
     ExpectUndone([this] {
         // The record of a deleted group gives way to another one of its name.
-        Names names{Repository().GetSystemDefaultGroup(), "C"};
+        Names names;
+        Repository().GetGroupNameList(names);
+        std::erase(names, "A");
+        std::erase(names, "B");
         Repository().SetGroupNameList(names);
         Repository().AddGroupSetting("A");
         Repository().ModifyGroupName("C", "B");

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 namespace ta::test {
 namespace {
 
@@ -25,16 +23,16 @@ protected:
 };
 
 TEST_F(TrendLineTest, Keys) {
+    using namespace settings;
+    EXPECT_EQ(PackSymbolKey(10, "2330"), "0a/2330");
+    EXPECT_EQ(PackTrendLineSymbolKey("MXTechView", "0a/2330"), "MXTechView-0a/2330");
     // The count is written for minutes and seconds alone.
-    const std::vector<std::pair<int, std::string>> keys{{-1, "0a/2330/-001/0/x"},
-                                                        {2, "0a/2330/0002/0/x"},
-                                                        {3, "0a/2330/0003/5/x"},
-                                                        {4, "0a/2330/0004/5/x"},
-                                                        {5, "0a/2330/0005/0/x"}};
+    const std::vector<std::pair<int, std::string>> keys{
+        {-1, "0a/2330/-001/0/x"}, {0, "0a/2330/0000/0/x"}, {1, "0a/2330/0001/0/x"},
+        {2, "0a/2330/0002/0/x"},  {3, "0a/2330/0003/5/x"}, {4, "0a/2330/0004/5/x"},
+        {5, "0a/2330/0005/0/x"}};
     for (const auto& [period, key] : keys) {
-        EXPECT_EQ(
-            settings::PackTrendLineTypeKey(settings::PackSymbolKey(10, "2330"), "x", period, 5),
-            key);
+        EXPECT_EQ(PackTrendLineTypeKey("0a/2330", "x", period, 5), key);
     }
 }
 
@@ -42,7 +40,9 @@ TEST_F(TrendLineTest, KeyDecoders) {
     CTaSettingHandle& repository = Repository();
     CString chartClass = "kept";
     CString symbolKey = "kept";
-    EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey("MXTechView", chartClass, symbolKey), 0);
+    for (const char* malformed : {"", "MXTechView"}) {
+        EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey(malformed, chartClass, symbolKey), 0);
+    }
     EXPECT_EQ(chartClass, "kept");
     EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey("V-0a/TX-W1", chartClass, symbolKey), 1);
     EXPECT_EQ(chartClass, "V");
@@ -50,24 +50,37 @@ TEST_F(TrendLineTest, KeyDecoders) {
 
     unsigned char service = 77;
     CString symbol = "kept";
-    EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey("0a2330", service, symbol), 0);
+    for (const char* malformed : {"", "0a2330"}) {
+        EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey(malformed, service, symbol), 0);
+    }
     EXPECT_EQ(service, 77);
     EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey("0a/2330/W", service, symbol), 1);
     EXPECT_EQ(service, 10);
     EXPECT_EQ(symbol, "2330/W");
+    EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey("FF/", service, symbol), 1);
+    EXPECT_EQ(service, 255);
+    EXPECT_EQ(symbol, "");
 
     CString name = "kept";
     int period = 77;
     int count = 77;
-    const auto decode = [&](const char* key) {
-        return repository.DecodeTrendLineTypeKey(key, symbolKey, name, period, count);
-    };
-    EXPECT_EQ(decode("0a/2330/0003/5"), 0);
+    for (const char* malformed : {"", "0a/2330/0003/5"}) {
+        EXPECT_EQ(repository.DecodeTrendLineTypeKey(malformed, symbolKey, name, period, count), 0);
+    }
     EXPECT_EQ(name, "kept");
-    EXPECT_EQ(decode("0a/2330/0003/15/a/b"), 1);
-    EXPECT_EQ(std::tie(symbolKey, name, period, count), std::tuple("0a/2330", "a/b", 3, 15));
-    EXPECT_EQ(decode("///99999999999999999999/"), 1);
-    EXPECT_EQ(std::tie(symbolKey, name, period, count), std::tuple("/", "", 0, 2147483647));
+    EXPECT_EQ(
+        repository.DecodeTrendLineTypeKey("0a/2330/0003/15/a/b", symbolKey, name, period, count),
+        1);
+    EXPECT_EQ(symbolKey, "0a/2330");
+    EXPECT_EQ(name, "a/b");
+    EXPECT_EQ(period, 3);
+    EXPECT_EQ(count, 15);
+    EXPECT_EQ(repository.DecodeTrendLineTypeKey("///99999999999999999999/", symbolKey, name, period,
+                                                count),
+              1);
+    EXPECT_EQ(symbolKey, "/");
+    EXPECT_EQ(period, 0);
+    EXPECT_EQ(count, 2147483647);
     // An output may be the key itself.
     CString inPlace = "V-0a/2330";
     EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey(inPlace, chartClass, inPlace), 1);
@@ -76,23 +89,52 @@ TEST_F(TrendLineTest, KeyDecoders) {
 
 TEST_F(TrendLineTest, DataStrings) {
     CTaSettingHandle& repository = Repository();
-    const std::vector<std::tuple<const char*, int, int, bool>> cases{
-        {"2002/a/b/c/10/rest", 1, 2002, true},
-        {"2002/a/b/c/0/", 1, 2002, false},
-        {"2002////1/", 1, 2002, true},
-        {"2002/a/b/c/1", 0, 2002, false},
-        {"x/a/b/c/1/", 1, 0, true},
-        {" 2021abc/a/b/c/01/", 1, 2021, false},
-        {"", 0, -1, true},
-        {"2002", 0, -1, true}};
-    for (const auto& [data, result, kind, flag] : cases) {
-        int kindRead = -1;
+    struct Case {
+        const char* data;
+        int result;
+        int kind;
+        bool flag;
+    };
+    for (const Case& c :
+         {Case{"2002/a/b/c/1/", 1, 2002, true}, Case{"2002/a/b/c/10/rest", 1, 2002, true},
+          Case{"2002/a/b/c/0/", 1, 2002, false}, Case{"2002/a/b/c//", 1, 2002, false},
+          Case{"2002////1/", 1, 2002, true}, Case{"2002/a/b/c/1", 0, 2002, false},
+          Case{"2002/a/b", 0, 2002, false}, Case{"x/a/b/c/1/", 1, 0, true},
+          Case{" 2021abc/a/b/c/01/", 1, 2021, false}}) {
+        int kind = -1;
         CString name = "unset";
-        bool flagRead = kind == -1;
-        EXPECT_EQ(repository.DecodeTrendLineData(data, kindRead, name, flagRead), result) << data;
-        EXPECT_EQ(kindRead, kind) << data;
-        EXPECT_EQ(name == "unset", kind == -1) << data;
-        EXPECT_EQ(flagRead, flag) << data;
+        bool flag = false;
+        EXPECT_EQ(repository.DecodeTrendLineData(c.data, kind, name, flag), c.result) << c.data;
+        EXPECT_EQ(kind, c.kind) << c.data;
+        EXPECT_NE(name, "unset") << c.data;
+        EXPECT_EQ(flag, c.flag) << c.data;
+    }
+    int kind = -1;
+    CString name = "unset";
+    bool flag = true;
+    for (const char* unreadable : {"", "2002"}) {
+        EXPECT_EQ(repository.DecodeTrendLineData(unreadable, kind, name, flag), 0);
+    }
+    EXPECT_EQ(kind, -1);
+    EXPECT_EQ(name, "unset");
+    EXPECT_TRUE(flag);
+}
+
+TEST_F(TrendLineTest, KindsHaveTheirNames) {
+    const CString prefix = "IDC_TECHVIEW-TRENDLINE_TRENDNAME_";
+    const std::vector<std::pair<int, CString>> names{
+        {2002, "HORIZONTAL"},      {2004, "LINE"},         {2005, "RAILLINE"},
+        {2006, "PARALLEL"},        {2007, "STOCKBOX"},     {2008, "GOLDENWAVE"},
+        {2009, "GOLDEN_CUT"},      {2010, "GOLDENCUT_UP"}, {2011, "GOLDENCUT_DOWN"},
+        {2012, "GOLDENYIELDTIME"}, {2013, "OPP_DOWNGUMP"}, {2014, "OPP_UPGUMP"},
+        {2015, "ABS_DOWNGUMP"},    {2016, "ABS_UPGUMP"},   {2017, "PHASE"},
+        {2018, "ORDINALTIME"},     {2019, "EVENTIME"},     {2020, "GOLDENRULER"},
+        {2021, "LINESEGMENT"}};
+    for (const auto& [kind, key] : names) {
+        EXPECT_EQ(settings::TrendLineKindName(kind), prefix + key);
+    }
+    for (const int nameless : {2001, 2003, 2022, 0, -1}) {
+        EXPECT_EQ(settings::TrendLineKindName(nameless), "");
     }
 }
 
@@ -135,6 +177,8 @@ TEST_F(TrendLineTest, PeriodsAndCountsAreApart) {
     Add("0a/2330", "five", 3, 5);
     Add("0a/2330", "fifteen", 3, 15);
     EXPECT_EQ(Lines("0a/2330", 0, 99), std::vector<CString>{"daily"});
+    EXPECT_EQ(Lines("0a/2330", 3, 5), std::vector<CString>{"five"});
+    EXPECT_EQ(Repository().GetTrendLineCount(kTechViewClass, "0a/2330"), 3u);
     TrendLineList all;
     EXPECT_EQ(Repository().GetAllTrendLineData("MXTechView-0a/2330", all), 1);
     EXPECT_EQ(all, (TrendLineList{{"0a/2330/0000/0/x", {"daily"}},
@@ -151,10 +195,16 @@ TEST_F(TrendLineTest, AClassIsFoundAnywhereInTheKey) {
     Add("0a/MXTechView", "c", 0, 0, "Other");
     EXPECT_EQ(repository.GetTrendLineCount("MXTechView"), 3u);
     EXPECT_EQ(repository.GetTrendLineSymbolCount("MXTechView"), 3u);
+    EXPECT_EQ(repository.GetTrendLineCount("MXTechView2"), 1u);
     EXPECT_EQ(repository.GetTrendLineCount("MXTechView", "0a/2330"), 1u);
-    EXPECT_EQ(repository.GetTrendLineCount(""), 0u);
-    repository.ReleaseTrendLine("");
-    repository.ClearAllTrendLine("");
+    for (const CString empty : {"", ""}) {
+        EXPECT_EQ(repository.GetTrendLineCount(empty), 0u);
+        EXPECT_EQ(repository.GetTrendLineSymbolCount(empty), 0u);
+        EXPECT_EQ(repository.GetTrendLineCount(empty, "0a/2330"), 0u);
+        EXPECT_EQ(repository.GetTrendLineCount("MXTechView", empty), 0u);
+        repository.ReleaseTrendLine(empty);
+        repository.ClearAllTrendLine(empty);
+    }
     repository.SaveTrendLineData();
     repository.ReleaseTrendLine("MXTechView2");
     EXPECT_EQ(repository.GetTrendLineCount("MXTechView"), 2u);
@@ -240,12 +290,17 @@ TEST_F(TrendLineTest, LimitsComeFromTheEntitlementService) {
     int inAll = 0;
     int perSymbol = 0;
     Repository().GetTATrendLineMaxCount(inAll, perSymbol);
-    EXPECT_EQ(std::pair(inAll, perSymbol), std::pair(100, 5));
+    EXPECT_EQ(inAll, 100);
+    EXPECT_EQ(perSymbol, 5);
+    // A service that is gone leaves what it said at the load; without any there is no limit.
     services.entitlement = nullptr;
     HangIn();
+    Repository().GetTATrendLineMaxCount(inAll, perSymbol);
+    EXPECT_EQ(inAll, 100);
     EndRepository();
     Repository().GetTATrendLineMaxCount(inAll, perSymbol);
-    EXPECT_EQ(std::pair(inAll, perSymbol), std::pair(-1, -1)) << "no limit";
+    EXPECT_EQ(inAll, -1);
+    EXPECT_EQ(perSymbol, -1);
 }
 
 }  // namespace
