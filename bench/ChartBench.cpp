@@ -3,10 +3,10 @@
 #include "bench/SideBySide.h"
 #include "platform/SyncInfo.h"
 #include "terminal/chart/ChartView.h"
-#include "terminal/chart/TerminalChartModule.h"
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/MarketData.h"
 #include "terminal/store/SqliteStore.h"
+#include "terminal/studies/TerminalChartModule.h"
 
 #include <qcustomplot.h>
 

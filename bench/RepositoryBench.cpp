@@ -5,9 +5,9 @@
 #include "bench/SideBySide.h"
 #include "platform/SyncInfo.h"
 #include "settings/TaSettingHandle.h"
-#include "terminal/chart/TerminalChartModule.h"
-#include "terminal/chart/TerminalDrawInfo.h"
 #include "terminal/store/SqliteStore.h"
+#include "terminal/studies/TerminalChartModule.h"
+#include "terminal/studies/TerminalDrawInfo.h"
 
 #include <fmt/format.h>
 

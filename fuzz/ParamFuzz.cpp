@@ -1,8 +1,8 @@
 // Any bytes as the parameter and shape strings of a group, one a line: they come back as they were,
 // every study has usable values, and writing one study leaves the strings of the others alone.
 
-#include "terminal/chart/StudyCatalogue.h"
-#include "terminal/chart/TerminalDrawInfo.h"
+#include "terminal/studies/StudyCatalogue.h"
+#include "terminal/studies/TerminalDrawInfo.h"
 
 #include <cmath>
 #include <cstddef>

@@ -2,7 +2,7 @@
 // to a key that reads the same.
 
 #include "settings/TrendLineKeys.h"
-#include "terminal/chart/TrendLine.h"
+#include "terminal/lines/TrendLine.h"
 
 #include <cstddef>
 #include <cstdint>

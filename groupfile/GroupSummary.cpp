@@ -11,7 +11,7 @@ using ui::LangText;
 
 QString StudyName(CTaSettingHandle& repository, StudyType type) {
     const CString name = repository.StudyTypeToStudyName(type);
-    return name.empty() ? LangText("IDS_TERMINAL-GROUPFILE_UNKNOWN_STUDY", QString::number(type))
+    return name.empty() ? LangText("IDS_TADIALOGS-GROUPFILE_UNKNOWN_STUDY", QString::number(type))
                         : ui::ToQString(name);
 }
 
@@ -22,15 +22,15 @@ QString DescribePane(CTaSettingHandle& repository, int pane, bool shown,
         names.append(StudyName(repository, type));
     }
     const QString text =
-        names.isEmpty() ? LangText("IDS_TERMINAL-GROUPFILE_NO_STUDY") : Listed(names);
-    return LangText(shown ? "IDS_TERMINAL-GROUPFILE_PANE" : "IDS_TERMINAL-GROUPFILE_HIDDEN_PANE",
+        names.isEmpty() ? LangText("IDS_TADIALOGS-GROUPFILE_NO_STUDY") : Listed(names);
+    return LangText(shown ? "IDS_TADIALOGS-GROUPFILE_PANE" : "IDS_TADIALOGS-GROUPFILE_HIDDEN_PANE",
                     QString::number(pane), text);
 }
 
 }  // namespace
 
 QString Listed(const QStringList& texts) {
-    return texts.join(LangText("IDS_TERMINAL-GROUPFILE_LIST_SEPARATOR"));
+    return texts.join(LangText("IDS_TADIALOGS-GROUPFILE_LIST_SEPARATOR"));
 }
 
 QString Listed(const std::vector<CString>& names) {
@@ -43,7 +43,7 @@ QString Listed(const std::vector<CString>& names) {
 
 QString DescribeGroup(CTaSettingHandle& repository, const GroupContents& contents) {
     QStringList lines{
-        LangText("IDS_TERMINAL-GROUPFILE_SHOW_COUNT", QString::number(contents.showCount))};
+        LangText("IDS_TADIALOGS-GROUPFILE_SHOW_COUNT", QString::number(contents.showCount))};
     for (int pane = 1; pane <= kPaneCount; ++pane) {
         const auto studies = StudiesIn(contents, static_cast<std::size_t>(pane - 1));
         const bool shown = pane <= contents.showCount;
@@ -57,27 +57,27 @@ QString DescribeGroup(CTaSettingHandle& repository, const GroupContents& content
 QString DescribeDifferences(const GroupContents& contents, const GroupContents& existing) {
     const GroupDifferences differences = Differences(contents, existing);
     if (!differences.Any()) {
-        return LangText("IDS_TERMINAL-GROUPFILE_SAME");
+        return LangText("IDS_TADIALOGS-GROUPFILE_SAME");
     }
     QStringList parts;
     if (differences.showCount) {
-        parts.append(LangText("IDS_TERMINAL-GROUPFILE_DIFFERENT_COUNT",
+        parts.append(LangText("IDS_TADIALOGS-GROUPFILE_DIFFERENT_COUNT",
                               QString::number(existing.showCount),
                               QString::number(contents.showCount)));
     }
     for (const int pane : differences.panes) {
-        parts.append(LangText("IDS_TERMINAL-GROUPFILE_DIFFERENT_PANE", QString::number(pane)));
+        parts.append(LangText("IDS_TADIALOGS-GROUPFILE_DIFFERENT_PANE", QString::number(pane)));
     }
     if (differences.params) {
-        parts.append(LangText("IDS_TERMINAL-GROUPFILE_DIFFERENT_PARAMS"));
+        parts.append(LangText("IDS_TADIALOGS-GROUPFILE_DIFFERENT_PARAMS"));
     }
     if (differences.shapes) {
-        parts.append(LangText("IDS_TERMINAL-GROUPFILE_DIFFERENT_SHAPES"));
+        parts.append(LangText("IDS_TADIALOGS-GROUPFILE_DIFFERENT_SHAPES"));
     }
     if (differences.wndShowKey) {
-        parts.append(LangText("IDS_TERMINAL-GROUPFILE_DIFFERENT_LAYOUT"));
+        parts.append(LangText("IDS_TADIALOGS-GROUPFILE_DIFFERENT_LAYOUT"));
     }
-    return LangText("IDS_TERMINAL-GROUPFILE_DIFFERENT", Listed(parts));
+    return LangText("IDS_TADIALOGS-GROUPFILE_DIFFERENT", Listed(parts));
 }
 
 }  // namespace ta::groupfile

@@ -43,7 +43,7 @@ QString AskPath(DialogBase& dialog) {
         if (name.contains('*')) {
             continue;
         }
-        const QString question = LangText("IDS_TERMINAL-GROUPFILE_ASK_CREATE", name);
+        const QString question = LangText("IDS_TADIALOGS-GROUPFILE_ASK_CREATE", name);
         if (path.isEmpty() || CTAGroupExport::CheckFileExist(path) == 1 ||
             CurrentPrompts().AskYesNo(&dialog, PromptIcon::Question, title, question)) {
             return path;
@@ -196,6 +196,6 @@ void CTAGroupExport::TellGroupsNotCarried(const QString& path) {
     const std::vector<CString> names = ta::groupfile::GroupsNotCarried(
         CTaSettingHandle::GetInstance(), ExportList(), ta::ProfileReader(bytes));
     if (!names.empty()) {
-        Tell(LangText("IDS_TERMINAL-GROUPFILE_NOT_CARRIED", ta::groupfile::Listed(names)));
+        Tell(LangText("IDS_TADIALOGS-GROUPFILE_NOT_CARRIED", ta::groupfile::Listed(names)));
     }
 }

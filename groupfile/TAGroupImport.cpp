@@ -184,14 +184,14 @@ void CTAGroupImport::UpdateNotice(int maxCount, bool wasFull) {
     const QString most = QString::number(maxCount);
     QStringList lines;
     if (m_ui->fileList->count() == 0) {
-        lines.append(LangText("IDS_TERMINAL-GROUPFILE_EMPTY"));
+        lines.append(LangText("IDS_TADIALOGS-GROUPFILE_EMPTY"));
     } else if (m_ui->existingList->count() >= maxCount) {
-        lines.append(LangText("IDS_TERMINAL-GROUPFILE_FULL", most));
+        lines.append(LangText("IDS_TADIALOGS-GROUPFILE_FULL", most));
     } else if (wasFull) {
-        lines.append(LangText("IDS_TERMINAL-GROUPFILE_NOT_MERGED_AGAIN", most));
+        lines.append(LangText("IDS_TADIALOGS-GROUPFILE_NOT_MERGED_AGAIN", most));
     }
     if (const std::size_t leftOut = m_merge->lists.LeftOutCount(); leftOut > 0) {
-        lines.append(LangText("IDS_TERMINAL-GROUPFILE_LEFT_OUT", QString::number(leftOut), most));
+        lines.append(LangText("IDS_TADIALOGS-GROUPFILE_LEFT_OUT", QString::number(leftOut), most));
     }
     m_ui->noticeLabel->setText(lines.join('\n'));
     m_ui->noticeLabel->setVisible(!lines.isEmpty());
@@ -217,8 +217,9 @@ void CTAGroupImport::ShowSummary(const QListWidget& list, const QListWidgetItem*
     const GroupContents contents = fromFile ? ContentsInFile(m_merge->shownFile, name) : existing;
     QStringList lines{ToQString(name), DescribeGroup(Repository(), contents)};
     if (fromFile) {
-        lines.insert(1, Repository().FindGroup(name) == 1 ? DescribeDifferences(contents, existing)
-                                                          : LangText("IDS_TERMINAL-GROUPFILE_NEW"));
+        lines.insert(1, Repository().FindGroup(name) == 1
+                            ? DescribeDifferences(contents, existing)
+                            : LangText("IDS_TADIALOGS-GROUPFILE_NEW"));
     }
     m_ui->summaryText->setPlainText(lines.join('\n'));
 }
@@ -257,7 +258,7 @@ void CTAGroupImport::OnOK() {
     Repository().SetGroupNameList(result);
     Repository().SaveAllGroupSetting();
     if (!vanished.empty()) {
-        Tell(LangText("IDS_TERMINAL-GROUPFILE_VANISHED", ta::groupfile::Listed(vanished)));
+        Tell(LangText("IDS_TADIALOGS-GROUPFILE_VANISHED", ta::groupfile::Listed(vanished)));
     }
     DialogBase::OnOK();
 }

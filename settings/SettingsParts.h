@@ -43,23 +43,3 @@ struct CTaSettingHandle::Parts {
     bool IsStudyUsable(StudyType type) const;
     void LoadGroupSetting(int maxGroupCount);
 };
-
-/// Holds off reloads while it lives. SaveAllGroupSetting needs it: a reload between its first write
-/// and the commit would store a mixture of two states.
-class CTaSettingHandle::ReloadHold {
-public:
-    /// Null holds nothing.
-    explicit ReloadHold(Parts* parts) : m_parts(parts) { Add(1); }
-    ~ReloadHold() { Add(-1); }
-    ReloadHold(const ReloadHold&) = delete;
-    ReloadHold& operator=(const ReloadHold&) = delete;
-
-private:
-    void Add(int change) {
-        if (m_parts != nullptr) {
-            m_parts->reloadHolds += change;
-        }
-    }
-
-    Parts* m_parts;
-};

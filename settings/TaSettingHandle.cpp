@@ -9,10 +9,19 @@
 #include "settings/StudyLists.h"
 
 #include <algorithm>
+#include <optional>
 
 using namespace ta::settings;
 
 // ---- Life cycle ----
+
+CTaSettingHandle::ReloadHold::ReloadHold(CTaSettingHandle& repository) : m_repository(repository) {
+    ++m_repository.m_parts->reloadHolds;
+}
+
+CTaSettingHandle::ReloadHold::~ReloadHold() {
+    --m_repository.m_parts->reloadHolds;
+}
 
 CTaSettingHandle& CTaSettingHandle::GetInstance() {
     static CTaSettingHandle instance;
@@ -56,7 +65,10 @@ bool CTaSettingHandle::bReloadIfFlagged() {
     }
     // A store that cannot lower its flag must not bring a reload for each question of a view.
     const bool lowered = Parts::Store()->SetTASettingReloadType(false);
-    const ReloadHold hold(lowered ? nullptr : m_parts.get());
+    std::optional<ReloadHold> hold;
+    if (!lowered) {
+        hold.emplace(*this);
+    }
     ReleaseTASetting();
     ReleaseTrendLine(kTechViewClass);
     LoadAll();
@@ -295,7 +307,7 @@ void CTaSettingHandle::SaveAllGroupSetting() {
     if (store == nullptr) {
         return;
     }
-    const ReloadHold hold(m_parts.get());
+    const ReloadHold hold(*this);
     SaveTrendLineData();
     const std::vector<CString>& names = m_parts->groups.Names();
     store->SaveTAGroupNameList(names);

@@ -48,6 +48,21 @@ public:
     static CTaSettingHandle& GetInstance();
     ~CTaSettingHandle() override;
 
+    /// Holds off reloads while it lives. Whoever checks, edits and saves holds it from the check to
+    /// the save, so that another party's commit does not come in between; the flag stays up, and
+    /// the next call without a hold reloads. SaveAllGroupSetting then stores what memory holds,
+    /// over what the other party has committed. May be nested; the repository must outlive it.
+    class TADIALOGS_EXPORT ReloadHold {
+    public:
+        explicit ReloadHold(CTaSettingHandle& repository);
+        ~ReloadHold();
+        ReloadHold(const ReloadHold&) = delete;
+        ReloadHold& operator=(const ReloadHold&) = delete;
+
+    private:
+        CTaSettingHandle& m_repository;
+    };
+
     /// When the store's reload flag is up: lowers it, drops everything in memory, unsaved edits
     /// included, loads again and tells the registered chart views, group by group, then of the
     /// trend lines. Otherwise does nothing.
@@ -245,6 +260,5 @@ private:
     void ClearTechViewPtr();
 
     struct TADIALOGS_HIDDEN Parts;
-    class TADIALOGS_HIDDEN ReloadHold;
     std::unique_ptr<Parts> m_parts;
 };

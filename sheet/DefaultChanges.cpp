@@ -13,11 +13,11 @@ namespace {
 using ui::LangText;
 
 QString Change(const QString& name, const QString& from, const QString& to) {
-    return LangText("IDS_TERMINAL-SHEET_CHANGE", name, from, to);
+    return LangText("IDS_TADIALOGS-SHEET_CHANGE", name, from, to);
 }
 
 QString Visibility(bool visible) {
-    return LangText(visible ? "IDS_TERMINAL-SHEET_VISIBLE" : "IDS_TERMINAL-SHEET_INVISIBLE");
+    return LangText(visible ? "IDS_TADIALOGS-SHEET_VISIBLE" : "IDS_TADIALOGS-SHEET_INVISIBLE");
 }
 
 QString ColourName(std::uint32_t colour) {
@@ -28,19 +28,19 @@ QString ColourName(std::uint32_t colour) {
 QStringList Differences(const StudyShape& from, const StudyShape& to) {
     QStringList parts;
     if (from.visible != to.visible) {
-        parts.append(Change(LangText("IDS_TERMINAL-SHEET_VISIBILITY"), Visibility(from.visible),
+        parts.append(Change(LangText("IDS_TADIALOGS-SHEET_VISIBILITY"), Visibility(from.visible),
                             Visibility(to.visible)));
     }
     if (from.colour != to.colour) {
-        parts.append(Change(LangText("IDS_TERMINAL-SHEET_COLOUR"), ColourName(from.colour),
+        parts.append(Change(LangText("IDS_TADIALOGS-SHEET_COLOUR"), ColourName(from.colour),
                             ColourName(to.colour)));
     }
     if (from.width != to.width) {
-        parts.append(Change(LangText("IDS_TERMINAL-SHEET_WIDTH"), QString::number(from.width),
+        parts.append(Change(LangText("IDS_TADIALOGS-SHEET_WIDTH"), QString::number(from.width),
                             QString::number(to.width)));
     }
     if (from.style != to.style) {
-        parts.append(Change(LangText("IDS_TERMINAL-SHEET_STYLE"), StyleName(from.style),
+        parts.append(Change(LangText("IDS_TADIALOGS-SHEET_STYLE"), StyleName(from.style),
                             StyleName(to.style)));
     }
     return parts;
@@ -49,9 +49,10 @@ QStringList Differences(const StudyShape& from, const StudyShape& to) {
 }  // namespace
 
 QString StyleName(int style) {
-    constexpr std::array kKeys{"IDS_TERMINAL-SHEET_STYLE_SOLID", "IDS_TERMINAL-SHEET_STYLE_DASH",
-                               "IDS_TERMINAL-SHEET_STYLE_DOT", "IDS_TERMINAL-SHEET_STYLE_DASH_DOT",
-                               "IDS_TERMINAL-SHEET_STYLE_DASH_DOT_DOT"};
+    constexpr std::array kKeys{"IDS_TADIALOGS-SHEET_STYLE_SOLID", "IDS_TADIALOGS-SHEET_STYLE_DASH",
+                               "IDS_TADIALOGS-SHEET_STYLE_DOT",
+                               "IDS_TADIALOGS-SHEET_STYLE_DASH_DOT",
+                               "IDS_TADIALOGS-SHEET_STYLE_DASH_DOT_DOT"};
     return LangText(kKeys[static_cast<std::size_t>(std::clamp(style, 0, 4))]);
 }
 
@@ -69,7 +70,7 @@ QStringList ChangesToDefaults(const StudyFacts& study, const QStringList& params
     for (std::size_t i = 0; i < study.shapes.size(); ++i) {
         const QStringList parts = Differences(shapes[i], study.shapes[i].defaultShape);
         if (!parts.isEmpty()) {
-            changes.append(LangText("IDS_TERMINAL-SHEET_SHAPE_CHANGE", study.ShapeName(i),
+            changes.append(LangText("IDS_TADIALOGS-SHEET_SHAPE_CHANGE", study.ShapeName(i),
                                     groupfile::Listed(parts)));
         }
     }

@@ -26,8 +26,8 @@ QLabel* PlainLabel(const QString& text, QWidget& parent) {
 
 RevertControls::RevertControls(const QString& tip, QWidget& parent)
     : mark(new QLabel("●", &parent)), button(new QToolButton(&parent)) {
-    mark->setToolTip(LangText("IDS_TERMINAL-SHEET_DIFFERS"));
-    button->setText(LangText("IDS_TERMINAL-SHEET_REVERT"));
+    mark->setToolTip(LangText("IDS_TADIALOGS-SHEET_DIFFERS"));
+    button->setText(LangText("IDS_TADIALOGS-SHEET_REVERT"));
     button->setToolTip(tip);
     button->setAccessibleName(tip);
     button->setFocusPolicy(Qt::StrongFocus);
@@ -45,9 +45,9 @@ void RevertControls::SetDiffers(bool differs) {
 
 void ParamEditRow::AddHeads(QGridLayout& grid) {
     QWidget& parent = *grid.parentWidget();
-    grid.addWidget(PlainLabel(LangText("IDS_TERMINAL-SHEET_VALUE"), parent), 0, kValue);
-    grid.addWidget(PlainLabel(LangText("IDS_TERMINAL-SHEET_RANGE"), parent), 0, kRange);
-    grid.addWidget(PlainLabel(LangText("IDS_TERMINAL-SHEET_DEFAULT"), parent), 0, kDefault);
+    grid.addWidget(PlainLabel(LangText("IDS_TADIALOGS-SHEET_VALUE"), parent), 0, kValue);
+    grid.addWidget(PlainLabel(LangText("IDS_TADIALOGS-SHEET_RANGE"), parent), 0, kRange);
+    grid.addWidget(PlainLabel(LangText("IDS_TADIALOGS-SHEET_DEFAULT"), parent), 0, kDefault);
     grid.setColumnStretch(kRevert + 1, 1);
 }
 
@@ -55,7 +55,7 @@ ParamEditRow::ParamEditRow(const CTaParamSettingView::ParamRow& row, QGridLayout
     : QObject(grid.parentWidget()),
       m_info(row.info),
       m_value(new ValueEdit(row.info, grid.parentWidget())),
-      m_revert(LangText("IDS_TERMINAL-SHEET_REVERT_TIP", row.name,
+      m_revert(LangText("IDS_TADIALOGS-SHEET_REVERT_TIP", row.name,
                         FormatNumber(row.info.defaultValue, row.info.decimals)),
                *grid.parentWidget()),
       m_faultIcon(new QLabel(grid.parentWidget())),
@@ -65,7 +65,7 @@ ParamEditRow::ParamEditRow(const CTaParamSettingView::ParamRow& row, QGridLayout
     QLabel* name = PlainLabel(row.name, parent);
     name->setBuddy(m_value);
     m_description =
-        LangText("IDS_TERMINAL-SHEET_VALUE_DESCRIPTION", RangeText(m_info), defaultText);
+        LangText("IDS_TADIALOGS-SHEET_VALUE_DESCRIPTION", RangeText(m_info), defaultText);
     m_value->setAccessibleName(row.name);
     m_value->SetText(row.text);
     const int size = m_value->fontMetrics().height();

@@ -46,18 +46,18 @@ QString RangeText(const StudyParamInfo& param) {
 QString FaultOf(const StudyParamInfo& param, const QString& text) {
     const std::optional<double> value = ParseNumber(text);
     if (!value) {
-        return LangText("IDS_TERMINAL-SHEET_FAULT_NUMBER");
+        return LangText("IDS_TADIALOGS-SHEET_FAULT_NUMBER");
     }
     if (!(*value >= param.minimum && *value <= param.maximum)) {
-        return LangText("IDS_TERMINAL-SHEET_FAULT_RANGE",
+        return LangText("IDS_TADIALOGS-SHEET_FAULT_RANGE",
                         FormatNumber(param.minimum, param.decimals),
                         FormatNumber(param.maximum, param.decimals));
     }
     constexpr double kTypedDigits = 1e-9;
     if (std::abs(*value - RoundedTo(param.decimals, *value)) > kTypedDigits) {
-        return param.decimals == 0
-                   ? LangText("IDS_TERMINAL-SHEET_FAULT_INTEGER")
-                   : LangText("IDS_TERMINAL-SHEET_FAULT_DECIMALS", QString::number(param.decimals));
+        return param.decimals == 0 ? LangText("IDS_TADIALOGS-SHEET_FAULT_INTEGER")
+                                   : LangText("IDS_TADIALOGS-SHEET_FAULT_DECIMALS",
+                                              QString::number(param.decimals));
     }
     return {};
 }

@@ -75,10 +75,10 @@ QIcon LineSample(const QWidget& widget, const QSize& size, Qt::PenStyle style) {
 
 void ShapeEditRow::AddHeads(QGridLayout& grid) {
     constexpr std::array kHeads{
-        std::pair{kVisible, "IDS_TERMINAL-SHEET_VISIBILITY"},
-        std::pair{kColour, "IDS_TERMINAL-SHEET_COLOUR"},
-        std::pair{kWidth, "IDS_TERMINAL-SHEET_WIDTH"},
-        std::pair{kStyle, "IDS_TERMINAL-SHEET_STYLE"},
+        std::pair{kVisible, "IDS_TADIALOGS-SHEET_VISIBILITY"},
+        std::pair{kColour, "IDS_TADIALOGS-SHEET_COLOUR"},
+        std::pair{kWidth, "IDS_TADIALOGS-SHEET_WIDTH"},
+        std::pair{kStyle, "IDS_TADIALOGS-SHEET_STYLE"},
     };
     for (const auto& [column, key] : kHeads) {
         grid.addWidget(new QLabel(LangText(key), grid.parentWidget()), 0, column);
@@ -89,7 +89,7 @@ void ShapeEditRow::AddHeads(QGridLayout& grid) {
 ShapeEditRow::ShapeEditRow(const CTaParamSettingView::ShapeRow& row, QGridLayout& grid, int gridRow)
     : QObject(grid.parentWidget()),
       m_row(row),
-      m_revert(LangText("IDS_TERMINAL-SHEET_REVERT_SHAPE_TIP", row.name), *grid.parentWidget()) {
+      m_revert(LangText("IDS_TADIALOGS-SHEET_REVERT_SHAPE_TIP", row.name), *grid.parentWidget()) {
     MakeControls(*grid.parentWidget());
     NameControls();
     auto* name = new QLabel(row.name, grid.parentWidget());
@@ -129,15 +129,15 @@ void ShapeEditRow::MakeControls(QWidget& parent) {
 
 void ShapeEditRow::NameControls() {
     const std::array kNames{
-        std::pair{static_cast<QWidget*>(m_visible), "IDS_TERMINAL-SHEET_VISIBILITY"},
-        std::pair{static_cast<QWidget*>(m_colour), "IDS_TERMINAL-SHEET_COLOUR"},
-        std::pair{static_cast<QWidget*>(m_width), "IDS_TERMINAL-SHEET_WIDTH"},
-        std::pair{static_cast<QWidget*>(m_style), "IDS_TERMINAL-SHEET_STYLE"},
+        std::pair{static_cast<QWidget*>(m_visible), "IDS_TADIALOGS-SHEET_VISIBILITY"},
+        std::pair{static_cast<QWidget*>(m_colour), "IDS_TADIALOGS-SHEET_COLOUR"},
+        std::pair{static_cast<QWidget*>(m_width), "IDS_TADIALOGS-SHEET_WIDTH"},
+        std::pair{static_cast<QWidget*>(m_style), "IDS_TADIALOGS-SHEET_STYLE"},
     };
     for (const auto& [control, key] : kNames) {
         control->setAccessibleName(m_row.name + ' ' + LangText(key));
         if (!control->isEnabled()) {
-            control->setToolTip(LangText("IDS_TERMINAL-SHEET_NOT_FOR_KIND"));
+            control->setToolTip(LangText("IDS_TADIALOGS-SHEET_NOT_FOR_KIND"));
         }
     }
 }

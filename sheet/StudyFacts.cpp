@@ -80,7 +80,7 @@ std::vector<StudyParamFault> BrokenRules(StudyType type, const std::vector<doubl
 QString StudyLabel(StudyType type) {
     const CString name = Repository().StudyTypeToStudyName(type);
     return name.empty()
-               ? ui::LangText("IDS_TERMINAL-GROUPFILE_UNKNOWN_STUDY", QString::number(type))
+               ? ui::LangText("IDS_TADIALOGS-GROUPFILE_UNKNOWN_STUDY", QString::number(type))
                : ToQString(name);
 }
 

@@ -19,10 +19,10 @@ constexpr int kTypeRole = Qt::UserRole;
 constexpr int kSearchTextRole = Qt::UserRole + 1;
 
 constexpr std::array kCategories{
-    std::pair{StudyCategory::Price, "IDS_TERMINAL-SHEET_CATEGORY_PRICE"},
-    std::pair{StudyCategory::Volume, "IDS_TERMINAL-SHEET_CATEGORY_VOLUME"},
-    std::pair{StudyCategory::Oscillator, "IDS_TERMINAL-SHEET_CATEGORY_OSCILLATOR"},
-    std::pair{StudyCategory::TrendAndVolatility, "IDS_TERMINAL-SHEET_CATEGORY_TREND"},
+    std::pair{StudyCategory::Price, "IDS_TADIALOGS-SHEET_CATEGORY_PRICE"},
+    std::pair{StudyCategory::Volume, "IDS_TADIALOGS-SHEET_CATEGORY_VOLUME"},
+    std::pair{StudyCategory::Oscillator, "IDS_TADIALOGS-SHEET_CATEGORY_OSCILLATOR"},
+    std::pair{StudyCategory::TrendAndVolatility, "IDS_TADIALOGS-SHEET_CATEGORY_TREND"},
 };
 
 /// For comparing: full-width letters as plain ones, case folded.
@@ -48,10 +48,10 @@ StudyPicker::~StudyPicker() = default;
 
 bool StudyPicker::OnInitDialog() {
     LoadLanguageStrings();
-    m_ui->searchEdit->setPlaceholderText(LangText("IDS_TERMINAL-SHEET_SEARCH_HINT"));
-    m_ui->studyList->setHeaderLabels({LangText("IDS_TERMINAL-SHEET_STUDY_NAME"),
-                                      LangText("IDS_TERMINAL-SHEET_STUDY_ABBREVIATION"),
-                                      LangText("IDS_TERMINAL-SHEET_STUDY_OTHER_NAME")});
+    m_ui->searchEdit->setPlaceholderText(LangText("IDS_TADIALOGS-SHEET_SEARCH_HINT"));
+    m_ui->studyList->setHeaderLabels({LangText("IDS_TADIALOGS-SHEET_STUDY_NAME"),
+                                      LangText("IDS_TADIALOGS-SHEET_STUDY_ABBREVIATION"),
+                                      LangText("IDS_TADIALOGS-SHEET_STUDY_OTHER_NAME")});
     for (const auto& [category, key] : kCategories) {
         AddCategory(key, UsableStudies(category));
     }
@@ -106,7 +106,7 @@ void StudyPicker::ShowState() {
     m_ui->okButton->setEnabled(item != nullptr && item->parent() != nullptr && !item->isHidden());
     m_ui->nothingLabel->setText(
         m_found ? QString()
-                : LangText("IDS_TERMINAL-SHEET_NOTHING_FOUND", m_ui->searchEdit->text()));
+                : LangText("IDS_TADIALOGS-SHEET_NOTHING_FOUND", m_ui->searchEdit->text()));
 }
 
 bool StudyPicker::eventFilter(QObject* object, QEvent* event) {

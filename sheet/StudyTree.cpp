@@ -80,7 +80,7 @@ void StudyTree::NumberPanes() {
     for (int pane = 0; pane < topLevelItemCount(); ++pane) {
         const bool shown = pane < m_showCount;
         topLevelItem(pane)->setText(
-            0, ui::LangText(shown ? "IDS_TERMINAL-SHEET_PANE" : "IDS_TERMINAL-SHEET_HIDDEN_PANE",
+            0, ui::LangText(shown ? "IDS_TADIALOGS-SHEET_PANE" : "IDS_TADIALOGS-SHEET_HIDDEN_PANE",
                             QString::number(pane + 1)));
     }
 }
@@ -106,7 +106,7 @@ StudyType StudyTree::TypeOf(const QTreeWidgetItem& item) const {
 
 void StudyTree::SetFaulty(const std::set<StudyType>& types) {
     const QSignalBlocker quiet(this);
-    const QString tip = ui::LangText("IDS_TERMINAL-SHEET_STUDY_FAULTY");
+    const QString tip = ui::LangText("IDS_TADIALOGS-SHEET_STUDY_FAULTY");
     for (int pane = 0; pane < topLevelItemCount(); ++pane) {
         for (int study = 0; study < topLevelItem(pane)->childCount(); ++study) {
             QTreeWidgetItem& item = *topLevelItem(pane)->child(study);

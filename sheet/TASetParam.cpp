@@ -101,7 +101,7 @@ void CTASetParam::Refresh() {
         m_ui->studyTree->clear();
     }
     const QString name = ToQString(state.group);
-    m_ui->groupLabel->setText(LangText("IDS_TERMINAL-SHEET_GROUP", name));
+    m_ui->groupLabel->setText(LangText("IDS_TADIALOGS-SHEET_GROUP", name));
     m_ui->groupLabel->setToolTip(name);
     FillTree();
 }
@@ -121,14 +121,14 @@ void CTASetParam::ShowCurrentStudy() {
     const StudyType type = m_ui->studyTree->CurrentType();
     state.shown = type == kNoStudy ? std::nullopt : FactsOf(type);
     if (type == kNoStudy) {
-        view.ShowHint(LangText("IDS_TERMINAL-SHEET_NO_STUDY_SELECTED"));
+        view.ShowHint(LangText("IDS_TADIALOGS-SHEET_NO_STUDY_SELECTED"));
     } else if (!state.shown || !state.Draft().IsEditable()) {
         state.shown.reset();
-        view.ShowHint(LangText("IDS_TERMINAL-SHEET_STUDY_NOT_EDITABLE", StudyLabel(type)));
+        view.ShowHint(LangText("IDS_TADIALOGS-SHEET_STUDY_NOT_EDITABLE", StudyLabel(type)));
     } else {
         const StudyFacts& study = *state.shown;
         const QString title =
-            LangText("IDS_TERMINAL-SHEET_STUDY_TITLE", study.name, study.abbreviation);
+            LangText("IDS_TADIALOGS-SHEET_STUDY_TITLE", study.name, study.abbreviation);
         view.ShowStudy(title, state.ParamRows(), state.ShapeRows());
     }
     ShowFaults();
@@ -206,7 +206,7 @@ int CTASetParam::SaveStudy() {
         Refresh();
     }
     if (!refused.isEmpty()) {
-        Tell(LangText("IDS_TERMINAL-SHEET_REFUSED", refused.join('\n')));
+        Tell(LangText("IDS_TADIALOGS-SHEET_REFUSED", refused.join('\n')));
     }
     return refused.isEmpty() ? 1 : 0;
 }

@@ -103,7 +103,7 @@ void CTASetParam::SetStudies(const StudyLists& lists, int pane, int study) {
 bool CTASetParam::RefuseFullPane(const StudyLists& lists, int pane) {
     const bool full = IsPaneFull(lists, pane);
     if (full) {
-        Tell(LangText("IDS_TERMINAL-SHEET_PANE_FULL", QString::number(pane + 1),
+        Tell(LangText("IDS_TADIALOGS-SHEET_PANE_FULL", QString::number(pane + 1),
                       QString::number(kSlotsPerPane)));
     }
     return full;
@@ -183,7 +183,7 @@ void CTASetParam::OnRestoreStudy() {
     const StudyFacts study = *m_state->shown;
     const QStringList changes = m_state->Draft().ChangesToDefaults(study);
     if (AskRestore(
-            LangText("IDS_TERMINAL-SHEET_ASK_RESTORE_STUDY", study.name, changes.join('\n')))) {
+            LangText("IDS_TADIALOGS-SHEET_ASK_RESTORE_STUDY", study.name, changes.join('\n')))) {
         m_state->Draft().RestoreDefaults(study);
         ShowCurrentStudy();
     }
@@ -192,7 +192,7 @@ void CTASetParam::OnRestoreStudy() {
 void CTASetParam::OnRestoreGroup() {
     const std::vector<StudyFacts> studies = m_state->StudiesOffDefaults();
     const QString group = ToQString(m_state->group);
-    if (AskRestore(LangText("IDS_TERMINAL-SHEET_ASK_RESTORE_GROUP", group,
+    if (AskRestore(LangText("IDS_TADIALOGS-SHEET_ASK_RESTORE_GROUP", group,
                             QString::number(studies.size()), m_state->ChangesOf(studies)))) {
         for (const StudyFacts& study : studies) {
             m_state->Draft().RestoreDefaults(study);

@@ -35,7 +35,7 @@ QString CTASetParam::State::ChangesOf(const std::vector<StudyFacts>& studies) {
     }
     if (!more.isEmpty()) {
         lines.append(
-            ta::ui::LangText("IDS_TERMINAL-SHEET_RESTORE_MORE", ta::groupfile::Listed(more)));
+            ta::ui::LangText("IDS_TADIALOGS-SHEET_RESTORE_MORE", ta::groupfile::Listed(more)));
     }
     return lines.join('\n');
 }

@@ -67,10 +67,10 @@ void CTaParamSettingView::ShowStudy(const QString& title, const std::vector<Para
     layout.addWidget(BoldLabel(title));
     std::vector<QWidget*> stops;
     if (params.empty()) {
-        layout.addWidget(new QLabel(LangText("IDS_TERMINAL-SHEET_NO_PARAMS")));
+        layout.addWidget(new QLabel(LangText("IDS_TADIALOGS-SHEET_NO_PARAMS")));
     } else {
         QGridLayout& grid = *AddGrid(contents);
-        grid.addWidget(BoldLabel(LangText("IDS_TERMINAL-SHEET_PARAMS")), 0, 0);
+        grid.addWidget(BoldLabel(LangText("IDS_TADIALOGS-SHEET_PARAMS")), 0, 0);
         ParamEditRow::AddHeads(grid);
         for (const ParamRow& row : params) {
             const int index = static_cast<int>(m_params.size());
@@ -82,7 +82,7 @@ void CTaParamSettingView::ShowStudy(const QString& title, const std::vector<Para
         }
     }
     QGridLayout& grid = *AddGrid(contents);
-    grid.addWidget(BoldLabel(LangText("IDS_TERMINAL-SHEET_SHAPES")), 0, 0);
+    grid.addWidget(BoldLabel(LangText("IDS_TADIALOGS-SHEET_SHAPES")), 0, 0);
     ShapeEditRow::AddHeads(grid);
     for (const ShapeRow& row : shapes) {
         const int index = static_cast<int>(m_shapes.size());

@@ -307,15 +307,15 @@ void CTaSettingSheet::OnReloaded() {
 }
 
 QString CTaSettingSheet::ReloadText() {
-    QStringList texts{LangText("IDS_TERMINAL-SHEET_CHANGED_ELSEWHERE")};
+    QStringList texts{LangText("IDS_TADIALOGS-SHEET_CHANGED_ELSEWHERE")};
     if (m_session->lostEdits) {
-        texts.append(LangText("IDS_TERMINAL-SHEET_LOST_GROUP_EDITS"));
+        texts.append(LangText("IDS_TADIALOGS-SHEET_LOST_GROUP_EDITS"));
     }
     if (const std::vector<CString> lost = m_pParamPage->TakeLostDrafts(); !lost.empty()) {
-        texts.append(LangText("IDS_TERMINAL-SHEET_LOST_STUDY_EDITS", ta::groupfile::Listed(lost)));
+        texts.append(LangText("IDS_TADIALOGS-SHEET_LOST_STUDY_EDITS", ta::groupfile::Listed(lost)));
     }
     if (m_pParamPage->HasEdits()) {
-        texts.append(LangText("IDS_TERMINAL-SHEET_KEPT_STUDY_EDITS"));
+        texts.append(LangText("IDS_TADIALOGS-SHEET_KEPT_STUDY_EDITS"));
     }
     return texts.join("\n\n");
 }
@@ -331,7 +331,7 @@ void CTaSettingSheet::TellReload() {
     }
     const int choice = CurrentPrompts().AskChoice(
         this, PromptIcon::Warning, windowTitle(), ReloadText(),
-        {LangText("IDS_TERMINAL-SHEET_GO_ON"), LangText("IDS_TERMINAL-SHEET_CLOSE")});
+        {LangText("IDS_TADIALOGS-SHEET_GO_ON"), LangText("IDS_TADIALOGS-SHEET_CLOSE")});
     if (choice == 1) {
         Discard();
         m_bAlwaysSave = 0;

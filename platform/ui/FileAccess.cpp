@@ -12,7 +12,7 @@ namespace {
 
 /// Why an operation on the file failed; for what has no words of ours, the system's.
 QString FaultOf(const QFileDevice& file, bool hasRight) {
-    return hasRight ? file.errorString() : LangText("IDS_TERMINAL-FILE_NO_RIGHT");
+    return hasRight ? file.errorString() : LangText("IDS_TADIALOGS-FILE_NO_RIGHT");
 }
 
 QString WithPath(const CString& key, const QString& path, const QString& fault) {
@@ -22,17 +22,17 @@ QString WithPath(const CString& key, const QString& path, const QString& fault) 
 QString ReadFault(const QString& path, std::string& bytes, std::size_t maxSize) {
     const QFileInfo info(path);
     if (!info.exists()) {
-        return LangText("IDS_TERMINAL-FILE_NOT_FOUND");
+        return LangText("IDS_TADIALOGS-FILE_NOT_FOUND");
     }
     if (!info.isFile()) {
-        return LangText("IDS_TERMINAL-FILE_NOT_A_FILE");
+        return LangText("IDS_TADIALOGS-FILE_NOT_A_FILE");
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         return FaultOf(file, info.isReadable());
     }
     if (static_cast<std::size_t>(file.size()) > maxSize) {
-        return LangText("IDS_TERMINAL-FILE_TOO_LARGE", QString::number(maxSize >> 20U));
+        return LangText("IDS_TADIALOGS-FILE_TOO_LARGE", QString::number(maxSize >> 20U));
     }
     bytes.resize(static_cast<std::size_t>(file.size()));
     const qint64 count = file.read(bytes.data(), static_cast<qint64>(bytes.size()));
@@ -55,10 +55,10 @@ bool WriteAll(QFileDevice& file, std::string_view bytes) {
 QString WriteFault(const QString& path, std::string_view bytes) {
     const QFileInfo info(path);
     if (info.isDir()) {
-        return LangText("IDS_TERMINAL-FILE_NOT_A_FILE");
+        return LangText("IDS_TADIALOGS-FILE_NOT_A_FILE");
     }
     if (!info.dir().exists()) {
-        return LangText("IDS_TERMINAL-FILE_PATH_GONE");
+        return LangText("IDS_TADIALOGS-FILE_PATH_GONE");
     }
     // Unbuffered, because commit overlooks a failure to write what a buffer still holds.
     QSaveFile file(path);
@@ -68,7 +68,7 @@ QString WriteFault(const QString& path, std::string_view bytes) {
         return {};
     }
     if (file.error() == QFileDevice::ResourceError) {
-        return LangText("IDS_TERMINAL-FILE_DISK_FULL");
+        return LangText("IDS_TADIALOGS-FILE_DISK_FULL");
     }
     const bool replaces = info.exists();
     return FaultOf(file, QFileInfo(info.path()).isWritable() && (!replaces || info.isWritable()));
@@ -79,12 +79,12 @@ QString WriteFault(const QString& path, std::string_view bytes) {
 QString ReadWholeFile(const QString& path, std::string& bytes, std::size_t maxSize) {
     bytes.clear();
     const QString fault = ReadFault(path, bytes, maxSize);
-    return fault.isEmpty() ? fault : WithPath("IDS_TERMINAL-FILE_UNREADABLE", path, fault);
+    return fault.isEmpty() ? fault : WithPath("IDS_TADIALOGS-FILE_UNREADABLE", path, fault);
 }
 
 QString WriteWholeFile(const QString& path, std::string_view bytes) {
     const QString fault = WriteFault(path, bytes);
-    return fault.isEmpty() ? fault : WithPath("IDS_TERMINAL-FILE_UNWRITABLE", path, fault);
+    return fault.isEmpty() ? fault : WithPath("IDS_TADIALOGS-FILE_UNWRITABLE", path, fault);
 }
 
 }  // namespace ta::ui

@@ -21,7 +21,7 @@ struct SheetButton {
 constexpr std::array kButtons{
     SheetButton{kIdOk, "IDS_SETTING-SHEET_OK"},
     SheetButton{kIdCancel, "IDS_SETTING-SHEET_CANCEL"},
-    SheetButton{kIdApply, "IDS_TERMINAL-SHEET_APPLY"},
+    SheetButton{kIdApply, "IDS_TADIALOGS-SHEET_APPLY"},
 };
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "terminal/chart/ChartScene.h"
 
-#include "terminal/chart/CursorLine.h"
+#include "terminal/plot/CursorLine.h"
 
 #include <qcustomplot.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "terminal/chart/PlotCursor.h"
-#include "terminal/chart/PlotMapping.h"
-#include "terminal/chart/PlotPane.h"
-#include "terminal/chart/PlotRange.h"
+#include "terminal/plot/PlotCursor.h"
+#include "terminal/plot/PlotMapping.h"
+#include "terminal/plot/PlotPane.h"
+#include "terminal/plot/PlotRange.h"
 
 #include <QFont>
 #include <QPointF>

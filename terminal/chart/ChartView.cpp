@@ -3,10 +3,10 @@
 #include "platform/ui/TextBridge.h"
 #include "settings/Messages.h"
 #include "settings/TaSettingHandle.h"
-#include "terminal/chart/ChartModel.h"
 #include "terminal/chart/ChartScene.h"
-#include "terminal/chart/DrawingBoard.h"
 #include "terminal/lang/Language.h"
+#include "terminal/lines/DrawingBoard.h"
+#include "terminal/plot/ChartModel.h"
 #include "terminal/quotes/MarketData.h"
 #include "terminal/quotes/TerminalQuotes.h"
 

@@ -2,7 +2,7 @@
 
 #include "platform/Types.h"
 #include "platform/Window.h"
-#include "terminal/chart/PlotCursor.h"
+#include "terminal/plot/PlotCursor.h"
 
 #include <QPointF>
 #include <QString>

@@ -1,6 +1,6 @@
-#include "terminal/chart/ChartModel.h"
 #include "terminal/chart/ChartScene.h"
 #include "terminal/chart/ChartView.h"
+#include "terminal/plot/ChartModel.h"
 
 #include <qcustomplot.h>
 #include <QApplication>

@@ -1,8 +1,8 @@
 #include "terminal/frame/DrawingBar.h"
 
-#include "terminal/chart/DrawingBoard.h"
 #include "terminal/frame/DrawingIcons.h"
 #include "terminal/lang/Language.h"
+#include "terminal/lines/DrawingBoard.h"
 
 #include <QEvent>
 

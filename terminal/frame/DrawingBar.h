@@ -1,7 +1,7 @@
 #pragma once
 
-#include "terminal/chart/TrendLine.h"
 #include "terminal/frame/Commands.h"
+#include "terminal/lines/TrendLine.h"
 
 #include <QPointer>
 #include <QToolBar>

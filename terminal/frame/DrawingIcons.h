@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/chart/TrendLine.h"
+#include "terminal/lines/TrendLine.h"
 
 #include <QIcon>
 #include <QPalette>

@@ -4,12 +4,12 @@
 #include "platform/ui/TextBridge.h"
 #include "settings/TaSettingHandle.h"
 #include "terminal/chart/ChartView.h"
-#include "terminal/chart/DrawingBoard.h"
 #include "terminal/frame/CsvOpener.h"
 #include "terminal/frame/GroupExchange.h"
 #include "terminal/frame/Session.h"
 #include "terminal/frame/SettingsOpener.h"
 #include "terminal/frame/TrendLineListDialog.h"
+#include "terminal/lines/DrawingBoard.h"
 #include "terminal/quotes/MarketData.h"
 
 #include <QActionGroup>

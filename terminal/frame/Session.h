@@ -1,6 +1,5 @@
 #pragma once
 
-#include "terminal/chart/TerminalChartModule.h"
 #include "terminal/entitlement/TerminalEntitlement.h"
 #include "terminal/frame/CommandLine.h"
 #include "terminal/frame/FrameState.h"
@@ -9,6 +8,7 @@
 #include "terminal/quotes/TerminalNumberDisplay.h"
 #include "terminal/quotes/TerminalQuotes.h"
 #include "terminal/store/SqliteStore.h"
+#include "terminal/studies/TerminalChartModule.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Window.h"
-#include "terminal/chart/TrendLineStore.h"
+#include "terminal/lines/TrendLineStore.h"
 
 #include <QDialog>
 #include <QLabel>

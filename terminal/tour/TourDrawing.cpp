@@ -1,8 +1,8 @@
 #include "terminal/tour/TourDrawing.h"
 
 #include "terminal/chart/ChartView.h"
-#include "terminal/chart/DrawingBoard.h"
-#include "terminal/chart/PlotMapping.h"
+#include "terminal/lines/DrawingBoard.h"
+#include "terminal/plot/PlotMapping.h"
 #include "terminal/tour/TourGuide.h"
 
 #include <qcustomplot.h>

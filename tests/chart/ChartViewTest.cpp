@@ -3,13 +3,13 @@
 
 #include "settings/Messages.h"
 #include "settings/TaSettingHandle.h"
-#include "terminal/chart/ChartModel.h"
 #include "terminal/chart/ChartView.h"
-#include "terminal/chart/PlotMapping.h"
-#include "terminal/chart/TerminalChartModule.h"
 #include "terminal/lang/Language.h"
+#include "terminal/plot/ChartModel.h"
+#include "terminal/plot/PlotMapping.h"
 #include "terminal/quotes/MarketData.h"
 #include "terminal/quotes/TerminalQuotes.h"
+#include "terminal/studies/TerminalChartModule.h"
 #include "tests/support/MemoryConfigStore.h"
 
 #include <gtest/gtest.h>

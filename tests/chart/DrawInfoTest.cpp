@@ -1,6 +1,6 @@
-#include "terminal/chart/StudyCatalogue.h"
-#include "terminal/chart/StudyDefinition.h"
-#include "terminal/chart/TerminalDrawInfo.h"
+#include "terminal/studies/StudyCatalogue.h"
+#include "terminal/studies/StudyDefinition.h"
+#include "terminal/studies/TerminalDrawInfo.h"
 
 #include <gtest/gtest.h>
 

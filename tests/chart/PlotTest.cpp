@@ -1,12 +1,12 @@
 // The parts of the chart view that need no window: range, slices, geometry, texts.
 
-#include "terminal/chart/PlotMapping.h"
-#include "terminal/chart/PlotNumbers.h"
-#include "terminal/chart/PlotRange.h"
-#include "terminal/chart/PlotSlice.h"
-#include "terminal/chart/PlotTheme.h"
-#include "terminal/chart/TimeAxis.h"
 #include "terminal/lang/Language.h"
+#include "terminal/plot/PlotMapping.h"
+#include "terminal/plot/PlotNumbers.h"
+#include "terminal/plot/PlotRange.h"
+#include "terminal/plot/PlotSlice.h"
+#include "terminal/plot/PlotTheme.h"
+#include "terminal/plot/TimeAxis.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "platform/Text.h"
-#include "terminal/chart/StudyCatalogue.h"
-#include "terminal/chart/StudyFormulas.h"
+#include "terminal/studies/StudyCatalogue.h"
+#include "terminal/studies/StudyFormulas.h"
 
 #include <gtest/gtest.h>
 

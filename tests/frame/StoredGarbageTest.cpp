@@ -3,8 +3,8 @@
 
 #include "tests/frame/FrameFixture.h"
 
-#include "terminal/chart/DrawingBoard.h"
-#include "terminal/chart/TrendLineStore.h"
+#include "terminal/lines/DrawingBoard.h"
+#include "terminal/lines/TrendLineStore.h"
 
 #include <fmt/format.h>
 

@@ -4,10 +4,10 @@
 #include "tests/frame/FrameFixture.h"
 
 #include "platform/ui/TextBridge.h"
-#include "terminal/chart/DrawingBoard.h"
-#include "terminal/chart/PlotMapping.h"
-#include "terminal/chart/TrendLineStore.h"
 #include "terminal/frame/TrendLineListDialog.h"
+#include "terminal/lines/DrawingBoard.h"
+#include "terminal/lines/TrendLineStore.h"
+#include "terminal/plot/PlotMapping.h"
 
 #include <qcustomplot.h>
 #include <QContextMenuEvent>

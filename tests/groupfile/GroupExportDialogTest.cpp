@@ -244,7 +244,7 @@ TEST_F(GroupExportTest, AFailedWriteIsToldWithItsReason) {
     prompts.ExpectMessage();
     Press(dialog, Qt::Key_Enter);
     EXPECT_EQ(prompts.Last().text,
-              Path("gone/groups.TASG") + " unwritable: IDS_TERMINAL-FILE_PATH_GONE");
+              Path("gone/groups.TASG") + " unwritable: IDS_TADIALOGS-FILE_PATH_GONE");
     EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
     EXPECT_EQ(dialog.result(), QDialog::Accepted) << "closed whatever came of it";
 }

@@ -266,8 +266,8 @@ TEST_F(GroupImportTest, FilesThatAreRefused) {
     const std::pair<QString, QString> refused[] = {
         {path, "IDS_TECHVIEW-STRING_GROUPIMPORT_VERSION_ERR"},
         {large, large + " unreadable: larger than 64"},
-        {Path("none.TASG"), Path("none.TASG") + " unreadable: IDS_TERMINAL-FILE_NOT_FOUND"},
-        {Path("."), Path(".") + " unreadable: IDS_TERMINAL-FILE_NOT_A_FILE"},
+        {Path("none.TASG"), Path("none.TASG") + " unreadable: IDS_TADIALOGS-FILE_NOT_FOUND"},
+        {Path("."), Path(".") + " unreadable: IDS_TADIALOGS-FILE_NOT_A_FILE"},
     };
     for (const auto& [file, message] : refused) {
         CTAGroupImport dialog(file);
@@ -297,7 +297,7 @@ TEST_F(GroupImportTest, AFileThatIsGoneOrOtherAtOkLeavesTheDialogOpen) {
     QFile::remove(path);
     prompts.ExpectMessage();
     Click(*dialog.GetDlgItem(ui::kIdOk));
-    EXPECT_EQ(prompts.Last().text, path + " unreadable: IDS_TERMINAL-FILE_NOT_FOUND");
+    EXPECT_EQ(prompts.Last().text, path + " unreadable: IDS_TADIALOGS-FILE_NOT_FOUND");
     Write(path, "[Common]\nFileVersion=4\n");
     prompts.ExpectMessage();
     Click(*dialog.GetDlgItem(ui::kIdOk));
@@ -329,7 +329,7 @@ TEST_F(GroupImportTest, WhatVanishedFromTheFileIsToldAndTheRestImported) {
 TEST_F(GroupImportTest, FilesWithStrangeLists) {
     Open({});
     EXPECT_EQ(Rows(), (QStringList{"A", "B", "C"}));
-    EXPECT_EQ(Notice(), "IDS_TERMINAL-GROUPFILE_EMPTY");
+    EXPECT_EQ(Notice(), "IDS_TADIALOGS-GROUPFILE_EMPTY");
     Ok();
     EXPECT_EQ(GroupNames(), (Names{"A", "B", "C"}));
     // An empty name between two commas, one without a section, one in bytes that are no character.

@@ -32,9 +32,9 @@ namespace {
 class UiTest : public testing::Test {
 protected:
     UiTest() {
-        quotes.language["IDS_TERMINAL-FILE_UNREADABLE"] = "%1 unreadable: %2";
-        quotes.language["IDS_TERMINAL-FILE_UNWRITABLE"] = "%1 unwritable: %2";
-        quotes.language["IDS_TERMINAL-FILE_TOO_LARGE"] = "larger than %1";
+        quotes.language["IDS_TADIALOGS-FILE_UNREADABLE"] = "%1 unreadable: %2";
+        quotes.language["IDS_TADIALOGS-FILE_UNWRITABLE"] = "%1 unwritable: %2";
+        quotes.language["IDS_TADIALOGS-FILE_TOO_LARGE"] = "larger than %1";
         BKQuoteInterface::SetBKInterface(&quotes);
     }
     ~UiTest() override { BKQuoteInterface::SetBKInterface(nullptr); }
@@ -257,12 +257,12 @@ TEST_F(FileTest, ALinkStaysALink) {
 }
 
 TEST_F(FileTest, FailuresHaveReasons) {
-    EXPECT_EQ(Read(path), path + " unreadable: IDS_TERMINAL-FILE_NOT_FOUND");
-    EXPECT_EQ(Read(folder.path()), folder.path() + " unreadable: IDS_TERMINAL-FILE_NOT_A_FILE");
+    EXPECT_EQ(Read(path), path + " unreadable: IDS_TADIALOGS-FILE_NOT_FOUND");
+    EXPECT_EQ(Read(folder.path()), folder.path() + " unreadable: IDS_TADIALOGS-FILE_NOT_A_FILE");
     EXPECT_EQ(ui::WriteWholeFile(folder.path(), "1"),
-              folder.path() + " unwritable: IDS_TERMINAL-FILE_NOT_A_FILE");
+              folder.path() + " unwritable: IDS_TADIALOGS-FILE_NOT_A_FILE");
     const QString gone = folder.filePath("gone/file");
-    EXPECT_EQ(ui::WriteWholeFile(gone, "1"), gone + " unwritable: IDS_TERMINAL-FILE_PATH_GONE");
+    EXPECT_EQ(ui::WriteWholeFile(gone, "1"), gone + " unwritable: IDS_TADIALOGS-FILE_PATH_GONE");
     EXPECT_NE(ui::WriteWholeFile("", "1"), "");
     EXPECT_NE(Read(""), "");
 }
@@ -273,9 +273,9 @@ TEST_F(FileTest, WithoutTheRight) {
     ASSERT_TRUE(QFile::setPermissions(secret, {}));
     {
         const OrdinaryUser user;
-        EXPECT_EQ(Read(secret), secret + " unreadable: IDS_TERMINAL-FILE_NO_RIGHT");
+        EXPECT_EQ(Read(secret), secret + " unreadable: IDS_TADIALOGS-FILE_NO_RIGHT");
         EXPECT_EQ(ui::WriteWholeFile("/new", "1"),
-                  QString("/new unwritable: IDS_TERMINAL-FILE_NO_RIGHT"));
+                  QString("/new unwritable: IDS_TADIALOGS-FILE_NO_RIGHT"));
         EXPECT_NE(ui::WriteWholeFile(secret, "2"), "");
     }
     QFile::setPermissions(secret, QFile::ReadOwner | QFile::WriteOwner);

@@ -15,8 +15,8 @@ namespace {
 // The texts that carry arguments.
 constexpr std::pair<const char*, const char*> kTexts[] = {
     {"IDS_OPTIONAL-SHEET_MSG_ITEM_EXIST", "<%s> exists"},
-    {"IDS_TERMINAL-SHEET_PANE", "pane %1"},
-    {"IDS_TERMINAL-SHEET_HIDDEN_PANE", "hidden %1"},
+    {"IDS_TADIALOGS-SHEET_PANE", "pane %1"},
+    {"IDS_TADIALOGS-SHEET_HIDDEN_PANE", "hidden %1"},
     {"IDS_TERMINAL-SHEET_UNKNOWN_STUDY", "study %1"},
 };
 

@@ -1,7 +1,7 @@
 #include "tests/sheet/StudyPageFixture.h"
 
 #include "platform/SyncInfo.h"
-#include "terminal/chart/TerminalChartModule.h"
+#include "terminal/studies/TerminalChartModule.h"
 
 #include <QApplication>
 #include <QLabel>

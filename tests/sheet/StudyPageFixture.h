@@ -33,10 +33,10 @@ constexpr StudyType kStochasticRsi = 31;
 constexpr StudyType kUnknown = 99;
 
 // Reasons at a field.
-inline const QString kRange = "IDS_TERMINAL-SHEET_FAULT_RANGE";
-inline const QString kNumber = "IDS_TERMINAL-SHEET_FAULT_NUMBER";
-inline const QString kInteger = "IDS_TERMINAL-SHEET_FAULT_INTEGER";
-inline const QString kDecimals = "IDS_TERMINAL-SHEET_FAULT_DECIMALS";
+inline const QString kRange = "IDS_TADIALOGS-SHEET_FAULT_RANGE";
+inline const QString kNumber = "IDS_TADIALOGS-SHEET_FAULT_NUMBER";
+inline const QString kInteger = "IDS_TADIALOGS-SHEET_FAULT_INTEGER";
+inline const QString kDecimals = "IDS_TADIALOGS-SHEET_FAULT_DECIMALS";
 inline const QString kShortBelowLong = "IDS_TERMINAL-CHART_RULE_SHORT_BELOW_LONG";
 
 /// The settings sheet with the study page in front, on the terminal's chart module. The group

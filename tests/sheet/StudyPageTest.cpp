@@ -4,8 +4,8 @@
 #include "platform/SyncInfo.h"
 #include "platform/Text.h"
 #include "platform/ui/TextBridge.h"
-#include "terminal/chart/TerminalChartModule.h"
 #include "terminal/lang/Language.h"
+#include "terminal/studies/TerminalChartModule.h"
 #include "tests/sheet/StudyPageFixture.h"
 #include "tests/support/MemoryServices.h"
 
@@ -81,12 +81,12 @@ TEST_F(StudyPageTest, ATypicalEditIsSavedAndReported) {
     Press(Sheet(), Qt::Key_Up);
     EXPECT_EQ(Text("期數2"), "11");
     prompts.ExpectColour(QColor(0x12, 0x34, 0x56));
-    Click(Named<QPushButton>("均線1 IDS_TERMINAL-SHEET_COLOUR"));
-    Named<QSpinBox>("均線1 IDS_TERMINAL-SHEET_WIDTH").setFocus();
+    Click(Named<QPushButton>("均線1 IDS_TADIALOGS-SHEET_COLOUR"));
+    Named<QSpinBox>("均線1 IDS_TADIALOGS-SHEET_WIDTH").setFocus();
     Press(Sheet(), Qt::Key_Up);
-    Named<QComboBox>("均線2 IDS_TERMINAL-SHEET_STYLE").setFocus();
+    Named<QComboBox>("均線2 IDS_TADIALOGS-SHEET_STYLE").setFocus();
     Press(Sheet(), Qt::Key_Down);
-    Named<QCheckBox>("均線3 IDS_TERMINAL-SHEET_VISIBILITY").setFocus();
+    Named<QCheckBox>("均線3 IDS_TADIALOGS-SHEET_VISIBILITY").setFocus();
     Press(Sheet(), Qt::Key_Space);
 
     EXPECT_TRUE(Sheet().IsEditStudy());
@@ -238,7 +238,7 @@ TEST_F(StudyPageTest, AFullPaneRefuses) {
     Open(0, 1);
     prompts.ExpectMessage();
     Press(Sheet(), Qt::Key_Insert);
-    EXPECT_EQ(prompts.Last().text, "IDS_TERMINAL-SHEET_PANE_FULL 1 8");
+    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-SHEET_PANE_FULL 1 8");
     ClickStudy(1, 0);
     prompts.ExpectMessage();
     Press(Sheet(), Qt::Key_Left, Qt::ControlModifier);
@@ -380,7 +380,7 @@ TEST_F(StudyPageTest, ThePickerIsWorkedFromItsSearchBox) {
 
         QTest::keyClicks(&search, "zz");
         EXPECT_EQ(Find<QLabel>(dialog, "nothingLabel").text(),
-                  "IDS_TERMINAL-SHEET_NOTHING_FOUND rsizz");
+                  "IDS_TADIALOGS-SHEET_NOTHING_FOUND rsizz");
         EXPECT_FALSE(Find<QPushButton>(dialog, "okButton").isEnabled());
         Press(dialog, Qt::Key_Return);
         EXPECT_TRUE(dialog.isVisible());

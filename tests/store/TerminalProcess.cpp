@@ -8,8 +8,8 @@
 // Ends with 0 unless a save failed or a state was a mixture.
 
 #include "settings/Messages.h"
-#include "terminal/chart/TerminalChartModule.h"
 #include "terminal/store/SqliteStore.h"
+#include "terminal/studies/TerminalChartModule.h"
 #include "tests/store/TerminalState.h"
 #include "tests/support/RecordingView.h"
 #include "tests/support/TestAccess.h"

@@ -1,7 +1,7 @@
 // Two terminals in processes of their own, each with a whole repository, on one store file.
 
-#include "terminal/chart/TerminalChartModule.h"
 #include "terminal/store/SqliteStore.h"
+#include "terminal/studies/TerminalChartModule.h"
 #include "tests/store/ChildProcess.h"
 #include "tests/store/TerminalState.h"
 #include "tests/support/TestAccess.h"

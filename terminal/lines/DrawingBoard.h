@@ -1,0 +1,152 @@
+#pragma once
+
+#include "platform/TaData.h"
+#include "terminal/lines/DrawingTool.h"
+#include "terminal/lines/TrendLineGeometry.h"
+
+#include <QFont>
+#include <QObject>
+#include <QPointF>
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QContextMenuEvent;
+class QCustomPlot;
+class QKeyEvent;
+class QMenu;
+class QMouseEvent;
+
+namespace ta::terminal {
+
+class DrawingLayer;
+struct PlotTheme;
+
+/// The lines that the user draws on one chart: shows those of its symbol and data period, and
+/// takes the mouse and the keys while a tool is chosen or a line is under the mouse. Every edit is
+/// in the settings repository and the store when the event that ends it returns.
+///
+/// Mouse: with a tool, clicks set the points (pressing, dragging and releasing sets two), a right
+/// click cancels. Without, a click on a line selects it; dragging moves it, or the handle under the
+/// mouse; the context menu locks and deletes. Keys: Enter or Space sets a point at the cursor line,
+/// Delete deletes the selected line, Escape cancels the drawing or move, else the selection.
+///
+/// Lines of kinds that the terminal does not draw, and data strings that it cannot read, are left
+/// as they are; of the latter the user is told once in a run of the program.
+class DrawingBoard : public QObject {
+    Q_OBJECT
+
+public:
+    /// What the board asks of its chart, at any time.
+    struct Chart {
+        std::function<DrawingFrame()> frame;
+        /// Where the cursor line stands in the pane of the prices.
+        std::function<std::optional<QPointF>()> cursor;
+    };
+
+    /// `view` gets the keys, `plot` in it the mouse. Both outlive the board.
+    DrawingBoard(QWidget& view, QCustomPlot& plot, Chart chart);
+    ~DrawingBoard() override;
+
+    /// Shows the lines of another chart. A drawing in the making is dropped when it is another one.
+    /// Like the next two, does not paint.
+    void SetChart(const BarsKey& chart);
+    /// Asks the repository again.
+    void Reload();
+    void SetStyle(const PlotTheme& theme, const QFont& font);
+
+    /// Nothing is the pointer. A tool is refused with a message when the user may keep no more
+    /// lines, and without one when there is nothing to draw on.
+    void ChooseTool(std::optional<TrendLineKind> kind);
+    std::optional<TrendLineKind> Tool() const { return m_tool.Kind(); }
+
+    /// The lines on the chart, in the order in which they were drawn.
+    std::vector<TrendLine> Lines() const;
+    int LineCount() const { return static_cast<int>(m_lines.size()); }
+    /// Position in Lines(); -1: none.
+    int Selected() const;
+    /// Selects the line after the selected one, or the first.
+    void SelectNext();
+    /// A locked line stays, with a notice.
+    void DeleteSelected();
+    /// Deletes every line on the chart, locked ones too, after a question.
+    void DeleteAll();
+    void LockSelected(bool lock);
+
+signals:
+    /// The tool, the lines or the selection changed.
+    void changed();
+    /// For the status bar; an empty text takes the last one away.
+    void notice(const QString& text);
+    /// What the user does with the tool in hand; empty when there is none any more.
+    void hint(const QString& text);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct StoredLine {
+        CString data;
+        TrendLine line;
+    };
+    struct Hit {
+        std::size_t line = 0;
+        int anchor = -1;
+    };
+    /// A line, or one anchor of it, on the way with the mouse.
+    struct Move {
+        CString data;
+        TrendLine before;
+        TrendLine now;
+        int anchor = -1;
+        bool moved = false;
+        QPointF start;  ///< pixels
+        double bar = 0;
+        double price = 0;
+    };
+
+    bool OnPlotEvent(QEvent& event);
+    bool OnPress(const QMouseEvent& event);
+    bool OnMove(const QMouseEvent& event);
+    bool OnRelease(const QMouseEvent& event);
+    bool OnKey(int key);
+    bool OnContextMenu(const QContextMenuEvent& event);
+    void FillMenu(QMenu& menu, bool onLine);
+
+    bool Cancel();
+    void PlaceAt(const QPointF& point);
+    void EndTool();
+    void EndHint();
+    void Finish(const TrendLine& line);
+    void BeginMove(const Hit& hit, const QPointF& point);
+    void MoveTo(const QPointF& point);
+    void EndMove();
+    bool Replace(const CString& from, const TrendLine& to);
+    void TellLimit(bool inAll, int limit);
+    void TellUnreadable(const std::vector<CString>& lines);
+
+    std::optional<Hit> HitAt(const QPointF& point) const;
+    const StoredLine* SelectedLine() const;
+    void Select(const CString& data);
+    void ShowMouse(const QPointF& point);
+    void Arrange();
+    void Repaint();
+
+    QWidget& m_view;
+    QCustomPlot& m_plot;
+    Chart m_asked;
+    std::unique_ptr<DrawingLayer> m_layer;
+    BarsKey m_chart;
+    std::vector<StoredLine> m_lines;
+    CString m_selected;  // its data string
+    DrawingTool m_tool;
+    std::optional<Move> m_move;
+    std::optional<QPointF> m_mouse;
+    std::optional<QPointF> m_press;  // where the button went down that set an anchor
+};
+
+}  // namespace ta::terminal

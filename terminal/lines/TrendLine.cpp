@@ -1,0 +1,117 @@
+#include "terminal/lines/TrendLine.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+namespace ta::terminal {
+namespace {
+
+constexpr std::size_t kAnchorsFrom = 5;  // fields before the first anchor
+constexpr std::size_t kColourDigits = 6;
+constexpr int kWidest = 5;
+constexpr int kLastStyle = 4;
+
+std::vector<std::string_view> Fields(std::string_view text, char separator) {
+    std::vector<std::string_view> fields;
+    for (std::size_t end = text.find(separator); end != std::string_view::npos;
+         end = text.find(separator)) {
+        fields.push_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+    }
+    fields.push_back(text);
+    return fields;
+}
+
+/// The whole text as one number. `format`: the base of an integer, or a std::chars_format.
+template <class Number, class Format>
+bool Read(std::string_view text, Number& number, Format format) {
+    const char* end = text.data() + text.size();
+    const auto [stop, fault] = std::from_chars(text.data(), end, number, format);
+    return fault == std::errc() && stop == end;
+}
+
+bool ReadWithin(std::string_view text, int least, int most, int& number) {
+    return Read(text, number, 10) && number >= least && number <= most;
+}
+
+bool ReadWithin(std::string_view text, double largest, double& number) {
+    return Read(text, number, std::chars_format::general) && std::abs(number) <= largest;
+}
+
+bool ReadAnchor(std::string_view text, LineAnchor& anchor) {
+    const std::vector<std::string_view> values = Fields(text, ',');
+    return values.size() == 2 && ReadWithin(values[0], kLargestLineTime, anchor.time) &&
+           ReadWithin(values[1], kLargestLinePrice, anchor.price);
+}
+
+bool ReadLook(const std::vector<std::string_view>& fields, TrendLine& line) {
+    line.locked = fields[4] == "1";
+    return fields[1].size() == kColourDigits && Read(fields[1], line.colour, 16) &&
+           ReadWithin(fields[2], 1, kWidest, line.width) &&
+           ReadWithin(fields[3], 0, kLastStyle, line.style) && (line.locked || fields[4] == "0");
+}
+
+}  // namespace
+
+const std::vector<TrendLineKindInfo>& TrendLineKinds() {
+    static const std::vector<TrendLineKindInfo> kinds{
+        {TrendLineKind::Line, 2, 0x2a7fff, 2, "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
+        {TrendLineKind::Segment, 2, 0x2a7fff, 2, "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
+        {TrendLineKind::Horizontal, 1, 0x0097a7, 2, "IDS_TERMINAL-CHART_DRAW_HORIZONTAL"},
+        {TrendLineKind::Parallel, 3, 0x9c4dcc, 2, "IDS_TERMINAL-CHART_DRAW_PARALLEL"},
+        {TrendLineKind::RailLine, 3, 0x9c4dcc, 2, "IDS_TERMINAL-CHART_DRAW_RAILS"},
+        {TrendLineKind::GoldenCut, 2, 0xc77700, 1, "IDS_TERMINAL-CHART_DRAW_GOLDEN_CUT"},
+    };
+    return kinds;
+}
+
+const TrendLineKindInfo* FindTrendLineKind(int number) {
+    const auto found = std::ranges::find(TrendLineKinds(), static_cast<TrendLineKind>(number),
+                                         &TrendLineKindInfo::kind);
+    return found == TrendLineKinds().end() ? nullptr : &*found;
+}
+
+const TrendLineKindInfo& InfoOf(TrendLineKind kind) {
+    return *FindTrendLineKind(static_cast<int>(kind));
+}
+
+TrendLine NewTrendLine(TrendLineKind kind) {
+    TrendLine line;
+    line.kind = kind;
+    line.colour = InfoOf(kind).colour;
+    line.width = InfoOf(kind).width;
+    return line;
+}
+
+CString EncodeTrendLine(const TrendLine& line) {
+    CString data = fmt::format("{}/{:06x}/{}/{}/{}", static_cast<int>(line.kind), line.colour,
+                               line.width, line.style, line.locked ? 1 : 0);
+    for (const LineAnchor& anchor : line.anchors) {
+        data += fmt::format("/{},{}", anchor.time, anchor.price);
+    }
+    return data;
+}
+
+std::optional<TrendLine> DecodeTrendLine(const CString& data) {
+    const std::vector<std::string_view> fields = Fields(data, '/');
+    int number = 0;
+    const TrendLineKindInfo* kind =
+        Read(fields[0], number, 10) ? FindTrendLineKind(number) : nullptr;
+    if (kind == nullptr ||
+        fields.size() != kAnchorsFrom + static_cast<std::size_t>(kind->anchorCount)) {
+        return std::nullopt;
+    }
+    TrendLine line;
+    line.kind = kind->kind;
+    bool readable = ReadLook(fields, line);
+    for (std::size_t i = kAnchorsFrom; readable && i < fields.size(); ++i) {
+        readable = ReadAnchor(fields[i], line.anchors.emplace_back());
+    }
+    return readable ? std::optional(std::move(line)) : std::nullopt;
+}
+
+}  // namespace ta::terminal

@@ -1,0 +1,162 @@
+#include "terminal/plot/ChartModel.h"
+
+#include "platform/DrawInfo.h"
+#include "platform/ui/TextBridge.h"
+#include "settings/TaSettingHandle.h"
+#include "terminal/lang/Language.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <limits>
+
+namespace ta::terminal {
+namespace {
+
+std::map<StudyType, StudyInfo*> StudiesOf(const ChartBaseDrawInfo& drawInfo) {
+    std::map<StudyType, StudyInfo*> studies;
+    for (const StudyCategory category : kStudyCategories) {
+        std::vector<StudyInfo*> infos;
+        drawInfo.vGetStudyInfoVec(infos, static_cast<int>(category));
+        for (StudyInfo* info : infos) {
+            studies.emplace(info->GetStudyType(), info);
+        }
+    }
+    return studies;
+}
+
+QString ParametersText(const std::vector<double>& params) {
+    QStringList texts;
+    for (const double value : params) {
+        texts << QString::number(value, 'g', 10);
+    }
+    return texts.join(',');
+}
+
+std::vector<double> ParamsOf(const StudyInfo& info, const TaDrawInfo* drawInfo) {
+    std::vector<double> params;
+    if (drawInfo) {
+        params = drawInfo->vecGetStudyParams(info.GetStudyType());
+    }
+    for (std::size_t i = params.size(); i < info.GetParams().size(); ++i) {
+        params.push_back(info.GetParams()[i].defaultValue);
+    }
+    return params;
+}
+
+std::vector<ChartOutput> OutputsOf(const StudyInfo& info, const TaDrawInfo* drawInfo) {
+    std::vector<StudyShape> shapes;
+    if (drawInfo) {
+        shapes = drawInfo->vecGetStudyShapes(info.GetStudyType());
+    }
+    const Language* language = Language::Instance();
+    const bool english = language && language->Current() == Language::English;
+    std::vector<ChartOutput> outputs;
+    for (const StudyShapeInfo& shape : info.GetShapes()) {
+        const std::size_t i = outputs.size();
+        outputs.push_back({shape.kind,
+                           ui::ToQString(english ? shape.englishName : shape.chineseName),
+                           i < shapes.size() ? shapes[i] : shape.defaultShape});
+    }
+    return outputs;
+}
+
+NumberKind NumbersOf(const ChartStudy& study) {
+    if (study.onPriceScale) {
+        return NumberKind::Price;
+    }
+    const bool volumes = std::ranges::find(study.outputs, StudyDrawKind::VolumeBars,
+                                           &ChartOutput::kind) != study.outputs.end();
+    return volumes ? NumberKind::Volume : NumberKind::Plain;
+}
+
+}  // namespace
+
+bool ChartStudy::HasCandlesticks() const {
+    return std::ranges::find(outputs, StudyDrawKind::Candlesticks, &ChartOutput::kind) !=
+           outputs.end();
+}
+
+double ChartStudy::ValueAt(std::size_t output, int bar) const {
+    const auto index = static_cast<std::size_t>(bar);
+    if (!values || output >= values->size() || bar < 0 || index >= (*values)[output].size()) {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    return (*values)[output][index];
+}
+
+void ChartModel::SetBars(std::shared_ptr<const BarSeries> bars, ChartTitle title) {
+    if (!bars) {
+        bars = std::make_shared<const BarSeries>();
+    }
+    if (bars != m_bars) {
+        m_calculated.clear();
+    }
+    m_bars = std::move(bars);
+    m_title = std::move(title);
+}
+
+void ChartModel::LoadGroup(const CString& name) {
+    auto& settings = CTaSettingHandle::GetInstance();
+    const int shown = std::clamp(settings.GetStudyCountByGroupName(name), 1, kPaneCount);
+    StudyLists lists;
+    settings.GetStudyListByGroupName(name, lists);
+    lists.resize(static_cast<std::size_t>(shown));
+
+    // The draw info last: the questions above may reload and destroy it.
+    ChartBaseDrawInfo* drawInfo = settings.GetDrawInfo(name);
+    const auto* taDrawInfo = dynamic_cast<const TaDrawInfo*>(drawInfo);
+    const KnownStudies known = drawInfo ? StudiesOf(*drawInfo) : KnownStudies{};
+    Calculations used;
+    std::vector<ChartPane> panes;
+    for (const std::vector<StudyType>& types : lists) {
+        ChartPane& pane = panes.emplace_back();
+        for (const StudyType type : types) {
+            if (type >= 0) {
+                pane.push_back(MakeStudy(type, known, taDrawInfo, used));
+            }
+        }
+    }
+    m_panes = std::move(panes);
+    m_options = drawInfo ? drawInfo->CommonProperty() : CommonProp{};
+    m_calculated = std::move(used);
+}
+
+ChartStudy ChartModel::MakeStudy(StudyType type, const KnownStudies& known,
+                                 const TaDrawInfo* drawInfo, Calculations& used) {
+    ChartStudy study;
+    study.type = type;
+    const auto found = known.find(type);
+    if (found == known.end()) {
+        study.name = QStringLiteral("#%1").arg(type);
+        return study;
+    }
+    const StudyInfo& info = *found->second;
+    const std::vector<double> params = ParamsOf(info, drawInfo);
+    study.name = ui::ToQString(info.cszGetDisplayName());
+    study.parameters = ParametersText(params);
+    study.outputs = OutputsOf(info, drawInfo);
+    study.onPriceScale = info.bIsOverlay() || study.HasCandlesticks();
+    study.numbers = NumbersOf(study);
+    study.values = Calculate(info, params, used);
+    return study;
+}
+
+std::shared_ptr<const StudyValues> ChartModel::Calculate(const StudyInfo& info,
+                                                         const std::vector<double>& params,
+                                                         Calculations& used) {
+    auto& values = used[{info.GetStudyType(), params}];
+    if (values) {
+        return values;
+    }
+    const auto before = m_calculated.find({info.GetStudyType(), params});
+    if (before != m_calculated.end()) {
+        values = before->second;
+    } else {
+        values = std::make_shared<const StudyValues>(info.GetStudy().vecCalculate(*m_bars, params));
+        ++m_calculations;
+    }
+    return values;
+}
+
+}  // namespace ta::terminal

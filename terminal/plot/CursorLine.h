@@ -1,0 +1,53 @@
+#pragma once
+
+#include "terminal/plot/PlotCursor.h"
+#include "terminal/plot/PlotMapping.h"
+#include "terminal/plot/PlotTheme.h"
+
+#include <qcustomplot.h>
+#include <QFont>
+#include <QString>
+
+namespace ta::terminal {
+
+class ChartModel;
+
+/// The pixel of the horizontal cursor line for a mouse at `y`: that of the bar's value which the
+/// group's lock mode names, or `y` itself. `prices`: the pane shows prices.
+double LockCursor(const ChartModel& model, const PlotMapping& mapping, bool prices,
+                  const PlotCursor& cursor);
+
+/// What the cursor line shows, in pixels and texts.
+struct CursorPicture {
+    bool there = false;
+    bool cross = true;   ///< with a horizontal line
+    bool small = false;  ///< the old style: a short cross
+    bool tagLeft = false;
+    bool tagRight = true;
+    PlotCursor cursor;
+    PlotMapping mapping;
+    QString time;
+    QString value;
+};
+
+/// The cursor line over all panes, with tags on the axes.
+class CursorLine : public QCPLayerable {
+public:
+    CursorLine(QCustomPlot& plot, const QString& layer);
+
+    void SetStyle(const PlotTheme& theme, const QFont& font);
+    void Show(CursorPicture picture) { m_picture = std::move(picture); }
+
+protected:
+    void applyDefaultAntialiasingHint(QCPPainter* painter) const override;
+    void draw(QCPPainter* painter) override;
+
+private:
+    void DrawTag(QPainter& painter, const QString& text, QPointF middle, Qt::Alignment side) const;
+
+    PlotTheme m_theme;
+    QFont m_font;
+    CursorPicture m_picture;
+};
+
+}  // namespace ta::terminal

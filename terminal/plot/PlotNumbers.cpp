@@ -1,0 +1,58 @@
+#include "terminal/plot/PlotNumbers.h"
+
+#include "terminal/lang/Language.h"
+
+#include <QStringList>
+
+#include <cmath>
+
+namespace ta::terminal {
+namespace {
+
+struct Unit {
+    double factor = 1;
+    QString name;
+};
+
+/// The largest unit that the number reaches. The language key lists them in ascending order, as
+/// "10000 name;100000000 name". Below ten of the smallest a number is short enough as it is.
+Unit UnitOf(double magnitude) {
+    Unit best;
+    double threshold = 10;
+    for (const QString& entry : Tr("IDS_TERMINAL-CHART_LARGE_UNITS").split(';')) {
+        const double factor = entry.section(' ', 0, 0).toDouble();
+        if (factor <= 1 || magnitude < factor * threshold) {
+            break;
+        }
+        best = {factor, entry.section(' ', 1)};
+        threshold = 1;
+    }
+    return best;
+}
+
+}  // namespace
+
+QString ShortNumberText(double value, int decimals) {
+    const Unit unit = UnitOf(std::abs(value));
+    if (unit.factor == 1) {
+        return QString::number(value, 'f', decimals);
+    }
+    return QString::number(value / unit.factor, 'f', 2) + unit.name;
+}
+
+QString NumberText(double value, NumberKind kind, int priceDecimals) {
+    if (!std::isfinite(value)) {
+        return QStringLiteral("–");
+    }
+    switch (kind) {
+        case NumberKind::Price:
+            return QString::number(value, 'f', priceDecimals);
+        case NumberKind::Volume:
+            return ShortNumberText(value, 0);
+        case NumberKind::Plain:
+            break;
+    }
+    return ShortNumberText(value, 2);
+}
+
+}  // namespace ta::terminal

@@ -1,0 +1,234 @@
+#include "terminal/plot/PlotPane.h"
+
+#include <qcustomplot.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace ta::terminal {
+namespace {
+
+constexpr double kLegendMargin = 4;
+constexpr double kLegendShare = 0.4;  // of a pane's height, at most
+constexpr double kLeastRoom = 8;      // between the values and the pane's edges, pixels
+
+void StyleAxis(QCPAxis& axis, const PaneStyle& style) {
+    axis.setBasePen(QPen(style.theme.axis, 0));
+    axis.setTickPen(QPen(style.theme.axis, 0));
+    axis.setSubTicks(false);
+    axis.setTickLength(0, 4);
+    axis.setTickLabelFont(style.font);
+    axis.setTickLabelColor(style.theme.faintText);
+    axis.grid()->setPen(QPen(style.theme.grid, 0));
+    axis.grid()->setZeroLinePen(Qt::NoPen);
+    axis.grid()->setVisible(false);
+}
+
+}  // namespace
+
+PlotPane::PlotPane(QCustomPlot& plot, int row, const ChartPane& studies, const PaneStyle& style,
+                   bool lowest)
+    : m_plot(plot),
+      m_style(style),
+      m_rect(new QCPAxisRect(&plot, false)),
+      m_valueTicker(new ValueAxisTicker) {
+    plot.plotLayout()->addElement(row, 0, m_rect);
+    MakeAxes(lowest);
+    MakeScales(studies);
+    MakeMarks(studies);
+    m_legend = std::make_unique<PaneLegend>(plot, QStringLiteral("overlay"));
+    m_legend->SetFont(style.font);
+    m_legend->setVisible(style.options.bShowTAInfo);
+}
+
+PlotPane::~PlotPane() {
+    m_scales.clear();
+    for (QCPItemText* mark : {m_highMark, m_lowMark}) {
+        if (mark) {
+            m_plot.removeItem(mark);
+        }
+    }
+    m_plot.plotLayout()->remove(m_rect);
+}
+
+void PlotPane::MakeAxes(bool lowest) {
+    m_rect->setBackground(QBrush(m_style.theme.background));
+    m_rect->addAxes(QCPAxis::atBottom | QCPAxis::atTop | QCPAxis::atLeft | QCPAxis::atRight);
+    for (QCPAxis* axis : m_rect->axes()) {
+        StyleAxis(*axis, m_style);
+    }
+    m_timeAxis = m_rect->axis(QCPAxis::atBottom);
+    m_timeAxis->setTicker(m_style.timeTicker);
+    m_timeAxis->setTickLabels(lowest);
+    m_timeAxis->setTickLength(0, lowest ? 4 : 0);
+    m_timeAxis->grid()->setVisible(m_style.options.bChartGrid);
+    m_rect->axis(QCPAxis::atTop)->setTicks(false);
+    m_rect->axis(QCPAxis::atTop)->setTickLabels(false);
+
+    const auto side = m_style.options.uScalePos;
+    m_leftAxis = m_rect->axis(QCPAxis::atLeft);
+    QCPAxis* right = m_rect->axis(QCPAxis::atRight);
+    m_leftAxis->setTicker(m_valueTicker);
+    right->setTicker(m_valueTicker);
+    m_leftAxis->setTickLabels(side != 0);
+    m_leftAxis->setTickLength(0, side != 0 ? 4 : 0);
+    right->setTickLabels(side != 1);
+    right->setTickLength(0, side != 1 ? 4 : 0);
+    right->grid()->setVisible(m_style.options.bChartGrid);
+}
+
+void PlotPane::MakeScales(const ChartPane& studies) {
+    Scale& main = m_scales.emplace_back();
+    main.axis = m_rect->axis(QCPAxis::atRight);
+    auto first = std::ranges::find_if(studies, &ChartStudy::onPriceScale);
+    if (first == studies.end()) {
+        first =
+            std::ranges::find_if(studies, [](const ChartStudy& s) { return !s.outputs.empty(); });
+    }
+    if (first != studies.end()) {
+        main.numbers = first->numbers;
+        main.prices = first->onPriceScale;
+    }
+    const ChartStudy* mainStudy = first == studies.end() ? nullptr : &*first;
+    for (std::size_t s = 0; s < studies.size(); ++s) {
+        const ChartStudy& study = studies[s];
+        Scale& scale = &study == mainStudy ? m_scales.front() : ScaleFor(study);
+        for (std::size_t o = 0; o < study.outputs.size(); ++o) {
+            if (study.outputs[o].shape.visible) {
+                scale.outputs.push_back(
+                    {s, o,
+                     PlotSeries::Make(study.outputs[o], *m_timeAxis, *scale.axis, m_style.theme)});
+            }
+        }
+    }
+}
+
+PlotPane::Scale& PlotPane::ScaleFor(const ChartStudy& study) {
+    if (study.outputs.empty() || (study.onPriceScale && m_scales.front().prices)) {
+        return m_scales.front();
+    }
+    Scale& own = m_scales.emplace_back();
+    own.axis = m_rect->addAxis(QCPAxis::atRight);
+    own.axis->setVisible(false);
+    own.axis->grid()->setVisible(false);
+    own.numbers = study.numbers;
+    return own;
+}
+
+void PlotPane::MakeMarks(const ChartPane& studies) {
+    if (!m_style.options.bHighLow ||
+        std::ranges::find_if(studies, &ChartStudy::HasCandlesticks) == studies.end()) {
+        return;
+    }
+    for (QCPItemText** mark : {&m_highMark, &m_lowMark}) {
+        *mark = new QCPItemText(&m_plot);
+        (*mark)->setClipAxisRect(m_rect);
+        (*mark)->position->setAxes(m_timeAxis, m_scales.front().axis);
+        (*mark)->setFont(m_style.font);
+        (*mark)->setColor(m_style.theme.text);
+        (*mark)->setPadding(QMargins(2, 0, 2, 0));
+        (*mark)->setSelectable(false);
+    }
+}
+
+void PlotPane::Fill(const ChartModel& model, const ChartPane& studies, const PlotSlice& slice,
+                    double lower, double upper) {
+    m_timeAxis->setRange(lower, upper);
+    m_valueTicker->SetNumbers(Numbers(), model.Title().priceDecimals);
+    m_valueTicker->SetHeights(m_rect->height(), QFontMetricsF(m_style.font).height());
+    for (Scale& scale : m_scales) {
+        ValueSpan span;
+        for (DrawnOutput& drawn : scale.outputs) {
+            const ChartStudy& study = studies[drawn.study];
+            if (drawn.output < study.values->size()) {
+                drawn.series->Fill(model.Bars(), (*study.values)[drawn.output], slice, span);
+            }
+        }
+        FitScale(scale, span);
+    }
+    QCPAxis* main = m_scales.front().axis;
+    m_leftAxis->setRange(main->range());
+    ShowLabels(slice.end > slice.first && !m_scales.front().outputs.empty());
+    PlaceMarks(model, lower, upper);
+}
+
+void PlotPane::ShowLabels(bool labelled) {
+    const auto side = m_style.options.uScalePos;
+    QCPAxis* right = m_scales.front().axis;
+    right->setTicks(labelled);
+    right->setTickLabels(labelled && side != 1);
+    m_leftAxis->setTicks(labelled);
+    m_leftAxis->setTickLabels(labelled && side != 0);
+}
+
+void PlotPane::FitScale(Scale& scale, ValueSpan span) {
+    if (span.IsEmpty()) {
+        span = {0, 1};
+    }
+    const bool stands = scale.numbers == NumberKind::Volume && span.low >= 0;
+    if (span.low == span.high) {
+        const double room = std::max(std::abs(span.low) * 0.01, 1e-6);
+        span.low -= stands ? 0 : room;
+        span.high += stands ? 1 : room;
+    }
+    const double height = std::max(m_rect->height(), 1);
+    const double mark = scale.prices && m_highMark ? QFontMetricsF(m_style.font).height() : 0;
+    const double legend = m_legend ? m_legend->Height() + kLegendMargin : 0;
+    const double above = std::min(legend + mark + kLeastRoom, height * 0.6);
+    const double below =
+        stands ? 0 : std::min(mark + std::max(kLeastRoom, height * 0.04), height * 0.2);
+    const double unit = (span.high - span.low) / (height - above - below);
+    scale.axis->setRange(span.low - below * unit, span.high + above * unit);
+}
+
+void PlotPane::PlaceMarks(const ChartModel& model, double lower, double upper) {
+    if (!m_highMark) {
+        return;
+    }
+    const int first = std::max(0, static_cast<int>(std::ceil(lower)));
+    const int end = std::min(model.BarCount(), static_cast<int>(std::floor(upper)) + 1);
+    m_highMark->setVisible(first < end);
+    m_lowMark->setVisible(first < end);
+    if (first >= end) {
+        return;
+    }
+    const auto begin = model.Bars().begin();
+    const auto high = std::max_element(begin + first, begin + end,
+                                       [](const Bar& a, const Bar& b) { return a.high < b.high; });
+    const auto low = std::min_element(begin + first, begin + end,
+                                      [](const Bar& a, const Bar& b) { return a.low < b.low; });
+    const auto text = [&](double price) {
+        return NumberText(price, NumberKind::Price, model.Title().priceDecimals);
+    };
+    m_highMark->setText(text(high->high));
+    m_lowMark->setText(text(low->low));
+    PlaceMark(*m_highMark, static_cast<int>(high - begin), high->high, Qt::AlignBottom);
+    PlaceMark(*m_lowMark, static_cast<int>(low - begin), low->low, Qt::AlignTop);
+}
+
+/// Above or below the bar, or beside its middle where the text would stand over the pane's side.
+void PlotPane::PlaceMark(QCPItemText& mark, int bar, double price, Qt::Alignment vertical) {
+    const double half = QFontMetricsF(m_style.font).horizontalAdvance(mark.text()) / 2 + 4;
+    const double x = m_timeAxis->coordToPixel(bar);
+    Qt::Alignment side = Qt::AlignHCenter;
+    if (x - half < m_rect->left()) {
+        side = Qt::AlignLeft;
+    } else if (x + half > m_rect->right()) {
+        side = Qt::AlignRight;
+    }
+    mark.setPositionAlignment(side | vertical);
+    mark.position->setCoords(bar, price);
+}
+
+void PlotPane::ArrangeLegend() {
+    m_legend->Arrange(QPointF(m_rect->left() + kLegendMargin, m_rect->top() + 2),
+                      m_rect->width() - 2 * kLegendMargin, m_rect->height() * kLegendShare);
+}
+
+PlotMapping::Pane PlotPane::Geometry() const {
+    const QCPRange range = m_scales.front().axis->range();
+    return {static_cast<double>(m_rect->top()), static_cast<double>(m_rect->height()), range.lower,
+            range.upper};
+}
+
+}  // namespace ta::terminal

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "terminal/plot/ChartModel.h"
+#include "terminal/plot/PaneLegend.h"
+#include "terminal/plot/PlotMapping.h"
+#include "terminal/plot/PlotSeries.h"
+#include "terminal/plot/PlotTheme.h"
+#include "terminal/plot/TimeAxis.h"
+#include "terminal/plot/ValueAxis.h"
+
+#include <QFont>
+
+#include <memory>
+#include <vector>
+
+class QCPAxis;
+class QCPAxisRect;
+class QCPItemText;
+class QCustomPlot;
+
+namespace ta::terminal {
+
+/// What the panes of a chart have in common.
+struct PaneStyle {
+    PlotTheme theme;
+    QFont font;
+    CommonProp options;
+    QSharedPointer<TimeAxisTicker> timeTicker;
+};
+
+/// One pane on the plot: its axes, series and legend. Studies of prices share one scale; each other
+/// study has its own. The scale of the prices, or else of the first study, is labelled.
+class PlotPane {
+public:
+    /// Takes a row of the plot's layout while it lives. `lowest`: has the labels of the time axis.
+    PlotPane(QCustomPlot& plot, int row, const ChartPane& studies, const PaneStyle& style,
+             bool lowest);
+    ~PlotPane();
+    PlotPane(const PlotPane&) = delete;
+    PlotPane& operator=(const PlotPane&) = delete;
+
+    QCPAxisRect& Rect() const { return *m_rect; }
+    PaneLegend& Legend() { return *m_legend; }
+    /// How values of the labelled scale are written, and whether they are prices.
+    NumberKind Numbers() const { return m_scales.front().numbers; }
+    bool ShowsPrices() const { return m_scales.front().prices; }
+
+    /// Shows a slice of the pane's studies: `lower` to `upper` is the range of the time axis. Needs
+    /// the place of Rect() and the legend's height.
+    void Fill(const ChartModel& model, const ChartPane& studies, const PlotSlice& slice,
+              double lower, double upper);
+    void ArrangeLegend();
+    PlotMapping::Pane Geometry() const;
+
+private:
+    struct DrawnOutput {
+        std::size_t study = 0;  ///< index in the pane
+        std::size_t output = 0;
+        std::unique_ptr<PlotSeries> series;
+    };
+    struct Scale {
+        QCPAxis* axis = nullptr;
+        NumberKind numbers = NumberKind::Plain;
+        bool prices = false;
+        std::vector<DrawnOutput> outputs;
+    };
+
+    void MakeAxes(bool lowest);
+    void MakeScales(const ChartPane& studies);
+    Scale& ScaleFor(const ChartStudy& study);
+    void MakeMarks(const ChartPane& studies);
+    void FitScale(Scale& scale, ValueSpan span);
+    void ShowLabels(bool labelled);
+    void PlaceMarks(const ChartModel& model, double lower, double upper);
+    void PlaceMark(QCPItemText& mark, int bar, double price, Qt::Alignment vertical);
+
+    QCustomPlot& m_plot;
+    const PaneStyle m_style;
+    QCPAxisRect* m_rect;
+    QCPAxis* m_timeAxis = nullptr;
+    QCPAxis* m_leftAxis = nullptr;
+    QSharedPointer<ValueAxisTicker> m_valueTicker;
+    std::vector<Scale> m_scales;
+    std::unique_ptr<PaneLegend> m_legend;
+    QCPItemText* m_highMark = nullptr;  // the plot's
+    QCPItemText* m_lowMark = nullptr;
+};
+
+}  // namespace ta::terminal
