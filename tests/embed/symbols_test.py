@@ -61,7 +61,9 @@ def main(nm, library, source_dir):
         name = DECORATION.sub("", symbol)
         shown.add(name)
         of_class = name.rpartition("::")[0]
-        if name in marked | others or of_class in marked or symbol in LINKER:
+        # A class within a marked one is shown with it.
+        if name in marked | others or {of_class, of_class.rpartition("::")[0]} & marked or \
+                symbol in LINKER:
             continue
         is_own = name.startswith("ta::") or name in own or of_class in own
         if is_own or kind not in SHARED_KINDS:
