@@ -45,7 +45,8 @@ QString AskPath(DialogBase& dialog) {
         }
         const QString question = LangText("IDS_TADIALOGS-GROUPFILE_ASK_CREATE", name);
         if (path.isEmpty() || CTAGroupExport::CheckFileExist(path) == 1 ||
-            CurrentPrompts().AskYesNo(&dialog, PromptIcon::Question, title, question)) {
+            CurrentPrompts().AskYesNo(&dialog, PromptIcon::Question, title, question,
+                                      Answer::Yes) == Answer::Yes) {
             return path;
         }
     }

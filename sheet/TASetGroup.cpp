@@ -54,7 +54,7 @@ bool AskName(QWidget& parent, CTAGroupEditDlg::Mode mode, CString& name) {
 }
 
 bool Ask(QWidget& parent, const QString& question) {
-    return CurrentPrompts().AskYesNo(&parent, PromptIcon::Question, {}, question);
+    return CurrentPrompts().AskYesNo(&parent, PromptIcon::Question, {}, question) == Answer::Yes;
 }
 
 }  // namespace

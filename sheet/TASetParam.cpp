@@ -221,7 +221,8 @@ void CTASetParam::OnCancel() {
         return;
     }
     const QString question = LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK");
-    const bool save = CurrentPrompts().AskYesNo(this, PromptIcon::Question, {}, question);
+    const bool save =
+        CurrentPrompts().AskYesNo(this, PromptIcon::Question, {}, question) == Answer::Yes;
     if (save && !CanSave()) {
         if (GetSheet() != nullptr) {
             GetSheet()->StayOpen(*this);

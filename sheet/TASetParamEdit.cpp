@@ -176,7 +176,7 @@ void CTASetParam::OnStudyDropped(int pane, int study, int toPane, int toStudy) {
 
 bool CTASetParam::AskRestore(const QString& question) {
     const QString title = ToQString(CSyncInfo::GetSettingCFG().SYS_szGetMessageBoxTitle());
-    return CurrentPrompts().AskYesNo(this, PromptIcon::Question, title, question);
+    return CurrentPrompts().AskYesNo(this, PromptIcon::Question, title, question) == Answer::Yes;
 }
 
 void CTASetParam::OnRestoreStudy() {

@@ -280,7 +280,8 @@ void CTaSettingSheet::OnCancel() {
 
 bool CTaSettingSheet::AskSave() {
     return CurrentPrompts().AskYesNo(this, PromptIcon::Question, {},
-                                     LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK"));
+                                     LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK")) ==
+           Answer::Yes;
 }
 
 void CTaSettingSheet::Discard() {

@@ -31,6 +31,13 @@ QString FirstSuffix(const QString& filter) {
     return pattern.match(filter).captured(1);
 }
 
+/// A hidden button of the reject role makes Escape and the close box work, as no other button.
+void LetEscapeDismiss(QMessageBox& box) {
+    QPushButton* dismiss = box.addButton(QMessageBox::Cancel);
+    dismiss->hide();
+    box.setEscapeButton(dismiss);
+}
+
 class RealPrompts final : public Prompts {
 public:
     void Message(QWidget* parent, PromptIcon icon, const QString& title,
@@ -40,12 +47,20 @@ public:
         box.exec();
     }
 
-    bool AskYesNo(QWidget* parent, PromptIcon icon, const QString& title,
-                  const QString& text) override {
+    Answer AskYesNo(QWidget* parent, PromptIcon icon, const QString& title, const QString& text,
+                    Answer preset) override {
         QMessageBox box(BoxIcon(icon), title, text, QMessageBox::Yes | QMessageBox::No, parent);
         box.setTextFormat(Qt::PlainText);
-        box.setEscapeButton(QMessageBox::No);
-        return box.exec() == QMessageBox::Yes;
+        LetEscapeDismiss(box);
+        box.setDefaultButton(preset == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
+        switch (box.exec()) {
+            case QMessageBox::Yes:
+                return Answer::Yes;
+            case QMessageBox::No:
+                return Answer::No;
+            default:
+                return Answer::None;
+        }
     }
 
     int AskChoice(QWidget* parent, PromptIcon icon, const QString& title, const QString& text,
@@ -56,10 +71,7 @@ public:
         for (const QString& choice : choices) {
             buttons.append(box.addButton(choice, QMessageBox::ActionRole));
         }
-        // A hidden button of the reject role makes Escape and the close box work.
-        QPushButton* dismiss = box.addButton(QMessageBox::Cancel);
-        dismiss->hide();
-        box.setEscapeButton(dismiss);
+        LetEscapeDismiss(box);
         if (!buttons.isEmpty()) {
             box.setDefaultButton(qobject_cast<QPushButton*>(buttons.front()));
         }

@@ -12,6 +12,9 @@ namespace ta::ui {
 
 enum class PromptIcon { None, Information, Question, Warning, Error };
 
+/// Of a yes/no question.
+enum class Answer { None, No, Yes };
+
 /// The one door to message boxes and to file and colour pickers, so that tests can answer them.
 class TADIALOGS_EXPORT Prompts {
 public:
@@ -20,9 +23,10 @@ public:
     /// A message with an OK button.
     virtual void Message(QWidget* parent, PromptIcon icon, const QString& title,
                          const QString& text) = 0;
-    /// A yes/no question; Escape and closing the box are No.
-    virtual bool AskYesNo(QWidget* parent, PromptIcon icon, const QString& title,
-                          const QString& text) = 0;
+    /// A yes/no question. Escape and closing the box are no answer: the caller leaves everything as
+    /// it is. `preset`: the button that Enter presses; never Yes where Yes destroys something.
+    virtual Answer AskYesNo(QWidget* parent, PromptIcon icon, const QString& title,
+                            const QString& text, Answer preset = Answer::No) = 0;
     /// A question with one button per text of `choices`, the first one the default; the index of
     /// the one pressed, or -1 for Escape and closing the box.
     virtual int AskChoice(QWidget* parent, PromptIcon icon, const QString& title,

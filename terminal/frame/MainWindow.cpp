@@ -317,9 +317,10 @@ FrameState MainWindow::State() const {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     const QString unsaved = m_session.Save();
-    if (!unsaved.isEmpty() && !ui::CurrentPrompts().AskYesNo(
-                                  this, ui::PromptIcon::Warning, Tr("IDS_TERMINAL-FRAME_TITLE"),
-                                  Tr("IDS_TERMINAL-FRAME_ASK_EXIT_UNSAVED").arg(unsaved))) {
+    if (!unsaved.isEmpty() &&
+        ui::CurrentPrompts().AskYesNo(this, ui::PromptIcon::Warning, Tr("IDS_TERMINAL-FRAME_TITLE"),
+                                      Tr("IDS_TERMINAL-FRAME_ASK_EXIT_UNSAVED").arg(unsaved)) !=
+            ui::Answer::Yes) {
         event->ignore();
         return;
     }

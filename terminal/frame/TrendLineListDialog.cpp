@@ -167,7 +167,7 @@ void TrendLineListDialog::ClearClass() {
                                       Tr("IDS_TERMINAL-FRAME_LINES_ASK_CLEAR")
                                           .arg(ui::ToQString(chartClass))
                                           .arg(symbols)
-                                          .arg(lines))) {
+                                          .arg(lines)) == ui::Answer::Yes) {
         ClearTrendLineClass(chartClass);
     }
 }

@@ -252,9 +252,10 @@ void DrawingBoard::DeleteAll() {
         agreed.push_back(stored.data);
     }
     const BarsKey chart = m_chart;
-    if (!agreed.empty() && ui::CurrentPrompts().AskYesNo(
-                               &m_view, ui::PromptIcon::Question, Tr("IDS_TERMINAL-FRAME_TITLE"),
-                               Tr("IDS_TERMINAL-CHART_LINES_ASK_DELETE_ALL").arg(agreed.size()))) {
+    if (!agreed.empty() &&
+        ui::CurrentPrompts().AskYesNo(
+            &m_view, ui::PromptIcon::Question, Tr("IDS_TERMINAL-FRAME_TITLE"),
+            Tr("IDS_TERMINAL-CHART_LINES_ASK_DELETE_ALL").arg(agreed.size())) == ui::Answer::Yes) {
         RemoveTrendLines(chart, agreed);
     }
 }

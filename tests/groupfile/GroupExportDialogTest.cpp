@@ -195,8 +195,9 @@ TEST_F(GroupExportTest, AFileDialogThatCannotBeShown) {
         void Message(QWidget*, PromptIcon, const QString&, const QString& text) override {
             messages.append(text);
         }
-        bool AskYesNo(QWidget*, PromptIcon, const QString&, const QString&) override {
-            return false;
+        ui::Answer AskYesNo(QWidget*, PromptIcon, const QString&, const QString&,
+                            ui::Answer) override {
+            return ui::Answer::No;
         }
         int AskChoice(QWidget*, PromptIcon, const QString&, const QString&,
                       const QStringList&) override {

@@ -50,8 +50,7 @@ void ScriptedPrompts::ExpectColour(const QColor& colour) {
 }
 
 void ScriptedPrompts::ExpectCancel(Kind kind) {
-    const int number = kind == Kind::YesNo ? 0 : -1;
-    m_answers.push_back({.kind = kind, .number = number, .text = {}, .meanwhile = {}});
+    m_answers.push_back({.kind = kind, .number = -1, .text = {}, .meanwhile = {}});
 }
 
 void ScriptedPrompts::Meanwhile(std::function<void()> action) {
@@ -69,10 +68,7 @@ ScriptedPrompts::Shown ScriptedPrompts::Last() const {
 
 ScriptedPrompts::Answer ScriptedPrompts::Take(const Shown& shown) {
     m_shown.push_back(shown);
-    const Answer cancelled{.kind = shown.kind,
-                           .number = shown.kind == Kind::YesNo ? 0 : -1,
-                           .text = {},
-                           .meanwhile = {}};
+    const Answer cancelled{.kind = shown.kind, .number = -1, .text = {}, .meanwhile = {}};
     if (m_answers.empty()) {
         ADD_FAILURE() << "unexpected " << KindName(shown.kind) << ": " << shown.text.toStdString();
         return cancelled;
@@ -92,31 +88,32 @@ ScriptedPrompts::Answer ScriptedPrompts::Take(const Shown& shown) {
 
 void ScriptedPrompts::Message(QWidget*, ui::PromptIcon icon, const QString& title,
                               const QString& text) {
-    Take({Kind::Message, icon, title, text, {}, {}});
+    Take({Kind::Message, icon, title, text, {}, {}, {}});
 }
 
-bool ScriptedPrompts::AskYesNo(QWidget*, ui::PromptIcon icon, const QString& title,
-                               const QString& text) {
-    return Take({Kind::YesNo, icon, title, text, {}, {}}).number == 1;
+ui::Answer ScriptedPrompts::AskYesNo(QWidget*, ui::PromptIcon icon, const QString& title,
+                                     const QString& text, ui::Answer preset) {
+    constexpr ui::Answer kAnswers[] = {ui::Answer::None, ui::Answer::No, ui::Answer::Yes};
+    return kAnswers[Take({Kind::YesNo, icon, title, text, {}, {}, preset}).number + 1];
 }
 
 int ScriptedPrompts::AskChoice(QWidget*, ui::PromptIcon icon, const QString& title,
                                const QString& text, const QStringList& choices) {
-    return Take({Kind::Choice, icon, title, text, {}, choices}).number;
+    return Take({Kind::Choice, icon, title, text, {}, choices, {}}).number;
 }
 
 QString ScriptedPrompts::OpenFile(QWidget*, const QString& title, const QString& start,
                                   const QString& filter) {
-    return Take({Kind::OpenFile, ui::PromptIcon::None, title, filter, start, {}}).text;
+    return Take({Kind::OpenFile, ui::PromptIcon::None, title, filter, start, {}, {}}).text;
 }
 
 QString ScriptedPrompts::SaveFile(QWidget*, const QString& title, const QString& start,
                                   const QString& filter) {
-    return Take({Kind::SaveFile, ui::PromptIcon::None, title, filter, start, {}}).text;
+    return Take({Kind::SaveFile, ui::PromptIcon::None, title, filter, start, {}, {}}).text;
 }
 
 QColor ScriptedPrompts::AskColour(QWidget*, const QString& title, const QColor& preset) {
-    const Shown shown{Kind::Colour, ui::PromptIcon::None, title, {}, preset.name(), {}};
+    const Shown shown{Kind::Colour, ui::PromptIcon::None, title, {}, preset.name(), {}, {}};
     return QColor(Take(shown).text);
 }
 

@@ -23,7 +23,8 @@ public:
         QString text;    ///< the message or question; of a file picker the filter
         QString preset;  ///< of a file picker the start folder; of a colour picker the colour's
                          ///< name
-        QStringList choices;  ///< of a choice
+        QStringList choices;                         ///< of a choice
+        ui::Answer presetAnswer = ui::Answer::None;  ///< of a yes/no question: what Enter answers
     };
 
     ScriptedPrompts();
@@ -37,7 +38,7 @@ public:
     void ExpectFile(const QString& path);
     void ExpectSaveFile(const QString& path);
     void ExpectColour(const QColor& colour);
-    /// The next prompt, of the kind, is cancelled (a question: No).
+    /// The next prompt, of the kind, is cancelled.
     void ExpectCancel(Kind kind);
     /// Runs `action` when the expected prompt that was added last comes, before it is answered.
     void Meanwhile(std::function<void()> action);
@@ -51,8 +52,8 @@ public:
 
     void Message(QWidget* parent, ui::PromptIcon icon, const QString& title,
                  const QString& text) override;
-    bool AskYesNo(QWidget* parent, ui::PromptIcon icon, const QString& title,
-                  const QString& text) override;
+    ui::Answer AskYesNo(QWidget* parent, ui::PromptIcon icon, const QString& title,
+                        const QString& text, ui::Answer preset) override;
     int AskChoice(QWidget* parent, ui::PromptIcon icon, const QString& title, const QString& text,
                   const QStringList& choices) override;
     QString OpenFile(QWidget* parent, const QString& title, const QString& start,
@@ -64,7 +65,7 @@ public:
 private:
     struct Answer {
         Kind kind = Kind::Message;
-        int number = -1;  ///< the choice; 1 for yes, 0 for no
+        int number = -1;  ///< the choice; 1 for yes, 0 for no, -1 for none
         QString text;     ///< null: cancelled; of a colour its name
         std::function<void()> meanwhile;
     };
