@@ -64,6 +64,29 @@
     <message id="IDS_TADIALOGS-FILE_NO_RIGHT"><translation>You may not access it. Choose another place, or ask the administrator.</translation></message>
     <message id="IDS_TADIALOGS-FILE_DISK_FULL"><translation>The disk is full. Delete what is not needed, or choose another disk.</translation></message>
     <message id="IDS_TADIALOGS-FILE_PATH_GONE"><translation>The folder does not exist; it may have been moved or deleted.</translation></message>
+    <!-- cursor line and pen -->
+    <message id="IDS_DIALOG-SETCURSORLINE_TITLE"><translation>Price Cursor</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_DISPLAY_STYLE"><translation>Shown as</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_CROSS"><translation>&amp;Cross-hair</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_VERTICAL"><translation>&amp;Vertical line</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_MOVE_NAEM"><translation>Moves</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_MOVE_MOVE"><translation>With the &amp;mouse</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_MOVE_CLICK"><translation>To where you clic&amp;k</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_STYLE"><translation>Locks to</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_INTELLIGENT_LOCK"><translation>The &amp;nearest price</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_OPEN_PRICE"><translation>&amp;Open</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_HIGH_PRICE"><translation>&amp;High</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_LOW_PRICE"><translation>&amp;Low</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_CLOSE_PRICE"><translation>Clo&amp;se</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_NONE_LOCK"><translation>No p&amp;rice</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_BUTTON_OK"><translation>OK</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_BUTTON_CANCEL"><translation>Cancel</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_TITLE"><translation>Line Style and Width</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_STYLE"><translation>Style</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_WIDTH"><translation>Width</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_OK"><translation>OK</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_CANCEL"><translation>Cancel</translation></message>
+    <message id="IDS_TECHWND-CANVAS_COMMON_CURSORHEAD_OPEN"><translation>Price cursor</translation></message>
     <!-- sheet -->
     <message id="IDS_TADIALOGS-SHEET_APPLY"><translation>Apply</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_SAVE"><translation>&amp;Save</translation></message>

@@ -64,6 +64,29 @@
     <message id="IDS_TADIALOGS-FILE_NO_RIGHT"><translation>沒有存取權限，請選擇其他位置或請管理員開放權限。</translation></message>
     <message id="IDS_TADIALOGS-FILE_DISK_FULL"><translation>磁碟空間不足，請刪除不需要的檔案或選擇其他磁碟。</translation></message>
     <message id="IDS_TADIALOGS-FILE_PATH_GONE"><translation>資料夾不存在，可能已被移動或刪除。</translation></message>
+    <!-- cursor line and pen -->
+    <message id="IDS_DIALOG-SETCURSORLINE_TITLE"><translation>移動查價設定</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_DISPLAY_STYLE"><translation>查價顯示方式</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_CROSS"><translation>十字線(&amp;X)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_VERTICAL"><translation>垂直線(&amp;V)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_MOVE_NAEM"><translation>移動方式</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_MOVE_MOVE"><translation>移動(&amp;M)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_MOVE_CLICK"><translation>點擊(&amp;K)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_STYLE"><translation>查價鎖定方式</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_INTELLIGENT_LOCK"><translation>智慧鎖定(&amp;I)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_OPEN_PRICE"><translation>鎖定開盤價(&amp;O)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_HIGH_PRICE"><translation>鎖定最高價(&amp;H)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_LOW_PRICE"><translation>鎖定最低價(&amp;L)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_LOCK_CLOSE_PRICE"><translation>鎖定收盤價(&amp;C)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_NONE_LOCK"><translation>不鎖定(&amp;N)</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_BUTTON_OK"><translation>確定</translation></message>
+    <message id="IDS_DIALOG-SETCURSORLINE_BUTTON_CANCEL"><translation>取消</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_TITLE"><translation>設定線條樣式&amp;粗細</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_STYLE"><translation>線條樣式</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_WIDTH"><translation>線條粗細</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_OK"><translation>確定</translation></message>
+    <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_CANCEL"><translation>取消</translation></message>
+    <message id="IDS_TECHWND-CANVAS_COMMON_CURSORHEAD_OPEN"><translation>查價線</translation></message>
     <!-- sheet -->
     <message id="IDS_TADIALOGS-SHEET_APPLY"><translation>套用</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_SAVE"><translation>儲存(&amp;S)</translation></message>

@@ -2,7 +2,11 @@
 
 #include <QApplication>
 #include <QIconEngine>
+#include <QMouseEvent>
 #include <QPainter>
+
+#include <algorithm>
+#include <cmath>
 
 namespace ta::ui {
 namespace {
@@ -55,6 +59,15 @@ Qt::PenStyle PenStyleOf(int style) {
     return kPenStyles[isKnown ? static_cast<std::size_t>(style) : 0];
 }
 
+const char* PenStyleKey(int style) {
+    constexpr std::array<const char*, kPenStyles.size()> kKeys{
+        "IDS_TADIALOGS-SHEET_STYLE_SOLID", "IDS_TADIALOGS-SHEET_STYLE_DASH",
+        "IDS_TADIALOGS-SHEET_STYLE_DOT", "IDS_TADIALOGS-SHEET_STYLE_DASH_DOT",
+        "IDS_TADIALOGS-SHEET_STYLE_DASH_DOT_DOT"};
+    const auto* const found = std::ranges::find(kPenStyles, PenStyleOf(style));
+    return kKeys[static_cast<std::size_t>(found - kPenStyles.begin())];
+}
+
 QIcon PenIcon(int style, int width) {
     return QIcon(new PenIconEngine(style, width));
 }
@@ -72,6 +85,12 @@ void PenSample::SetPen(int style, int width) {
 QSize PenSample::sizeHint() const {
     const int em = fontMetrics().height();
     return {em * 5, em};
+}
+
+void PenSample::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+        emit clicked();
+    }
 }
 
 void PenSample::paintEvent(QPaintEvent*) {

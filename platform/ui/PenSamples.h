@@ -18,6 +18,9 @@ inline constexpr int kMaxPenWidth = 5;  ///< in pixels, from 1
 /// The pen of a style; solid for a number outside of 0 to 4.
 TADIALOGS_EXPORT Qt::PenStyle PenStyleOf(int style);
 
+/// The language key of a style's name; of the solid line's for a number outside of 0 to 4.
+TADIALOGS_EXPORT const char* PenStyleKey(int style);
+
 /// An icon of a line of the style and width, for the entries of a combo box and for buttons. Sharp
 /// at any scale and size, in the colour that texts have when it is drawn.
 TADIALOGS_EXPORT QIcon PenIcon(int style, int width);
@@ -35,7 +38,12 @@ public:
 
     QSize sizeHint() const override;
 
+signals:
+    /// A click with the left button; the dialog presses the radio button that it stands beside.
+    void clicked();
+
 protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
