@@ -104,11 +104,12 @@ QDate DateOf(const QRegularExpressionMatch& match, int firstYear) {
 
 // Takes the date from the front of the text; an invalid one when there is none.
 QDate TakeDate(QString* text) {
+    // Most files have this one, and the patterns take ten times as long.
     constexpr qsizetype kIsoSize = 10;
-    if (text->size() == kIsoSize) {
-        const QDate date = QDate::fromString(*text, Qt::ISODate);
+    if (text->size() >= kIsoSize) {
+        const QDate date = QDate::fromString(QStringView(*text).left(kIsoSize), Qt::ISODate);
         if (date.isValid()) {
-            text->clear();
+            text->remove(0, kIsoSize);
             return date;
         }
     }
@@ -132,6 +133,9 @@ QDate TakeDate(QString* text) {
 // ---- Times of day ----
 
 QTime TimeOf(const QString& text) {
+    if (text.size() == 5 && text[2] == ':' && text < "24") {
+        return QTime::fromString(text, Qt::ISODate);
+    }
     static const QRegularExpression kPattern(
         "^(?:(?<hour>\\d\\d?):(?<minute>\\d\\d?)(?::(?<second>\\d\\d?)(?:\\.\\d+)?)?"
         "|(?<compact>\\d{3,6}))[ \t]*(?:(?<half>[ap])m|z)?[ \t]*(?:[-+]\\d+(?::\\d+)?)?$",

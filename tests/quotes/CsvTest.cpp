@@ -328,7 +328,7 @@ TEST_F(ImportJob, ReadsInTheBackground) {
     QSignalSpy finished(&job, &CsvImportJob::finished);
     job.Start();
     job.Start();
-    ASSERT_TRUE(finished.wait());
+    ASSERT_TRUE(finished.wait(60000));
     EXPECT_EQ(finished.count(), 1);
     EXPECT_EQ(job.Result().bars.size(), 200000U);
     EXPECT_EQ(job.Result().badRowCount, 0U);
@@ -341,7 +341,7 @@ TEST_F(ImportJob, CancelLeavesNothing) {
     QSignalSpy finished(&job, &CsvImportJob::finished);
     QObject::connect(&job, &CsvImportJob::progressed, &job, [&job] { job.Cancel(); });
     job.Start();
-    ASSERT_TRUE(finished.wait());
+    ASSERT_TRUE(finished.wait(60000));
     EXPECT_TRUE(job.Result().cancelled);
     EXPECT_TRUE(job.Result().bars.empty());
 }

@@ -58,6 +58,25 @@ TEST_F(StoreFailureTest, WhereverADiskFailsTheOldStateStaysAndTheNewOneIsPending
     }
 }
 
+// What a power cut leaves depends on these syncs and their order: the journal is on the disk before
+// the store is touched, the store before the journal goes, and the journal's end before PackFile
+// returns.
+TEST_F(StoreFailureTest, APackFileIsOneTransactionSyncedInOrder) {
+    Make(1);
+    TestStore store(Path());
+    faults.TakeNotes();
+    for (const int generation : {2, 7}) {
+        SaveGeneration(store, generation);
+        EXPECT_EQ(faults.TakeNotes(), "");
+        store.PackFile();
+        EXPECT_EQ(faults.TakeNotes(), "jJjJwWD");
+        store.PackFile();
+        SaveGeneration(store, generation);
+        store.PackFile();
+        EXPECT_EQ(faults.TakeNotes(), "");
+    }
+}
+
 TEST_F(StoreFailureTest, EveryFailingPackFileReportsOnceAndNothingIsLostMeanwhile) {
     Make(1);
     TestStore store(Path());
