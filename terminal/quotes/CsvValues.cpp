@@ -32,7 +32,7 @@ std::optional<double> PlainNumber(std::string_view text) {
     return whole && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
-// The locale wants thousands in groups of three. More digits than a number has it takes for 0.
+// The locale sees to it that separators part groups of three; it would take exponents as well.
 std::optional<double> GroupedNumber(std::string_view text) {
     bool good = text.find_first_not_of("+-0123456789.,") == std::string_view::npos;
     const double value = good ? QLocale::c().toDouble(ToQString(text), &good) : 0;

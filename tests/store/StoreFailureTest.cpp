@@ -202,33 +202,13 @@ TEST_F(StoreFailureTest, LoadsKeepTheirStateWhileTheDiskCannotBeRead) {
     EXPECT_EQ(LoadGeneration(store), 2);
 }
 
-namespace {
-
-/// Another program that holds the store's lock.
-class Holder {
-public:
-    explicit Holder(const QString& path) {
-        EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_handle), SQLITE_OK);
-        EXPECT_EQ(Run("BEGIN EXCLUSIVE"), SQLITE_OK);
-    }
-    ~Holder() { sqlite3_close(m_handle); }
-    Holder(const Holder&) = delete;
-    Holder& operator=(const Holder&) = delete;
-
-    int Run(const char* sql) { return sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr); }
-
-private:
-    sqlite3* m_handle = nullptr;
-};
-
-}  // namespace
-
 TEST_F(StoreFailureTest, PackFileWaitsForAnotherProcessAndReportsWhenItTakesTooLong) {
     Make(1);
     FakeTime time;
     TestStore store(Path(), FaultVfs::Name(), time.Clock());
     SaveGeneration(store, 2);
-    Holder holder(Path());
+    SQLite::Database holder(Path().toStdString(), SQLite::OPEN_READWRITE);
+    holder.exec("BEGIN EXCLUSIVE");
     store.PackFile();
     EXPECT_EQ(store.TakeError().reason, PackError::InUse);
     EXPECT_GT(faults.Sleeps(), 10);
@@ -242,7 +222,7 @@ TEST_F(StoreFailureTest, PackFileWaitsForAnotherProcessAndReportsWhenItTakesTooL
 
     faults.SetSleep([&] {
         if (faults.Sleeps() > sleeps + 3) {
-            holder.Run("COMMIT");
+            holder.exec("COMMIT");
         }
     });
     store.PackFile();
