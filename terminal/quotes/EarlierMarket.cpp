@@ -81,8 +81,8 @@ std::vector<UserSymbol> ReadEarlierMarket(const QString& folder, QStringList* pr
             continue;
         }
         QFile file(QDir(folder).filePath(QString::fromStdString(symbol->id) + ".bars"));
-        file.open(QIODevice::ReadOnly);
-        if (auto bars = BarsOf(file.readAll())) {
+        const bool open = file.open(QIODevice::ReadOnly);
+        if (auto bars = BarsOf(open ? file.readAll() : QByteArray())) {
             found.push_back({*symbol, std::move(*bars)});
         } else {
             problems->append(Unreadable(file));

@@ -256,13 +256,14 @@ const Symbol* UserMarket::Add(const QString& fileName, const BarSeries& bars, do
 }
 
 bool UserMarket::Remove(const CString& id, QString* error) {
+    const CString wanted = id;  // may be the symbol's own, which goes
     bool removed = false;
-    const QString fault = Write([&](UserMarketFile& file) { removed = file.Remove(id); });
+    const QString fault = Write([&](UserMarketFile& file) { removed = file.Remove(wanted); });
     if (!fault.isEmpty()) {
         return Fail(error, fault);
     }
     return removed ||
-           Fail(error, Tr("IDS_TERMINAL-QUOTES_NO_SYMBOL").arg(QString::fromStdString(id)));
+           Fail(error, Tr("IDS_TERMINAL-QUOTES_NO_SYMBOL").arg(QString::fromStdString(wanted)));
 }
 
 std::shared_ptr<const BarSeries> UserMarket::Load(const Symbol& symbol, QString* error) const {

@@ -55,8 +55,9 @@ protected:
     }
     // The ids that a program finds which starts now, with blanks between them.
     std::string Stored() const {
+        const UserMarket market(m_folder);
         std::string ids;
-        for (const Symbol* symbol : UserMarket(m_folder).Symbols()) {
+        for (const Symbol* symbol : market.Symbols()) {
             ids += (ids.empty() ? "" : " ") + symbol->id;
         }
         return ids;
@@ -230,6 +231,11 @@ TEST_F(UserFiles, WhatCanStillBeReadSurvivesADamage) {
     EXPECT_EQ(Add(&market, "three.csv"), "THREE");
     EXPECT_EQ(Read(Files("market.db.damaged-*").value(0)), bytes);
     EXPECT_EQ(Stored(), "ONE THREE");
+    Write("market.db", bytes);
+    market.Reload();
+    EXPECT_FALSE(market.Remove(market.Find("TWO")->id, &error));  // gone with the damage
+    EXPECT_TRUE(error.contains("TWO")) << error.toStdString();
+    EXPECT_EQ(Stored(), "ONE");
     EXPECT_EQ(*market.Load(*market.Find("ONE"), &error), DailySeries(500));
 }
 
