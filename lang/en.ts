@@ -245,9 +245,11 @@
     <message id="IDS_TERMINAL-QUOTES_ROW_OPEN_CLOSE"><translation>the open or close is not between high and low</translation></message>
     <message id="IDS_TERMINAL-QUOTES_ROW_VOLUME"><translation>the volume is negative</translation></message>
     <message id="IDS_TERMINAL-QUOTES_ROW_DUPLICATE"><translation>another row has the same time</translation></message>
-    <message id="IDS_TERMINAL-QUOTES_BAR_FILE_DAMAGED"><translation>its content is damaged; it was kept, please open the original file again</translation></message>
-    <message id="IDS_TERMINAL-QUOTES_USER_INDEX_DAMAGED"><translation>the list of My files cannot be read here; it will be kept under another name</translation></message>
-    <message id="IDS_TERMINAL-QUOTES_USER_FOLDER_LOCKED"><translation>The folder %1 cannot be used: it cannot be made, or another program is using it; please try again.</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_BARS_DAMAGED"><translation>its content is damaged; it was kept, please open the original file again</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_MARKET_DAMAGED"><translation>it is damaged; it will be kept under another name when the next file is opened</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_MARKET_NEWER"><translation>it is of a newer version of this program</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_MARKET_IN_USE"><translation>another program is using it; please try again</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_NO_FOLDER"><translation>The folder %1 cannot be made.</translation></message>
     <!-- chart -->
     <message id="IDS_TERMINAL-CHART_NO_SYMBOL"><translation>No symbol chosen</translation></message>
     <message id="IDS_TERMINAL-CHART_NO_DATA"><translation>No data</translation></message>

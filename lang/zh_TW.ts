@@ -245,9 +245,11 @@
     <message id="IDS_TERMINAL-QUOTES_ROW_OPEN_CLOSE"><translation>開盤價或收盤價不在最高價與最低價之間</translation></message>
     <message id="IDS_TERMINAL-QUOTES_ROW_VOLUME"><translation>成交量為負數</translation></message>
     <message id="IDS_TERMINAL-QUOTES_ROW_DUPLICATE"><translation>時間與其他列重複</translation></message>
-    <message id="IDS_TERMINAL-QUOTES_BAR_FILE_DAMAGED"><translation>檔案內容已損壞；檔案已保留，請重新開啟原始檔案</translation></message>
-    <message id="IDS_TERMINAL-QUOTES_USER_INDEX_DAMAGED"><translation>「我的檔案」的清單在此處無法辨識；原清單會另存保留</translation></message>
-    <message id="IDS_TERMINAL-QUOTES_USER_FOLDER_LOCKED"><translation>無法使用資料夾 %1：無法建立，或另一個程式正在使用，請稍後再試</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_BARS_DAMAGED"><translation>檔案內容已損壞；檔案已保留，請重新開啟原始檔案</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_MARKET_DAMAGED"><translation>檔案已損壞；下次開啟價格檔時會另存保留</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_MARKET_NEWER"><translation>檔案屬於本程式較新的版本</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_MARKET_IN_USE"><translation>另一個程式正在使用，請稍後再試</translation></message>
+    <message id="IDS_TERMINAL-QUOTES_USER_NO_FOLDER"><translation>無法建立資料夾 %1</translation></message>
     <!-- chart -->
     <message id="IDS_TERMINAL-CHART_NO_SYMBOL"><translation>尚未選擇商品</translation></message>
     <message id="IDS_TERMINAL-CHART_NO_DATA"><translation>沒有資料</translation></message>

@@ -63,18 +63,4 @@ std::string_view CsvReader::QuotedField(std::string_view line, std::size_t* posi
     return text;
 }
 
-std::string CsvField(std::string_view text) {
-    if (text.find_first_of(",;\t\"\r\n") == std::string_view::npos) {
-        return std::string(text);
-    }
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted += c == '\r' || c == '\n' ? ' ' : c;
-        if (c == '"') {
-            quoted += c;
-        }
-    }
-    return quoted + '"';
-}
-
 }  // namespace ta::terminal

@@ -43,7 +43,4 @@ private:
     std::deque<std::string> m_unquoted;
 };
 
-/// A field as it is written into a file: in quotes where it needs them.
-std::string CsvField(std::string_view text);
-
 }  // namespace ta::terminal

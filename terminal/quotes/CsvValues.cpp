@@ -1,9 +1,14 @@
 #include "terminal/quotes/CsvValues.h"
 
 #include "platform/DayNumber.h"
+#include "platform/Text.h"
+
+#include <QDate>
+#include <QLocale>
+#include <QRegularExpression>
+#include <QTime>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <optional>
@@ -12,369 +17,202 @@ namespace ta::terminal {
 namespace {
 
 constexpr int kFirstRocYear = 1911;
-constexpr std::size_t kLongestNumber = 40;
+constexpr int kFirstYear = 1970;  // of a hundred that two digits name
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
+QString ToQString(std::string_view text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+// ---- Numbers ----
+
+std::optional<double> PlainNumber(std::string_view text) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool whole = error == std::errc() && end == text.data() + text.size();
+    return whole && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
-bool IsLetter(char c) {
-    return Lower(c) >= 'a' && Lower(c) <= 'z';
-}
-
-bool EqualText(std::string_view text, std::string_view lower) {
-    return std::ranges::equal(text, lower, {}, Lower);
-}
-
-std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
-// Copies `text` without its thousands separators; nothing when they do not part groups of three.
-std::optional<std::string_view> WithoutSeparators(std::string_view text,
-                                                  std::array<char, kLongestNumber>* buffer) {
-    if (text.size() > buffer->size()) {
-        return std::nullopt;
-    }
-    const std::size_t wholeEnd = std::min(text.find('.'), text.size());
-    std::size_t length = 0;
-    std::size_t group = 0;
-    bool first = true;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != ',') {
-            (*buffer)[length++] = text[i];
-            group += IsDigit(text[i]) && i < wholeEnd ? 1 : 0;
-            continue;
-        }
-        if (i > wholeEnd || group == 0 || group > 3 || (!first && group != 3)) {
-            return std::nullopt;
-        }
-        first = false;
-        group = 0;
-    }
-    if (group != 3) {
-        return std::nullopt;
-    }
-    return std::string_view(buffer->data(), length);
+// The locale sees to it that separators part groups of three; it would take exponents as well.
+std::optional<double> GroupedNumber(std::string_view text) {
+    bool good = text.find_first_not_of("+-0123456789.,") == std::string_view::npos;
+    const double value = good ? QLocale::c().toDouble(ToQString(text), &good) : 0;
+    return good ? std::optional(value) : std::nullopt;
 }
 
 CsvFault ParseNumber(std::string_view text, double* value) {
     if (text.empty()) {
         return CsvFault::MissingField;
     }
-    std::array<char, kLongestNumber> buffer;
-    if (text.starts_with('+')) {
-        text.remove_prefix(1);
+    for (const char mark : {'+', '$'}) {
+        text.remove_prefix(text.starts_with(mark) ? 1 : 0);
     }
-    if (text.starts_with('$')) {
-        text.remove_prefix(1);
-    }
-    if (text.find(',') != std::string_view::npos) {
-        const auto plain = WithoutSeparators(text, &buffer);
-        if (!plain) {
-            return CsvFault::NumberNotReadable;
-        }
-        text = *plain;
-    }
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), *value);
-    const bool whole = error == std::errc() && end == text.data() + text.size();
-    return whole && std::isfinite(*value) ? CsvFault::None : CsvFault::NumberNotReadable;
+    const bool grouped = text.find(',') != std::string_view::npos;
+    const auto number = grouped ? GroupedNumber(text) : PlainNumber(text);
+    *value = number.value_or(*value);
+    return number ? CsvFault::None : CsvFault::NumberNotReadable;
 }
 
 int DecimalsIn(std::string_view text) {
     const std::size_t point = text.find('.');
-    if (point == std::string_view::npos) {
-        return 0;
-    }
-    const std::size_t last = text.find_last_not_of('0');
-    return static_cast<int>(last - point);
+    return point == std::string_view::npos ? 0
+                                           : static_cast<int>(text.find_last_not_of('0') - point);
 }
 
-// Takes numbers, month names and separators from the front of a text.
-class Cursor {
-public:
-    explicit Cursor(std::string_view text) : m_rest(text) {}
+// ---- Dates ----
 
-    struct Number {
-        int value = 0;
-        int digits = 0;
-    };
-
-    bool AtEnd() const { return m_rest.empty(); }
-    bool AtLetter() const { return !m_rest.empty() && IsLetter(m_rest.front()); }
-
-    bool Take(Number* number) {
-        const auto stop = std::ranges::find_if_not(m_rest, IsDigit);
-        const auto digits = static_cast<std::size_t>(stop - m_rest.begin());
-        if (digits == 0 || digits > 8) {
-            return false;
-        }
-        std::from_chars(m_rest.data(), m_rest.data() + digits, number->value);
-        number->digits = static_cast<int>(digits);
-        m_rest.remove_prefix(digits);
-        return true;
-    }
-
-    std::string_view TakeLetters() {
-        const auto stop = std::ranges::find_if_not(m_rest, IsLetter);
-        const auto letters = static_cast<std::size_t>(stop - m_rest.begin());
-        const std::string_view taken = m_rest.substr(0, letters);
-        m_rest.remove_prefix(letters);
-        return taken;
-    }
-
-    bool TakeOneOf(std::string_view separators) {
-        if (m_rest.empty() || separators.find(m_rest.front()) == std::string_view::npos) {
-            return false;
-        }
-        m_rest.remove_prefix(1);
-        return true;
-    }
-
-    void SkipBlanks() {
-        while (TakeOneOf(" \t")) {
-        }
-    }
-
-    // One separator of a date with blanks around it: "Apr 17, 2020", "17-Apr-2020".
-    bool TakeDateSeparator() {
-        const bool mark = TakeOneOf("-/., ");
-        SkipBlanks();
-        return mark;
-    }
-
-private:
-    std::string_view m_rest;
+struct DateShape {
+    const char* pattern;
+    int firstYear = 0;  ///< the year before year 1
 };
 
-bool TakeMonth(Cursor* cursor, int* month) {
-    static constexpr std::array<std::string_view, 12> kMonths{
-        "january", "february", "march",     "april",   "may",      "june",
-        "july",    "august",   "september", "october", "november", "december"};
-    const std::string_view name = cursor->TakeLetters();
-    for (std::size_t i = 0; name.size() >= 3 && i < kMonths.size(); ++i) {
-        if (EqualText(name, kMonths[i].substr(0, name.size()))) {
-            *month = static_cast<int>(i) + 1;
-            cursor->TakeOneOf(".");
-            return true;
+// The words stand for the patterns below them; after the date may come a time of day.
+constexpr DateShape kDateShapes[] = {
+    {"^(?<year>\\d{4})(?<month>\\d\\d)(?<day>\\d\\d)END"},
+    {"^(?<year>\\d{4})MARK(?<month>\\d\\d?)MARK(?<day>\\d\\d?)END"},
+    {"^(?<month>\\d\\d?)/(?<day>\\d\\d?)MARK(?<year>\\d{4})END"},
+    {"^(?<year>\\d{1,3})MARK(?<month>\\d\\d?)MARK(?<day>\\d\\d?)END", kFirstRocYear},
+    {"^(?<day>\\d\\d?)MARKNAMEMARK(?<year>\\d{4}|\\d\\d)END"},
+    {"^NAMEMARK(?<day>\\d\\d?)MARK(?<year>\\d{4}|\\d\\d)END"},
+};
+
+QRegularExpression PatternOf(const DateShape& shape) {
+    return QRegularExpression(QString(shape.pattern)
+                                  .replace("MARK", "[-/., ][ \t]*")
+                                  .replace("NAME", "(?<name>[A-Za-z]{3,9})\\.?")
+                                  .replace("END", "(?!\\d)"));
+}
+
+// From the name or its beginning; 0 for no month.
+int MonthOfName(const QString& name) {
+    for (int month = 1; month <= 12; ++month) {
+        if (QLocale::c().monthName(month).startsWith(name, Qt::CaseInsensitive)) {
+            return month;
         }
     }
-    return false;
+    return 0;
 }
 
-// A year of two digits lies in 1970 to 2069.
-int FullYear(Cursor::Number year) {
-    if (year.digits != 2) {
-        return year.value;
+QDate DateOf(const QRegularExpressionMatch& match, int firstYear) {
+    const QString name = match.captured("name");
+    const int month = name.isEmpty() ? match.captured("month").toInt() : MonthOfName(name);
+    int year = match.captured("year").toInt() + firstYear;
+    if (!name.isEmpty() && match.capturedLength("year") == 2) {
+        year += year < kFirstYear % 100 ? 2000 : 1900;
     }
-    return year.value + (year.value < 70 ? 2000 : 1900);
+    return {year, month, match.captured("day").toInt()};
 }
 
-bool FromNumbers(Cursor::Number first, Cursor::Number second, Cursor::Number third, char mark,
-                 CalendarDate* date) {
-    if (second.digits > 2) {
-        return false;
-    }
-    if (first.digits == 4 && third.digits <= 2) {
-        *date = {first.value, second.value, third.value};
-    } else if (third.digits == 4 && first.digits <= 2 && mark == '/') {
-        *date = {third.value, first.value, second.value};
-    } else if (first.digits <= 3 && third.digits <= 2) {
-        *date = {first.value + kFirstRocYear, second.value, third.value};
-    } else {
-        return false;
-    }
-    return true;
-}
-
-bool TakeMonthFirst(Cursor* cursor, CalendarDate* date) {
-    Cursor::Number day;
-    Cursor::Number year;
-    if (!TakeMonth(cursor, &date->month) || !cursor->TakeDateSeparator() || !cursor->Take(&day) ||
-        !cursor->TakeDateSeparator() || !cursor->Take(&year)) {
-        return false;
-    }
-    date->day = day.value;
-    date->year = FullYear(year);
-    return true;
-}
-
-bool TakeNumberFirst(Cursor* cursor, CalendarDate* date) {
-    Cursor::Number first;
-    if (!cursor->Take(&first)) {
-        return false;
-    }
-    if (first.digits == 8) {
-        *date = {first.value / 10000, first.value / 100 % 100, first.value % 100};
-        return true;
-    }
-    const bool slash = cursor->TakeOneOf("/");
-    if (!slash && !cursor->TakeDateSeparator()) {
-        return false;
-    }
-    Cursor::Number second;
-    Cursor::Number third;
-    if (cursor->AtLetter()) {
-        date->day = first.value;
-        if (!TakeMonth(cursor, &date->month) || !cursor->TakeDateSeparator() ||
-            !cursor->Take(&third)) {
-            return false;
-        }
-        date->year = FullYear(third);
-        return true;
-    }
-    return cursor->Take(&second) && cursor->TakeDateSeparator() && cursor->Take(&third) &&
-           FromNumbers(first, second, third, slash ? '/' : '-', date);
-}
-
-bool DayIsInMonth(const CalendarDate& date) {
-    static constexpr std::array<int, 12> kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (date.month < 1 || date.month > 12 || date.day < 1) {
-        return false;
-    }
-    const bool leap = (date.year % 4 == 0 && date.year % 100 != 0) || date.year % 400 == 0;
-    const int days = kDays[static_cast<std::size_t>(date.month - 1)];
-    return date.day <= days + (leap && date.month == 2 ? 1 : 0);
-}
-
-// "09:30:15.250" or "0930" or "093015" to seconds of the day.
-bool TakeClock(Cursor* cursor, int* seconds) {
-    Cursor::Number hour;
-    Cursor::Number minute;
-    Cursor::Number second;
-    if (!cursor->Take(&hour)) {
-        return false;
-    }
-    if (hour.digits > 2) {
-        const int compact = hour.digits > 4 ? hour.value : hour.value * 100;
-        if (hour.digits > 6) {
-            return false;
-        }
-        hour.value = compact / 10000;
-        minute.value = compact / 100 % 100;
-        second.value = compact % 100;
-    } else if (!cursor->TakeOneOf(":") || !cursor->Take(&minute)) {
-        return false;
-    } else if (cursor->TakeOneOf(":")) {
-        Cursor::Number fraction;
-        if (!cursor->Take(&second) || (cursor->TakeOneOf(".") && !cursor->Take(&fraction))) {
-            return false;
+// Takes the date from the front of the text; an invalid one when there is none.
+QDate TakeDate(QString* text) {
+    // Most files have this one, and the patterns take ten times as long.
+    constexpr qsizetype kIsoSize = 10;
+    if (text->size() >= kIsoSize) {
+        const QDate date = QDate::fromString(QStringView(*text).left(kIsoSize), Qt::ISODate);
+        if (date.isValid()) {
+            text->remove(0, kIsoSize);
+            return date;
         }
     }
-    *seconds = (hour.value * 60 + minute.value) * 60 + second.value;
-    return hour.value <= 23 && minute.value <= 59 && second.value <= 59;
+    static const auto kPatterns = [] {
+        std::vector<QRegularExpression> patterns;
+        for (const DateShape& shape : kDateShapes) {
+            patterns.push_back(PatternOf(shape));
+        }
+        return patterns;
+    }();
+    for (std::size_t i = 0; i < kPatterns.size(); ++i) {
+        const QRegularExpressionMatch match = kPatterns[i].match(*text);
+        if (match.hasMatch()) {
+            text->remove(0, match.capturedLength());
+            return DateOf(match, kDateShapes[i].firstYear);
+        }
+    }
+    return {};
 }
 
-bool TakeHalfOfDay(Cursor* cursor, int* seconds) {
-    constexpr int kHalfDay = 12 * 60 * 60;
-    const std::string_view half = cursor->TakeLetters();
-    if (EqualText(half, "z") || half.empty()) {
-        return true;
-    }
-    const int hour = *seconds / 3600;
-    if ((!EqualText(half, "am") && !EqualText(half, "pm")) || hour < 1 || hour > 12) {
-        return false;
-    }
-    *seconds = *seconds % kHalfDay + (EqualText(half, "pm") ? kHalfDay : 0);
-    return true;
-}
+// ---- Times of day ----
 
-bool TakeTimeOfDay(Cursor* cursor, int* seconds) {
-    if (!TakeClock(cursor, seconds)) {
-        return false;
+QTime TimeOf(const QString& text) {
+    if (text.size() == 5 && text[2] == ':' && text < "24") {
+        return QTime::fromString(text, Qt::ISODate);
     }
-    cursor->SkipBlanks();
-    if (!TakeHalfOfDay(cursor, seconds)) {
-        return false;
+    static const QRegularExpression kPattern(
+        "^(?:(?<hour>\\d\\d?):(?<minute>\\d\\d?)(?::(?<second>\\d\\d?)(?:\\.\\d+)?)?"
+        "|(?<compact>\\d{3,6}))[ \t]*(?:(?<half>[ap])m|z)?[ \t]*(?:[-+]\\d+(?::\\d+)?)?$",
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = kPattern.match(text);
+    int hour = match.captured("hour").toInt();
+    int minute = match.captured("minute").toInt();
+    int second = match.captured("second").toInt();
+    if (const QString compact = match.captured("compact"); !compact.isEmpty()) {
+        const int digits = compact.toInt() * (compact.size() > 4 ? 1 : 100);
+        hour = digits / 10000;
+        minute = digits / 100 % 100;
+        second = digits % 100;
     }
-    Cursor::Number offset;
-    if (cursor->TakeOneOf("+-") &&
-        (!cursor->Take(&offset) || (cursor->TakeOneOf(":") && !cursor->Take(&offset)))) {
-        return false;
+    const QString half = match.captured("half").toLower();
+    if (!match.hasMatch() || (!half.isEmpty() && (hour < 1 || hour > 12))) {
+        return {};
     }
-    return cursor->AtEnd();
+    if (!half.isEmpty()) {
+        hour = hour % 12 + (half == "p" ? 12 : 0);
+    }
+    return {hour, minute, second};
 }
 
 }  // namespace
 
 CsvFault ParsePrice(std::string_view text, double* value, int* decimals) {
-    text = Trimmed(text);
-    const CsvFault fault = ParseNumber(text, value);
+    const CString plain = text::Trim(text);
+    const CsvFault fault = ParseNumber(plain, value);
     if (fault == CsvFault::None && decimals != nullptr) {
-        *decimals = std::max(*decimals, DecimalsIn(text));
+        *decimals = std::max(*decimals, DecimalsIn(plain));
     }
     return fault;
 }
 
 CsvFault ParseVolume(std::string_view text, double* value) {
-    text = Trimmed(text);
+    static constexpr std::string_view kNothing[] = {"", "-", "--", "NULL", "N/A"};
+    static constexpr std::pair<char, double> kUnits[] = {{'K', 1e3}, {'M', 1e6}, {'B', 1e9}};
+    CString plain = text::ToUpper(text::Trim(text));
     *value = 0;
-    if (text.empty() || text == "-" || text == "--" || EqualText(text, "null") ||
-        EqualText(text, "n/a")) {
+    if (std::ranges::find(kNothing, plain) != std::end(kNothing)) {
         return CsvFault::None;
     }
-    double unit = 1;
-    switch (Lower(text.back())) {
-        case 'k':
-            unit = 1e3;
-            break;
-        case 'm':
-            unit = 1e6;
-            break;
-        case 'b':
-            unit = 1e9;
-            break;
-        default:
-            break;
+    const auto unit = std::ranges::find(kUnits, plain.back(), &std::pair<char, double>::first);
+    if (unit != std::end(kUnits)) {
+        plain.pop_back();
     }
-    if (unit != 1) {
-        text.remove_suffix(1);
-    }
-    if (ParseNumber(text, value) != CsvFault::None) {
+    if (ParseNumber(plain, value) != CsvFault::None) {
         return CsvFault::NumberNotReadable;
     }
-    *value *= unit;
+    *value *= unit == std::end(kUnits) ? 1 : unit->second;
     return *value < 0 ? CsvFault::NegativeVolume : CsvFault::None;
 }
 
 CsvFault ParseTime(std::string_view date, std::string_view timeOfDay, double* time) {
-    date = Trimmed(date);
-    timeOfDay = Trimmed(timeOfDay);
-    if (date.empty()) {
+    QString rest = ToQString(date).trimmed();
+    const QString clock = ToQString(timeOfDay).trimmed();
+    if (rest.isEmpty()) {
         return CsvFault::MissingField;
     }
-    Cursor cursor(date);
-    CalendarDate day;
-    if (!(cursor.AtLetter() ? TakeMonthFirst(&cursor, &day) : TakeNumberFirst(&cursor, &day)) ||
-        !DayIsInMonth(day)) {
+    const QDate day = TakeDate(&rest);
+    QTime moment(0, 0);
+    if (!rest.isEmpty()) {
+        const bool parted = QStringView(u"Tt ,").contains(rest.front());
+        moment = parted ? TimeOf(rest.mid(1).trimmed()) : QTime();
+    }
+    if (moment.isValid() && !clock.isEmpty()) {
+        moment = TimeOf(clock);
+    }
+    if (!day.isValid() || !moment.isValid()) {
         return CsvFault::DateNotReadable;
     }
-    int seconds = 0;
-    if (cursor.TakeOneOf("Tt ,")) {
-        cursor.SkipBlanks();
-        if (!TakeTimeOfDay(&cursor, &seconds)) {
-            return CsvFault::DateNotReadable;
-        }
-    }
-    Cursor clock(timeOfDay);
-    if (!cursor.AtEnd() || (!clock.AtEnd() && !TakeTimeOfDay(&clock, &seconds))) {
-        return CsvFault::DateNotReadable;
-    }
-    const auto number = DayNumberFromDate(day);
+    const auto number = DayNumberFromDate({day.year(), day.month(), day.day()});
     if (!number) {
         return CsvFault::YearOutOfRange;
     }
-    *time = static_cast<double>(*number) + seconds / 86400.0;
+    *time = static_cast<double>(*number) + moment.msecsSinceStartOfDay() / 86400000.0;
     return CsvFault::None;
 }
 

@@ -3,26 +3,23 @@
 #include "platform/Text.h"
 #include "platform/ui/TextBridge.h"
 #include "terminal/lang/Language.h"
-#include "terminal/quotes/BarFile.h"
 #include "terminal/quotes/BarPeriods.h"
-#include "terminal/quotes/CsvReader.h"
-#include "terminal/quotes/CsvValues.h"
+#include "terminal/quotes/EarlierMarket.h"
+#include "terminal/quotes/UserMarketFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
+
+#include <sqlite3.h>
 
 namespace ta::terminal {
 namespace {
 
-constexpr std::string_view kIndexHeading = "id,name,prices,step";
 constexpr int kLockWaitMs = 5000;
 constexpr std::size_t kLongestId = 20;
 
@@ -33,18 +30,29 @@ bool Fail(QString* error, const QString& reason) {
     return false;
 }
 
-const char* KindOf(const Symbol& symbol) {
-    if (symbol.hasMinutes) {
-        return "minute";
+QString ReasonFor(const SQLite::Exception& error) {
+    switch (error.getErrorCode() & 0xff) {
+        case SQLITE_SCHEMA:
+            return Tr("IDS_TERMINAL-QUOTES_USER_MARKET_NEWER");
+        case SQLITE_BUSY:
+            return Tr("IDS_TERMINAL-QUOTES_USER_MARKET_IN_USE");
+        default:
+            return IsDamage(error.getErrorCode()) ? Tr("IDS_TERMINAL-QUOTES_USER_BARS_DAMAGED")
+                                                  : QString::fromUtf8(error.what());
     }
-    return symbol.hasMonthly ? "monthly" : "daily";
 }
 
-bool SetKind(std::string_view kind, Symbol* symbol) {
-    symbol->hasMinutes = kind == "minute";
-    symbol->hasMonthly = kind == "monthly";
-    symbol->hasDaily = kind == "daily";
-    return symbol->hasMinutes || symbol->hasMonthly || symbol->hasDaily;
+/// Runs `operation`; SQLite's code of what it threw, and the reason in the language in use.
+template <typename Operation>
+int Try(const Operation& operation, QString* reason) {
+    try {
+        operation();
+    } catch (const SQLite::Exception& error) {
+        *reason = ReasonFor(error);
+        return error.getErrorCode();
+    }
+    reason->clear();
+    return SQLITE_OK;
 }
 
 const char* KindOf(const BarSeries& bars) {
@@ -53,17 +61,6 @@ const char* KindOf(const BarSeries& bars) {
         return "minute";
     }
     return bars.size() > 1 && MonthlyBars(bars).size() == bars.size() ? "monthly" : "daily";
-}
-
-std::string StepText(double step) {
-    std::array<char, 32> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), step).ptr;
-    return {buffer.data(), end};
-}
-
-std::string IndexLine(const Symbol& symbol) {
-    return symbol.id + ',' + CsvField(text::ToUtf8(symbol.chineseName)) + ',' + KindOf(symbol) +
-           ',' + StepText(symbol.priceStep) + '\n';
 }
 
 // The letters, digits, "-" and "_" of a file's name, upper-case; "FILE" when it has none.
@@ -81,6 +78,15 @@ CString IdFromFileName(const QString& fileName) {
     return id.empty() ? "FILE" : id.substr(0, kLongestId);
 }
 
+CString UniqueId(const QString& fileName, const std::vector<Symbol>& symbols) {
+    const CString base = IdFromFileName(fileName);
+    CString id = base;
+    for (int i = 2; std::ranges::find(symbols, id, &Symbol::id) != symbols.end(); ++i) {
+        id = base + '-' + std::to_string(i);
+    }
+    return id;
+}
+
 }  // namespace
 
 QString DefaultUserFolder() {
@@ -89,19 +95,18 @@ QString DefaultUserFolder() {
 }
 
 UserMarket::UserMarket(const QString& folder) : m_folder(folder) {
+    TakeOverEarlier();
+    const QStringList told = m_problems;
     Reload();
+    m_problems = told + m_problems;
 }
 
 Market UserMarket::Description() {
     return {kId, text::FromUtf8("我的檔案"), "My files"};
 }
 
-QString UserMarket::IndexPath() const {
-    return QDir(m_folder).filePath("index.csv");
-}
-
-QString UserMarket::BarsPath(const CString& id) const {
-    return QDir(m_folder).filePath(QString::fromStdString(id) + ".bars");
+QString UserMarket::Path() const {
+    return QDir(m_folder).filePath("market.db");
 }
 
 std::vector<const Symbol*> UserMarket::Symbols() const {
@@ -117,135 +122,116 @@ const Symbol* UserMarket::Find(const CString& id) const {
     return found == m_symbols.end() ? nullptr : found->get();
 }
 
-void UserMarket::AddProblem(std::size_t line, const QString& fault) {
-    m_problems.append(Tr("IDS_TERMINAL-QUOTES_AT_LINE").arg(IndexPath()).arg(line).arg(fault));
-}
-
-// false for a line that is none of an index.
-bool UserMarket::TakeIndexLine(const std::vector<std::string_view>& fields) {
-    Symbol symbol;
-    symbol.market = kId;
-    if (fields.size() != 4 || !IsSymbolId(fields[0]) || !SetKind(fields[2], &symbol) ||
-        ParsePrice(fields[3], &symbol.priceStep) != CsvFault::None || symbol.priceStep <= 0) {
-        return false;
+void UserMarket::TakeOverEarlier() {
+    const QString index = EarlierIndex(m_folder);
+    if (!QFile::exists(index)) {
+        return;
     }
-    symbol.id = CString(fields[0]);
-    symbol.chineseName = symbol.englishName = text::FromUtf8(fields[1]);
-    const QString bars = BarsPath(symbol.id);
-    QString error;
-    if (CheckBarFile(bars, &error)) {
-        m_symbols.push_back(std::make_unique<Symbol>(symbol));
+    const std::vector<UserSymbol> earlier = ReadEarlierMarket(m_folder, &m_problems);
+    const QString fault = Write([&](UserMarketFile& file) {
+        const std::vector<Symbol> known = file.Symbols();
+        for (const UserSymbol& own : earlier) {
+            if (std::ranges::find(known, own.symbol.id, &Symbol::id) == known.end()) {
+                file.Add(own.symbol, own.bars);
+            }
+        }
+    });
+    if (fault.isEmpty()) {
+        MoveAside(index, "imported");
     } else {
-        m_problems.append(error);
-        if (QFile::exists(bars)) {
-            m_unreadable.push_back(symbol);
-        }
-    }
-    return true;
-}
-
-void UserMarket::ReadIndex() {
-    QFile file(IndexPath());
-    if (!file.exists()) {
-        return;
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        m_indexDamaged = true;
-        m_problems.append(
-            Tr("IDS_TERMINAL-QUOTES_FILE_UNREADABLE").arg(file.fileName(), file.errorString()));
-        return;
-    }
-    const QByteArray bytes = file.readAll();
-    CsvReader reader(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-    CsvReader heading(kIndexHeading);
-    heading.Next();
-    if (!reader.Next() || reader.Fields() != heading.Fields()) {
-        m_indexDamaged = true;
-        AddProblem(1, Tr("IDS_TERMINAL-QUOTES_USER_INDEX_DAMAGED"));
-        return;
-    }
-    while (reader.Next()) {
-        if (reader.QuoteOpen() || !TakeIndexLine(reader.Fields())) {
-            m_indexDamaged = true;
-            AddProblem(reader.Line(), Tr("IDS_TERMINAL-QUOTES_USER_INDEX_DAMAGED"));
-        }
+        m_problems.append(fault);
     }
 }
 
 void UserMarket::Reload() {
     m_problems.clear();
-    m_unreadable.clear();
-    m_indexDamaged = false;
+    std::vector<Symbol> symbols;
+    QString reason;
+    const auto read = [&] {
+        if (QFile::exists(Path())) {
+            symbols = UserMarketFile(Path()).Symbols();
+        }
+    };
+    const int code = Try(read, &reason);
+    if (code == SQLITE_OK) {
+        Take(symbols);
+        return;
+    }
+    if (IsDamage(code)) {
+        reason = Tr("IDS_TERMINAL-QUOTES_USER_MARKET_DAMAGED");
+    }
+    m_problems.append(Tr("IDS_TERMINAL-QUOTES_FILE_UNREADABLE").arg(Path(), reason));
+}
+
+// A symbol that is still there stays the same object.
+void UserMarket::Take(const std::vector<Symbol>& symbols) {
     std::vector<std::unique_ptr<Symbol>> before;
     before.swap(m_symbols);
-    ReadIndex();
-    // A symbol that is still there stays the same object.
-    for (auto& symbol : m_symbols) {
-        const auto isSame = [&symbol](const auto& old) { return old && old->id == symbol->id; };
+    for (const Symbol& symbol : symbols) {
+        const auto isSame = [&symbol](const auto& old) { return old && old->id == symbol.id; };
         const auto old = std::ranges::find_if(before, isSame);
-        if (old != before.end()) {
-            **old = *symbol;
-            symbol = std::move(*old);
+        if (old == before.end()) {
+            m_symbols.push_back(std::make_unique<Symbol>(symbol));
+        } else {
+            **old = symbol;
+            m_symbols.push_back(std::move(*old));
         }
     }
 }
 
-// An index that could not be read in full must not be overwritten.
-bool UserMarket::PutDamagedIndexAside(QString* error) {
-    for (int i = 1; m_indexDamaged; ++i) {
-        const QString aside = QDir(m_folder).filePath(QString("index.damaged-%1.csv").arg(i));
-        if (QFile::exists(aside)) {
-            continue;
-        }
-        QFile file(IndexPath());
-        if (!file.rename(aside)) {
-            return Fail(
-                error,
-                Tr("IDS_TERMINAL-QUOTES_FILE_UNWRITABLE").arg(file.fileName(), file.errorString()));
-        }
-        m_indexDamaged = false;
+int UserMarket::TryToWrite(const Change& change, QString* reason) {
+    std::vector<Symbol> symbols;
+    const auto write = [&] {
+        UserMarketFile file(Path());
+        file.Change([&] {
+            change(file);
+            symbols = file.Symbols();
+        });
+    };
+    const int code = Try(write, reason);
+    if (code == SQLITE_OK) {
+        Take(symbols);
     }
-    return true;
+    return code;
 }
 
-bool UserMarket::WriteIndex(QString* error) {
-    if (!PutDamagedIndexAside(error)) {
-        return false;
+QString UserMarket::Write(const Change& change) {
+    if (!QDir().mkpath(m_folder)) {
+        return Tr("IDS_TERMINAL-QUOTES_USER_NO_FOLDER").arg(m_folder);
     }
-    std::string text = std::string(kIndexHeading) + '\n';
+    QString reason;
+    int code = TryToWrite(change, &reason);
+    if (IsDamage(code)) {
+        // Of several programs that find the file damaged, one replaces it.
+        QLockFile lock(Path() + ".lock");
+        lock.tryLock(kLockWaitMs);
+        code = TryToWrite(change, &reason);
+        if (IsDamage(code)) {
+            ReplaceDamaged();
+            TryToWrite(change, &reason);
+        }
+    }
+    return reason.isEmpty() ? QString()
+                            : Tr("IDS_TERMINAL-QUOTES_FILE_UNWRITABLE").arg(Path(), reason);
+}
+
+void UserMarket::ReplaceDamaged() {
+    std::vector<UserSymbol> readable;
     for (const auto& symbol : m_symbols) {
-        text += IndexLine(*symbol);
+        if (const auto bars = Load(*symbol, nullptr)) {
+            readable.push_back({*symbol, *bars});
+        }
     }
-    for (const Symbol& symbol : m_unreadable) {
-        text += IndexLine(symbol);
+    if (MoveAside(Path(), "damaged").isEmpty()) {
+        return;
     }
-    QSaveFile file(IndexPath());
-    const auto length = static_cast<qint64>(text.size());
-    // The commit alone does not tell that the last buffer did not fit the disk.
-    if (file.open(QIODevice::WriteOnly) && file.write(text.data(), length) == length &&
-        file.flush() && file.commit()) {
-        return true;
-    }
-    return Fail(error,
-                Tr("IDS_TERMINAL-QUOTES_FILE_UNWRITABLE").arg(file.fileName(), file.errorString()));
-}
-
-// The files count as well: one that the index does not name is not written over.
-CString UserMarket::UniqueId(const QString& fileName) const {
-    const CString base = IdFromFileName(fileName);
-    CString id = base;
-    for (int i = 2; Find(id) != nullptr || QFile::exists(BarsPath(id)); ++i) {
-        id = base + '-' + std::to_string(i);
-    }
-    return id;
-}
-
-bool UserMarket::Lock(QLockFile* lock, QString* error) {
-    if (!QDir().mkpath(m_folder) || !lock->tryLock(kLockWaitMs)) {
-        return Fail(error, Tr("IDS_TERMINAL-QUOTES_USER_FOLDER_LOCKED").arg(m_folder));
-    }
-    Reload();
-    return true;
+    QString reason;
+    const auto addAll = [&](UserMarketFile& file) {
+        for (const UserSymbol& own : readable) {
+            file.Add(own.symbol, own.bars);
+        }
+    };
+    TryToWrite(addAll, &reason);
 }
 
 const Symbol* UserMarket::Add(const QString& fileName, const BarSeries& bars, double priceStep,
@@ -254,52 +240,44 @@ const Symbol* UserMarket::Add(const QString& fileName, const BarSeries& bars, do
         Fail(error, Tr("IDS_TERMINAL-QUOTES_CSV_NO_ROWS"));
         return nullptr;
     }
-    QLockFile lock(QDir(m_folder).filePath("index.lock"));
-    if (!Lock(&lock, error)) {
+    Symbol symbol;
+    symbol.chineseName = ui::FromQString(QFileInfo(fileName).completeBaseName());
+    symbol.priceStep = priceStep;
+    SetKind(KindOf(bars), &symbol);
+    const QString fault = Write([&](UserMarketFile& file) {
+        symbol.id = UniqueId(fileName, file.Symbols());
+        file.Add(symbol, bars);
+    });
+    if (!fault.isEmpty()) {
+        Fail(error, fault);
         return nullptr;
     }
-    auto symbol = std::make_unique<Symbol>();
-    symbol->market = kId;
-    symbol->id = UniqueId(fileName);
-    symbol->chineseName = symbol->englishName =
-        ui::FromQString(QFileInfo(fileName).completeBaseName());
-    symbol->priceStep = priceStep;
-    SetKind(KindOf(bars), symbol.get());
-    const QString path = BarsPath(symbol->id);
-    if (!WriteBarFile(path, bars, error)) {
-        return nullptr;
-    }
-    m_symbols.push_back(std::move(symbol));
-    if (!WriteIndex(error)) {
-        m_symbols.pop_back();
-        QFile::remove(path);
-        return nullptr;
-    }
-    return m_symbols.back().get();
+    return Find(symbol.id);
 }
 
 bool UserMarket::Remove(const CString& id, QString* error) {
-    QLockFile lock(QDir(m_folder).filePath("index.lock"));
-    if (!Lock(&lock, error)) {
-        return false;
+    const CString wanted = id;  // may be the symbol's own, which goes
+    bool removed = false;
+    const QString fault = Write([&](UserMarketFile& file) { removed = file.Remove(wanted); });
+    if (!fault.isEmpty()) {
+        return Fail(error, fault);
     }
-    const auto found = std::ranges::find(m_symbols, id, [](const auto& s) { return s->id; });
-    if (found == m_symbols.end()) {
-        return Fail(error, Tr("IDS_TERMINAL-QUOTES_NO_SYMBOL").arg(QString::fromStdString(id)));
-    }
-    const auto place = found - m_symbols.begin();
-    std::unique_ptr<Symbol> removed = std::move(*found);
-    m_symbols.erase(found);
-    if (!WriteIndex(error)) {
-        m_symbols.insert(m_symbols.begin() + place, std::move(removed));
-        return false;
-    }
-    QFile::remove(BarsPath(id));
-    return true;
+    return removed ||
+           Fail(error, Tr("IDS_TERMINAL-QUOTES_NO_SYMBOL").arg(QString::fromStdString(wanted)));
 }
 
 std::shared_ptr<const BarSeries> UserMarket::Load(const Symbol& symbol, QString* error) const {
-    return ReadBarFile(BarsPath(symbol.id), error);
+    auto bars = std::make_shared<BarSeries>();
+    QString reason;
+    if (Try([&] { *bars = UserMarketFile(Path()).Bars(symbol.id); }, &reason) != SQLITE_OK) {
+        Fail(error, Tr("IDS_TERMINAL-QUOTES_FILE_UNREADABLE").arg(Path(), reason));
+        return nullptr;
+    }
+    if (bars->empty()) {
+        Fail(error, Tr("IDS_TERMINAL-QUOTES_NO_SYMBOL").arg(QString::fromStdString(symbol.id)));
+        return nullptr;
+    }
+    return bars;
 }
 
 }  // namespace ta::terminal

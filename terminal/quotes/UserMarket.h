@@ -6,24 +6,25 @@
 #include <QString>
 #include <QStringList>
 
-#include <cstddef>
+#include <functional>
 #include <memory>
-#include <string_view>
 #include <vector>
-
-class QLockFile;
 
 namespace ta::terminal {
 
 /// Where the user's own files are kept: in the user's data location.
 QString DefaultUserFolder();
 
-/// The market of the user's own files. Each imported file is one symbol; its bars are copied into
-/// `folder`, with an index beside them, so that they are there in the next run. Two programs may
-/// share a folder: each change starts from the index as it is on disk.
+class UserMarketFile;
+
+/// The market of the user's own files. Each imported file is one symbol; it and its bars are copied
+/// into the SQLite file "market.db" of `folder`, so that they are there in the next run. Two
+/// programs may share a folder: each change starts from the file as it is then, and is in it whole
+/// or not at all.
 ///
-/// Nothing on disk is thrown away because it cannot be read: such files are told by Problems() and
-/// skipped, and a damaged index is kept under another name when a new one is written.
+/// Nothing on disk is thrown away because it cannot be read: a damaged file is told by Problems(),
+/// and kept under another name when the next change needs a new one, which gets what could still
+/// be read. What an earlier version kept in the folder is taken over once.
 class UserMarket {
 public:
     static constexpr std::uint8_t kId = 'U';
@@ -32,13 +33,13 @@ public:
 
     static Market Description();
 
-    /// What could not be read at the last Reload, a line each.
+    /// What could not be read or taken over, a line each.
     const QStringList& Problems() const { return m_problems; }
     /// The symbols in the order of their import. Each stays valid until it is removed.
     std::vector<const Symbol*> Symbols() const;
     const Symbol* Find(const CString& id) const;
 
-    /// Reads the index again.
+    /// Reads the symbols again; those known before stay when they cannot be read.
     void Reload();
 
     /// Keeps a copy of `bars` (not empty) as a new symbol, named after the file, and gives it; or
@@ -52,22 +53,21 @@ public:
     std::shared_ptr<const BarSeries> Load(const Symbol& symbol, QString* error) const;
 
 private:
-    QString IndexPath() const;
-    QString BarsPath(const CString& id) const;
-    CString UniqueId(const QString& fileName) const;
-    void AddProblem(std::size_t line, const QString& fault);
-    bool TakeIndexLine(const std::vector<std::string_view>& fields);
-    void ReadIndex();
-    bool PutDamagedIndexAside(QString* error);
-    bool WriteIndex(QString* error);
-    bool Lock(QLockFile* lock, QString* error);
+    using Change = std::function<void(UserMarketFile&)>;
+
+    QString Path() const;
+    void TakeOverEarlier();
+    void Take(const std::vector<Symbol>& symbols);
+    /// Makes the change in one transaction, and goes on with the symbols there are then. Returns
+    /// why it could not be made; empty when it was.
+    QString Write(const Change& change);
+    int TryToWrite(const Change& change, QString* reason);
+    /// Moves the damaged file aside and begins a new one with what can still be read.
+    void ReplaceDamaged();
 
     QString m_folder;
     QStringList m_problems;
     std::vector<std::unique_ptr<Symbol>> m_symbols;
-    /// Symbols whose bars cannot be read now: not shown, but kept in the index.
-    std::vector<Symbol> m_unreadable;
-    bool m_indexDamaged = false;
 };
 
 }  // namespace ta::terminal

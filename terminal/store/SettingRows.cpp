@@ -1,16 +1,12 @@
 #include "terminal/store/SettingRows.h"
 
-#include <algorithm>
+#include "settings/TrendLineKeys.h"
 
-#include <fmt/format.h>
+#include <algorithm>
 
 namespace ta::terminal {
 
 namespace {
-
-CString SymbolKey(unsigned char service, const CString& symbol) {
-    return fmt::format("{:02x}/{}", service, symbol);
-}
 
 bool HasLine(const TrendLinesByType& lines) {
     return std::ranges::any_of(lines, [](const auto& type) { return !type.second.empty(); });
@@ -83,7 +79,7 @@ bool SettingRows::RemoveAllTrendLineData(const CString& chartClass) {
 bool SettingRows::LoadTATrendLineSymbolUpdTime(const CString& chartClass, unsigned char service,
                                                const CString& symbol, CString& date) {
     return Guarded([&] {
-        const CString symbolKey = SymbolKey(service, symbol);
+        const CString symbolKey = settings::PackSymbolKey(service, symbol);
         return Load({K::TrendLineDate, 0, chartClass, symbolKey}, date);
     });
 }
@@ -91,7 +87,7 @@ bool SettingRows::LoadTATrendLineSymbolUpdTime(const CString& chartClass, unsign
 bool SettingRows::SaveTATrendLineSymbolUpdTime(const CString& chartClass, unsigned char service,
                                                const CString& symbol, const CString& date) {
     return Guarded([&] {
-        const CString symbolKey = SymbolKey(service, symbol);
+        const CString symbolKey = settings::PackSymbolKey(service, symbol);
         return Save({K::TrendLineDate, 0, chartClass, symbolKey}, date);
     });
 }

@@ -187,7 +187,7 @@ bool SqliteStore::Refresh() {
         Reconnect();
     }
     int code = ReadNewest();
-    if (StoreFile::IsDamage(code) && m_store.result.state != OpenResult::NewerVersion) {
+    if (IsDamage(code) && m_store.result.state != OpenResult::NewerVersion) {
         ReplaceDamaged();
         code = ReadNewest();
     }
@@ -226,7 +226,7 @@ int SqliteStore::Pack() {
         Reconnect();
     }
     int code = Commit();
-    if (StoreFile::IsDamage(code)) {
+    if (IsDamage(code)) {
         ReplaceDamaged();
         code = Commit();
     }

@@ -5,14 +5,18 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 
+#include <SQLiteCpp/Column.h>
+#include <SQLiteCpp/Transaction.h>
+
+#include <optional>
+
 #include <sqlite3.h>
 
 namespace ta::terminal {
 
 namespace {
 
-constexpr int kApplicationId = 0x54615374;
-constexpr int kBusyTimeout = 5000;  // milliseconds
+constexpr FileMark kMark{0x54615374, 1};
 constexpr SettingKey kCounterKey{SettingKind::CommitCounter};
 
 constexpr const char* kCreateTable =
@@ -28,10 +32,45 @@ constexpr const char* kDelete =
 constexpr const char* kDeleteClass =
     "DELETE FROM settings WHERE kind IN (?1, ?2) AND number = 0 AND name = ?3";
 
+/// A statement that is prepared when it is first wanted, and then kept.
+class KeptStatement {
+public:
+    explicit KeptStatement(const char* sql) : m_sql(sql) {}
+
+    /// The statement, ready to be bound and run.
+    SQLite::Statement& Ready(const SQLite::Database& database) {
+        if (!m_statement) {
+            m_statement.emplace(database, m_sql);
+        }
+        m_statement->tryReset();
+        return *m_statement;
+    }
+
+private:
+    const char* m_sql;
+    std::optional<SQLite::Statement> m_statement;
+};
+
+/// The first row of a statement. Lets go of the row, and with it of the file's lock, at the end.
+class FirstRow {
+public:
+    explicit FirstRow(SQLite::Statement& statement) : m_statement(statement) {
+        if (!m_statement.executeStep()) {
+            ThrowDamaged();
+        }
+    }
+    ~FirstRow() { m_statement.tryReset(); }
+    FirstRow(const FirstRow&) = delete;
+    FirstRow& operator=(const FirstRow&) = delete;
+
+private:
+    SQLite::Statement& m_statement;
+};
+
 /// Whether a journal can be made beside the file, which may be another than the path names: SQLite
 /// follows links.
-bool FolderTakesFiles(const SqliteDatabase& database, const char* vfsName) {
-    const char* file = sqlite3_db_filename(database.Handle(), "main");
+bool FolderTakesFiles(const SQLite::Database& database, const char* vfsName) {
+    const char* file = sqlite3_db_filename(database.getHandle(), "main");
     const QByteArray folder = QFileInfo(QString::fromUtf8(file)).path().toUtf8();
     sqlite3_vfs* vfs = sqlite3_vfs_find(vfsName);
     int writable = 0;
@@ -40,342 +79,243 @@ bool FolderTakesFiles(const SqliteDatabase& database, const char* vfsName) {
            writable != 0;
 }
 
-int ReadInteger(const SqliteDatabase& database, const char* sql, std::int64_t& value) {
-    SqliteStatement statement;
-    int code = statement.Prepare(database, sql);
-    if (code == SQLITE_OK) {
-        code = statement.Step();
-    }
-    if (code != SQLITE_ROW) {
-        return code == SQLITE_DONE ? SQLITE_CORRUPT : code;
-    }
-    value = statement.Integer(0);
-    return SQLITE_OK;
+SettingKey KeyAt(const SQLite::Statement& row) {
+    return {static_cast<SettingKind>(row.getColumn(0).getInt64()), row.getColumn(1).getInt64(),
+            BlobAt(row, 2), BlobAt(row, 3)};
 }
 
-/// SQLite reads a page that is cut short as if zeros followed; we call such a file damaged. For
-/// use inside a transaction, when no one else is writing.
-int CheckWholePages(const SqliteDatabase& database) {
-    std::int64_t pageSize = 0;
-    const int code = ReadInteger(database, "PRAGMA page_size", pageSize);
-    if (code != SQLITE_OK) {
-        return code;
-    }
-    sqlite3_file* file = nullptr;
-    sqlite3_int64 size = 0;
-    sqlite3_file_control(database.Handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    if (file == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK) {
-        return SQLITE_IOERR_FSTAT;
-    }
-    return size % pageSize == 0 ? SQLITE_OK : SQLITE_CORRUPT;
+void BindKey(SQLite::Statement& statement, const SettingKey& key) {
+    statement.bind(1, static_cast<std::int64_t>(key.kind));
+    statement.bind(2, key.number);
+    BindBlob(statement, 3, key.name);
+    BindBlob(statement, 4, key.sub);
 }
 
-/// Lowers the connection's patience for a moment.
+std::uint32_t CounterIn(std::string_view value) {
+    std::uint32_t counter = 0;
+    if (!DecodeValue(value, counter)) {
+        ThrowDamaged();
+    }
+    return counter;
+}
+
+}  // namespace
+
+struct StoreFile::Connection {
+    Connection(const QString& path, const char* vfs)
+        : database(OpenSqliteFile(path, vfs)),
+          writeProtected(sqlite3_db_readonly(database.getHandle(), "main") != 0 ||
+                         !FolderTakesFiles(database, vfs)) {}
+
+    SQLite::Database database;
+    bool writeProtected;
+    // The statements end before the database does.
+    KeptStatement selectCounter{kSelectCounter};
+    KeptStatement dataVersion{"PRAGMA data_version"};
+    KeptStatement upsert{kUpsert};
+    KeptStatement remove{kDelete};
+    KeptStatement removeClass{kDeleteClass};
+};
+
+namespace {
+
+/// Keeps statements from waiting for another process's lock.
 class Impatience {
 public:
-    explicit Impatience(SqliteDatabase& database) : m_database(database) {
-        m_database.SetBusyTimeout(0);
+    explicit Impatience(SQLite::Database& database) : m_handle(database.getHandle()) {
+        sqlite3_busy_timeout(m_handle, 0);
     }
-    ~Impatience() { m_database.SetBusyTimeout(kBusyTimeout); }
+    ~Impatience() { sqlite3_busy_timeout(m_handle, kBusyTimeout); }
     Impatience(const Impatience&) = delete;
     Impatience& operator=(const Impatience&) = delete;
 
 private:
-    SqliteDatabase& m_database;
+    sqlite3* m_handle;
 };
 
 }  // namespace
 
-int StoreFile::Open(const QString& path, const char* vfs, Content& content) {
-    const int code =
-        m_database.Open(path.toStdString(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, vfs);
-    if (code != SQLITE_OK) {
-        return code;
+/// Begins to write; throws SQLITE_SCHEMA when a newer version has taken over.
+class StoreFile::WriteTransaction : public SQLite::Transaction {
+public:
+    explicit WriteTransaction(SQLite::Database& database)
+        : SQLite::Transaction(database, SQLite::TransactionBehavior::IMMEDIATE) {
+        if (database.execAndGet("PRAGMA user_version").getInt() != kMark.version) {
+            throw SQLite::Exception("the store is of a newer version", SQLITE_SCHEMA);
+        }
     }
-    m_database.SetBusyTimeout(kBusyTimeout);
-    m_writeProtected =
-        sqlite3_db_readonly(m_database.Handle(), "main") != 0 || !FolderTakesFiles(m_database, vfs);
-    const int synced = m_database.Execute("PRAGMA synchronous = EXTRA");
-    return synced == SQLITE_OK ? Identify(content) : synced;
+};
+
+StoreFile::StoreFile() = default;
+StoreFile::StoreFile(StoreFile&&) noexcept = default;
+StoreFile& StoreFile::operator=(StoreFile&&) noexcept = default;
+StoreFile::~StoreFile() = default;
+
+int StoreFile::Open(const QString& path, const char* vfs, FileContent& content) {
+    return CodeOf([&] {
+        m_connection = std::make_unique<Connection>(path, vfs);
+        content = ContentOf(m_connection->database, kMark);
+    });
 }
 
-int StoreFile::Identify(Content& content) {
-    SqliteTransaction transaction(m_database);
-    std::int64_t application = 0;
-    std::int64_t version = 0;
-    std::int64_t tables = 0;
-    int code = transaction.BeginRead();
-    if (code == SQLITE_OK) {
-        code = ReadInteger(m_database, "PRAGMA application_id", application);
-    }
-    if (code == SQLITE_OK) {
-        code = ReadInteger(m_database, "PRAGMA user_version", version);
-    }
-    if (code == SQLITE_OK) {
-        code = CheckWholePages(m_database);
-    }
-    if (code == SQLITE_OK && application == 0) {
-        code = ReadInteger(m_database, "SELECT count(*) FROM sqlite_schema", tables);
-    }
-    if (code != SQLITE_OK) {
-        return code;
-    }
-    if (application == kApplicationId && version >= kSchemaVersion) {
-        content = version == kSchemaVersion ? Content::Ours : Content::Newer;
-    } else {
-        const bool empty = application == 0 && version == 0 && tables == 0;
-        content = empty ? Content::Empty : Content::Foreign;
-    }
-    return SQLITE_OK;
+bool StoreFile::IsWriteProtected() const {
+    return m_connection->writeProtected;
 }
 
 int StoreFile::Create() {
-    SqliteTransaction transaction(m_database);
-    int code = transaction.BeginWrite();
-    std::int64_t tables = 0;
-    if (code == SQLITE_OK) {
-        code = ReadInteger(m_database, "SELECT count(*) FROM sqlite_schema", tables);
-    }
-    if (code != SQLITE_OK || tables != 0) {
-        return code;
-    }
-    const std::string marks = "PRAGMA application_id = " + std::to_string(kApplicationId) +
-                              "; PRAGMA user_version = " + std::to_string(kSchemaVersion);
-    code = m_database.Execute(marks.c_str());
-    if (code == SQLITE_OK) {
-        code = m_database.Execute(kCreateTable);
-    }
-    // From a random start, so that no two stores at one path are taken for each other.
-    std::uint32_t counter = QRandomGenerator::global()->generate();
-    if (code == SQLITE_OK) {
-        code = BumpCounter(counter);
-    }
-    return code == SQLITE_OK ? transaction.Commit() : code;
+    return CodeOf([&] {
+        SQLite::Database& database = m_connection->database;
+        SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
+        if (database.execAndGet("SELECT count(*) FROM sqlite_schema").getInt() != 0) {
+            return;
+        }
+        PutMark(database, kMark);
+        database.exec(kCreateTable);
+        // From a random start, so that no two stores at one path are taken for each other.
+        PutCounter(QRandomGenerator::global()->generate());
+        transaction.commit();
+    });
 }
 
 int StoreFile::Read(CommittedRows& rows) {
-    SqliteStatement select;
-    int code = select.Prepare(m_database, kSelectAll);
-    if (code != SQLITE_OK) {
-        return code;
-    }
-    CommittedRows fresh;
-    bool counted = false;
-    while ((code = select.Step()) == SQLITE_ROW) {
-        const SettingKey key{static_cast<SettingKind>(select.Integer(0)), select.Integer(1),
-                             select.Blob(2), select.Blob(3)};
-        if (!counted) {  // the counter's row is the first one
-            std::uint32_t counter = 0;
-            if (key != kCounterKey || !DecodeValue(select.Blob(4), counter)) {
-                return SQLITE_CORRUPT;
-            }
-            if (counter == rows.Counter() && !rows.Rows().empty()) {
-                return SQLITE_OK;
-            }
-            fresh.SetCounter(counter);
-            counted = true;
-        } else if (!fresh.Append(key, select.Blob(4))) {
-            return SQLITE_CORRUPT;
+    return CodeOf([&] {
+        SQLite::Statement select(m_connection->database, kSelectAll);
+        // The counter's row is the first one.
+        if (!select.executeStep() || KeyAt(select) != kCounterKey) {
+            ThrowDamaged();
         }
-    }
-    if (code != SQLITE_DONE || !counted) {
-        return code == SQLITE_DONE ? SQLITE_CORRUPT : code;
-    }
-    rows = std::move(fresh);
-    return SQLITE_OK;
+        CommittedRows fresh;
+        fresh.SetCounter(CounterIn(BlobAt(select, 4)));
+        if (fresh.Counter() == rows.Counter() && !rows.Rows().empty()) {
+            return;
+        }
+        while (select.executeStep()) {
+            if (!fresh.Append(KeyAt(select), BlobAt(select, 4))) {
+                ThrowDamaged();
+            }
+        }
+        rows = std::move(fresh);
+    });
 }
 
 int StoreFile::Write(const PendingWrites& pending, const CommittedRows& known, Commit& commit) {
-    SqliteTransaction transaction(m_database);
-    std::uint32_t counter = 0;
-    int code = BeginWrite(transaction, counter);
-    if (code != SQLITE_OK) {
-        return code;
-    }
-    commit.knownWasCurrent = counter == known.Counter();
-    std::vector<PendingRow> changes;
-    for (const auto& row : pending.All()) {
-        const auto old = pending.FindBelow(row.first.View(), known);
-        if (!commit.knownWasCurrent || old != row.second) {
-            changes.push_back(&row);
+    return CodeOf([&] {
+        WriteTransaction transaction(m_connection->database);
+        const std::uint32_t counter = FindCounter();
+        commit.knownWasCurrent = counter == known.Counter();
+        std::vector<PendingRow> changes;
+        for (const auto& row : pending.All()) {
+            const auto old = pending.FindBelow(row.first.View(), known);
+            if (!commit.knownWasCurrent || old != row.second) {
+                changes.push_back(&row);
+            }
         }
-    }
-    commit.changed = !changes.empty() || !pending.RemovedClasses().empty();
-    if (!commit.changed) {
-        return SQLITE_OK;
-    }
-    pending.ForEachOver(known,
-                        [&](const SettingRow& row) { commit.rows.Append(row.key, row.value); });
-    // When most rows change, an emptied table is filled faster than row after row replaced.
-    const bool most = changes.size() > known.Rows().size() / 2;
-    code = commit.knownWasCurrent && most ? WriteAll(commit.rows) : WriteChanges(pending, changes);
-    if (code == SQLITE_OK) {
-        code = BumpCounter(counter);
-    }
-    commit.rows.SetCounter(commit.knownWasCurrent ? counter : known.Counter());
-    return code == SQLITE_OK ? transaction.Commit() : code;
+        commit.changed = !changes.empty() || !pending.RemovedClasses().empty();
+        if (!commit.changed) {
+            return;
+        }
+        pending.ForEachOver(known,
+                            [&](const SettingRow& row) { commit.rows.Append(row.key, row.value); });
+        // When most rows change, an emptied table is filled faster than row after row replaced.
+        if (commit.knownWasCurrent && changes.size() > known.Rows().size() / 2) {
+            WriteAll(commit.rows);
+        } else {
+            WriteChanges(pending, changes);
+        }
+        PutCounter(counter + 1);
+        commit.rows.SetCounter(commit.knownWasCurrent ? counter + 1 : known.Counter());
+        transaction.commit();
+    });
 }
 
-int StoreFile::WriteAll(const CommittedRows& rows) {
-    int code = m_database.Execute("DELETE FROM settings");
-    for (auto row = rows.Rows().begin(); code == SQLITE_OK && row != rows.Rows().end(); ++row) {
-        code = Upsert(row->key, row->value);
+void StoreFile::WriteAll(const CommittedRows& rows) {
+    m_connection->database.exec("DELETE FROM settings");
+    for (const SettingRow& row : rows.Rows()) {
+        Upsert(row.key, row.value);
     }
-    return code;
 }
 
-int StoreFile::WriteChanges(const PendingWrites& pending, const std::vector<PendingRow>& changes) {
-    int code = SQLITE_OK;
+void StoreFile::WriteChanges(const PendingWrites& pending, const std::vector<PendingRow>& changes) {
     for (const CString& chartClass : pending.RemovedClasses()) {
-        code = code == SQLITE_OK ? DeleteClass(chartClass) : code;
+        SQLite::Statement& remove = m_connection->removeClass.Ready(m_connection->database);
+        remove.bind(1, static_cast<std::int64_t>(SettingKind::TrendLines));
+        remove.bind(2, static_cast<std::int64_t>(SettingKind::TrendLineDate));
+        BindBlob(remove, 3, chartClass);
+        remove.exec();
     }
-    for (auto change = changes.begin(); code == SQLITE_OK && change != changes.end(); ++change) {
-        const auto& [owned, value] = **change;
-        code = value ? Upsert(owned.View(), *value) : Delete(owned.View());
+    for (const PendingRow change : changes) {
+        const auto& [owned, value] = *change;
+        if (value) {
+            Upsert(owned.View(), *value);
+            continue;
+        }
+        SQLite::Statement& remove = m_connection->remove.Ready(m_connection->database);
+        BindKey(remove, owned.View());
+        remove.exec();
     }
-    return code;
 }
 
 int StoreFile::Restore(CommittedRows& rows) {
-    SqliteTransaction transaction(m_database);
-    std::uint32_t counter = 0;
-    int code = BeginWrite(transaction, counter);
-    if (code == SQLITE_OK && counter != rows.Counter()) {
-        return SQLITE_OK;
-    }
-    if (code == SQLITE_OK) {
-        code = WriteAll(rows);
-    }
-    if (code == SQLITE_OK) {
-        code = BumpCounter(counter);
-    }
-    if (code == SQLITE_OK) {
-        code = transaction.Commit();
-    }
-    if (code == SQLITE_OK) {
-        rows.SetCounter(counter);
-    }
-    return code;
-}
-
-int StoreFile::BeginWrite(SqliteTransaction& transaction, std::uint32_t& counter) {
-    int code = PrepareStatements();
-    if (code == SQLITE_OK) {
-        code = transaction.BeginWrite();
-    }
-    std::int64_t version = kSchemaVersion;
-    if (code == SQLITE_OK) {
-        code = ReadInteger(m_database, "PRAGMA user_version", version);
-    }
-    if (code == SQLITE_OK && version != kSchemaVersion) {
-        return SQLITE_SCHEMA;
-    }
-    return code == SQLITE_OK ? FindCounter(counter) : code;
+    return CodeOf([&] {
+        WriteTransaction transaction(m_connection->database);
+        const std::uint32_t counter = FindCounter();
+        if (counter != rows.Counter()) {
+            return;
+        }
+        WriteAll(rows);
+        PutCounter(counter + 1);
+        transaction.commit();
+        rows.SetCounter(counter + 1);
+    });
 }
 
 int StoreFile::Touch() {
-    SqliteTransaction transaction(m_database);
-    std::uint32_t counter = 0;
-    int code = BeginWrite(transaction, counter);
-    if (code == SQLITE_OK) {
-        code = BumpCounter(counter);
-    }
-    return code == SQLITE_OK ? transaction.Commit() : code;
+    return CodeOf([&] {
+        WriteTransaction transaction(m_connection->database);
+        PutCounter(FindCounter() + 1);
+        transaction.commit();
+    });
 }
 
 int StoreFile::DataVersion(int& version) {
-    const Impatience impatience(m_database);
-    int code = SQLITE_OK;
-    if (!m_dataVersion.IsPrepared()) {
-        code = m_dataVersion.Prepare(m_database, "PRAGMA data_version");
-    }
-    if (code == SQLITE_OK) {
-        code = m_dataVersion.Step();
-    }
-    if (code != SQLITE_ROW) {
-        m_dataVersion.Reset();
-        return code == SQLITE_DONE ? SQLITE_CORRUPT : code;
-    }
-    version = static_cast<int>(m_dataVersion.Integer(0));
-    m_dataVersion.Reset();
-    return SQLITE_OK;
+    const Impatience impatience(m_connection->database);
+    return CodeOf([&] {
+        SQLite::Statement& select = m_connection->dataVersion.Ready(m_connection->database);
+        const FirstRow row(select);
+        version = select.getColumn(0).getInt();
+    });
 }
 
 int StoreFile::ReadCounter(std::uint32_t& counter) {
-    const Impatience impatience(m_database);
-    return FindCounter(counter);
+    const Impatience impatience(m_connection->database);
+    return CodeOf([&] { counter = FindCounter(); });
 }
 
 bool StoreFile::WasReplaced() const {
     int moved = 0;
     return IsOpen() &&
-           sqlite3_file_control(m_database.Handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved) ==
-               SQLITE_OK &&
+           sqlite3_file_control(m_connection->database.getHandle(), "main", SQLITE_FCNTL_HAS_MOVED,
+                                &moved) == SQLITE_OK &&
            moved != 0;
 }
 
-bool StoreFile::IsDamage(int code) {
-    // Our statements are fixed: SQLITE_ERROR means a schema that is not ours.
-    const int primary = code & 0xff;
-    return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB || primary == SQLITE_ERROR;
+std::uint32_t StoreFile::FindCounter() {
+    SQLite::Statement& select = m_connection->selectCounter.Ready(m_connection->database);
+    const FirstRow row(select);
+    return CounterIn(BlobAt(select, 0));
 }
 
-int StoreFile::PrepareStatements() {
-    if (m_deleteClass.IsPrepared()) {
-        return SQLITE_OK;
-    }
-    int code = m_upsert.Prepare(m_database, kUpsert);
-    if (code == SQLITE_OK) {
-        code = m_delete.Prepare(m_database, kDelete);
-    }
-    if (code == SQLITE_OK) {
-        code = m_deleteClass.Prepare(m_database, kDeleteClass);
-    }
-    return code;
-}
-
-int StoreFile::FindCounter(std::uint32_t& counter) {
-    int code = m_counter.IsPrepared() ? SQLITE_OK : m_counter.Prepare(m_database, kSelectCounter);
-    if (code == SQLITE_OK) {
-        code = m_counter.Step();
-        const bool found = code == SQLITE_ROW && DecodeValue(m_counter.Blob(0), counter);
-        m_counter.Reset();
-        const bool ended = code == SQLITE_ROW || code == SQLITE_DONE;
-        code = found ? SQLITE_OK : ended ? SQLITE_CORRUPT : code;
-    }
-    return code;
-}
-
-int StoreFile::BumpCounter(std::uint32_t& counter) {
-    ++counter;
+void StoreFile::PutCounter(std::uint32_t counter) {
     ValueWriter writer;
     writer.Put(counter);
-    const int code = PrepareStatements();
-    return code == SQLITE_OK ? Upsert(kCounterKey, writer.Bytes()) : code;
+    Upsert(kCounterKey, writer.Bytes());
 }
 
-int StoreFile::Upsert(const SettingKey& key, std::string_view value) {
-    m_upsert.Bind(1, static_cast<std::int64_t>(key.kind));
-    m_upsert.Bind(2, key.number);
-    m_upsert.Bind(3, key.name);
-    m_upsert.Bind(4, key.sub);
-    const int code = m_upsert.Bind(5, value);
-    return code == SQLITE_OK ? m_upsert.Run() : code;
-}
-
-int StoreFile::Delete(const SettingKey& key) {
-    m_delete.Bind(1, static_cast<std::int64_t>(key.kind));
-    m_delete.Bind(2, key.number);
-    m_delete.Bind(3, key.name);
-    m_delete.Bind(4, key.sub);
-    return m_delete.Run();
-}
-
-int StoreFile::DeleteClass(std::string_view chartClass) {
-    m_deleteClass.Bind(1, static_cast<std::int64_t>(SettingKind::TrendLines));
-    m_deleteClass.Bind(2, static_cast<std::int64_t>(SettingKind::TrendLineDate));
-    m_deleteClass.Bind(3, chartClass);
-    return m_deleteClass.Run();
+void StoreFile::Upsert(const SettingKey& key, std::string_view value) {
+    SQLite::Statement& upsert = m_connection->upsert.Ready(m_connection->database);
+    BindKey(upsert, key);
+    BindBlob(upsert, 5, value);
+    upsert.exec();
 }
 
 }  // namespace ta::terminal

@@ -1,41 +1,34 @@
 #pragma once
 
+#include "terminal/sqlite/SqliteFile.h"
 #include "terminal/store/CommittedRows.h"
 #include "terminal/store/PendingWrites.h"
-#include "terminal/store/SqliteDatabase.h"
 
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace ta::terminal {
 
-/// The store's SQLite file: one table of rows, marked as ours by an application id, with the
-/// schema version as user version. A row counts the commits, so that each process sees when
-/// another one has committed.
-///
-/// The rollback journal is deleted at commit and its folder synced (synchronous=EXTRA): a commit
-/// that returned survives a power cut, and between commits the store is a single file that can be
-/// copied, and be read on a read-only medium. Results are SQLite's extended codes.
+/// The store's SQLite file: one table of rows. A row counts the commits, so that each process sees
+/// when another one has committed. Results are SQLite's extended codes; nothing of SQLite's is
+/// thrown. What is not opened yet must not be asked for more than IsOpen and Open.
 class StoreFile {
 public:
-    static constexpr int kSchemaVersion = 1;
-
-    enum class Content {
-        Empty,    ///< nothing at all: a new file
-        Ours,     ///< of this version
-        Newer,    ///< ours, of a version that this program does not know
-        Foreign,  ///< an SQLite file of another program
-    };
+    StoreFile();
+    StoreFile(StoreFile&&) noexcept;
+    StoreFile& operator=(StoreFile&&) noexcept;
+    ~StoreFile();
 
     /// Opens the file, which is made when missing, as empty. Reads only what tells its content.
     /// `vfs` names SQLite's file layer; null for the machine's.
-    int Open(const QString& path, const char* vfs, Content& content);
+    int Open(const QString& path, const char* vfs, FileContent& content);
     void Close() { *this = StoreFile(); }
-    bool IsOpen() const { return m_database.IsOpen(); }
+    bool IsOpen() const { return m_connection != nullptr; }
     /// The file system does not let us write. The folder counts: a commit makes a journal in it.
-    bool IsWriteProtected() const { return m_writeProtected; }
+    bool IsWriteProtected() const;
     /// Makes the table, unless another process was first.
     int Create();
 
@@ -69,31 +62,19 @@ public:
     /// The path leads to another file now, or to none.
     bool WasReplaced() const;
 
-    /// The code says that the file's bytes are no store of ours.
-    static bool IsDamage(int code);
-
 private:
     using PendingRow = const PendingWrites::Values::value_type*;
 
-    int Identify(Content& content);
-    int PrepareStatements();
-    /// Begins a write, gives the counter found; SQLITE_SCHEMA when a newer version has taken over.
-    int BeginWrite(SqliteTransaction& transaction, std::uint32_t& counter);
-    int FindCounter(std::uint32_t& counter);
-    int BumpCounter(std::uint32_t& counter);
-    int WriteChanges(const PendingWrites& pending, const std::vector<PendingRow>& changes);
-    int WriteAll(const CommittedRows& rows);
-    int Upsert(const SettingKey& key, std::string_view value);
-    int Delete(const SettingKey& key);
-    int DeleteClass(std::string_view chartClass);
+    struct Connection;
+    class WriteTransaction;
 
-    SqliteDatabase m_database;
-    SqliteStatement m_counter;
-    SqliteStatement m_dataVersion;
-    SqliteStatement m_upsert;
-    SqliteStatement m_delete;
-    SqliteStatement m_deleteClass;
-    bool m_writeProtected = false;
+    std::uint32_t FindCounter();
+    void PutCounter(std::uint32_t counter);
+    void WriteChanges(const PendingWrites& pending, const std::vector<PendingRow>& changes);
+    void WriteAll(const CommittedRows& rows);
+    void Upsert(const SettingKey& key, std::string_view value);
+
+    std::unique_ptr<Connection> m_connection;
 };
 
 }  // namespace ta::terminal

@@ -1,14 +1,9 @@
 #include "terminal/store/StoreOpening.h"
 
-#include "platform/Clock.h"
-
-#include <QDate>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 
-#include <algorithm>
 #include <optional>
 
 #include <sqlite3.h>
@@ -19,40 +14,10 @@ namespace {
 
 constexpr int kLockWait = 5000;  // milliseconds
 
-/// The journals first: one left beside a new store would be played back into it.
-constexpr const char* kFileSuffixes[] = {"-journal", "-wal", "-shm", ""};
-
-bool NameIsFree(const QString& path) {
-    return std::ranges::none_of(
-        kFileSuffixes, [&](const char* suffix) { return QFileInfo::exists(path + suffix); });
-}
-
 /// SQLite follows links, and keeps its journal beside the file that a link leads to.
 QString RealPath(const QString& path) {
     const QString real = QFileInfo(path).canonicalFilePath();
     return real.isEmpty() ? path : real;
-}
-
-QString DatedName(const QString& path) {
-    const CalendarDate today = LocalToday();
-    const QDate date(today.year, today.month, today.day);
-    const QString dated = path + ".damaged-" + date.toString(Qt::ISODate);
-    QString name = dated;
-    for (int i = 2; !NameIsFree(name); ++i) {
-        name = dated + '-' + QString::number(i);
-    }
-    return name;
-}
-
-/// The new name, or nothing when the file could not be moved. QFile::rename never overwrites.
-QString MoveAside(const QString& path) {
-    const QString name = DatedName(path);
-    for (const char* suffix : kFileSuffixes) {
-        if (QFileInfo::exists(path + suffix) && !QFile::rename(path + suffix, name + suffix)) {
-            return {};
-        }
-    }
-    return name;
 }
 
 void SetFailed(StoreOpening& opening, int code) {
@@ -84,21 +49,21 @@ void Begin(StoreOpening& opening) {
 std::optional<StoreOpening> TryToOpen(const QString& path, const char* vfs) {
     StoreOpening opening;
     opening.result.path = path;
-    StoreFile::Content content = StoreFile::Content::Empty;
+    FileContent content = FileContent::Empty;
     int code = opening.file.Open(path, vfs, content);
-    if (code == SQLITE_OK && content == StoreFile::Content::Empty) {
+    if (code == SQLITE_OK && content == FileContent::Empty) {
         Begin(opening);
         return opening;
     }
-    if (code == SQLITE_OK && content == StoreFile::Content::Newer) {
+    if (code == SQLITE_OK && content == FileContent::Newer) {
         opening.result.state = OpenResult::NewerVersion;
         opening.file.Read(opening.rows);  // as far as it is laid out as we know it
         return opening;
     }
-    if (code == SQLITE_OK && content == StoreFile::Content::Ours) {
+    if (code == SQLITE_OK && content == FileContent::Ours) {
         code = opening.file.Read(opening.rows);
     }
-    if (StoreFile::IsDamage(code) || content == StoreFile::Content::Foreign) {
+    if (IsDamage(code) || content == FileContent::Foreign) {
         return std::nullopt;
     }
     if (code != SQLITE_OK) {
@@ -117,7 +82,7 @@ std::optional<StoreOpening> TryToOpen(const QString& path, const char* vfs) {
 
 /// For the process that holds the lock.
 StoreOpening Replace(const QString& path, const char* vfs) {
-    const QString movedTo = MoveAside(RealPath(path));
+    const QString movedTo = MoveAside(RealPath(path), "damaged");
     if (movedTo.isEmpty()) {
         StoreOpening opening;
         opening.result.path = path;

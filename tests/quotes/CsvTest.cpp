@@ -76,6 +76,11 @@ TEST(CsvValues, ReadsDatesAndTimes) {
         {"20200417", "", day},
         {"4/17/2020", "", day},
         {"17-APR-20", "", day},
+        {"31-Dec-69", "", Day(2069, 12, 31)},
+        {"1-Jan-70", "", 0},
+        {"Dec 31 00", "", Day(2000, 12, 31)},
+        {"1 Sept. 99", "", Day(1999, 9, 1)},
+        {"2020. 4. 17", "", day},
         {"17 April 2020", "", day},
         {"Apr 17, 2020", "", day},
         {"109/04/17", "", day},
@@ -87,6 +92,8 @@ TEST(CsvValues, ReadsDatesAndTimes) {
         {"4/17/2020 12:00 AM", "", day},
         {"Apr 17, 2020 12:05 pm", "", Day(2020, 4, 17, 12, 5)},
         {"20200417", "90507", Day(2020, 4, 17, 9, 5, 7)},
+        {"20200417 0905", "", Day(2020, 4, 17, 9, 5)},
+        {"2020/4/17 9:05:07 -04:00", "", Day(2020, 4, 17, 9, 5, 7)},
         {"2020-04-17", "23:59:59", Day(2020, 4, 17, 23, 59, 59)},
     };
     for (const TimeCase& c : cases) {
@@ -98,13 +105,32 @@ TEST(CsvValues, ReadsDatesAndTimes) {
 
 TEST(CsvValues, RefusesOtherDates) {
     double time = 0;
-    for (const char* date : {"yesterday",        "2020-13-01",          "2020-02-30",
-                             "2019-02-29",       "2020-00-10",          "2020-04-00",
-                             "31/12/2020",       "17-04-2020",          "2020",
-                             "2020-04",          "2020-04-17x",         "2020-04-17 25:00",
-                             "2020-04-17 09:60", "2020-04-17 13:05 PM", "2020-04-17 09:05 xm",
-                             "Foo 17 2020",      "Ap 17 2020",          "123456789",
-                             "1-2-3-4",          "2020-04-17 09:05 +",  "/1/2"}) {
+    for (const char* date : {"yesterday",
+                             "2020-13-01",
+                             "2020-02-30",
+                             "2019-02-29",
+                             "2020-00-10",
+                             "2020-04-00",
+                             "31/12/2020",
+                             "17-04-2020",
+                             "2020",
+                             "2020-04",
+                             "2020-04-17x",
+                             "2020-04-17 25:00",
+                             "2020-04-17 09:60",
+                             "2020-04-17 13:05 PM",
+                             "2020-04-17 09:05 xm",
+                             "Foo 17 2020",
+                             "Ap 17 2020",
+                             "123456789",
+                             "1-2-3-4",
+                             "2020-04-17 09:05 +",
+                             "/1/2",
+                             "2020-04-17 24:00",
+                             "2020-04-17 0:05 am",
+                             "1 Mayo 2020",
+                             "2020-04-17 09:05:60",
+                             "2020/04/17x09:05"}) {
         EXPECT_EQ(ParseTime(date, "", &time), CsvFault::DateNotReadable) << date;
     }
     EXPECT_EQ(ParseTime("2020-04-17", "noon", &time), CsvFault::DateNotReadable);
@@ -302,7 +328,7 @@ TEST_F(ImportJob, ReadsInTheBackground) {
     QSignalSpy finished(&job, &CsvImportJob::finished);
     job.Start();
     job.Start();
-    ASSERT_TRUE(finished.wait());
+    ASSERT_TRUE(finished.wait(60000));
     EXPECT_EQ(finished.count(), 1);
     EXPECT_EQ(job.Result().bars.size(), 200000U);
     EXPECT_EQ(job.Result().badRowCount, 0U);
@@ -315,7 +341,7 @@ TEST_F(ImportJob, CancelLeavesNothing) {
     QSignalSpy finished(&job, &CsvImportJob::finished);
     QObject::connect(&job, &CsvImportJob::progressed, &job, [&job] { job.Cancel(); });
     job.Start();
-    ASSERT_TRUE(finished.wait());
+    ASSERT_TRUE(finished.wait(60000));
     EXPECT_TRUE(job.Result().cancelled);
     EXPECT_TRUE(job.Result().bars.empty());
 }

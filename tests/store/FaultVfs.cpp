@@ -1,91 +1,54 @@
 #include "tests/store/FaultVfs.h"
 
+#include <map>
+
 #include <sqlite3.h>
 
 namespace ta::test {
 
 namespace {
 
+using Methods = sqlite3_io_methods;
+
 FaultVfs* g_faults = nullptr;
 sqlite3_vfs* g_machine = nullptr;
+/// The machine's methods of journals and of databases differ in locking and closing alone, which
+/// are not ours: these serve for both.
+const Methods* g_real = nullptr;
+const sqlite3_file* g_journal = nullptr;
+sqlite3_vfs g_layer{};
 
-/// Our file; the machine's file object follows it in memory.
-struct File {
-    sqlite3_file base;
-    sqlite3_file* real() { return reinterpret_cast<sqlite3_file*>(this + 1); }
-};
-
-sqlite3_file* Real(sqlite3_file* file) {
-    return reinterpret_cast<File*>(file)->real();
-}
-
-int Close(sqlite3_file* file) {
-    return Real(file)->pMethods->xClose(Real(file));
-}
 int Read(sqlite3_file* file, void* bytes, int count, sqlite3_int64 at) {
-    if (g_faults->Fails(FaultVfs::Read)) {
-        return SQLITE_IOERR_READ;
-    }
-    return Real(file)->pMethods->xRead(Real(file), bytes, count, at);
+    const bool fails = g_faults->Fails(FaultVfs::Read);
+    return fails ? SQLITE_IOERR_READ : g_real->xRead(file, bytes, count, at);
 }
 int Write(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 at) {
-    if (g_faults->Fails(FaultVfs::Write)) {
-        return SQLITE_FULL;
-    }
-    return Real(file)->pMethods->xWrite(Real(file), bytes, count, at);
+    g_faults->Note(file == g_journal ? 'j' : 'w');
+    return g_faults->Fails(FaultVfs::Write) ? SQLITE_FULL : g_real->xWrite(file, bytes, count, at);
 }
 int Truncate(sqlite3_file* file, sqlite3_int64 size) {
-    if (g_faults->Fails(FaultVfs::Truncate)) {
-        return SQLITE_IOERR_TRUNCATE;
-    }
-    return Real(file)->pMethods->xTruncate(Real(file), size);
+    const bool fails = g_faults->Fails(FaultVfs::Truncate);
+    return fails ? SQLITE_IOERR_TRUNCATE : g_real->xTruncate(file, size);
 }
 // Nothing here survives a power cut, so nothing is synced: the tests run faster.
-int Sync(sqlite3_file*, int) {
+int Sync(sqlite3_file* file, int) {
+    g_faults->Note(file == g_journal ? 'J' : 'W');
     return g_faults->Fails(FaultVfs::Sync) ? SQLITE_IOERR_FSYNC : SQLITE_OK;
 }
-int FileSize(sqlite3_file* file, sqlite3_int64* size) {
-    return Real(file)->pMethods->xFileSize(Real(file), size);
-}
-int Lock(sqlite3_file* file, int level) {
-    return Real(file)->pMethods->xLock(Real(file), level);
-}
-int Unlock(sqlite3_file* file, int level) {
-    return Real(file)->pMethods->xUnlock(Real(file), level);
-}
-int CheckReservedLock(sqlite3_file* file, int* reserved) {
-    return Real(file)->pMethods->xCheckReservedLock(Real(file), reserved);
-}
-int FileControl(sqlite3_file* file, int operation, void* argument) {
-    return Real(file)->pMethods->xFileControl(Real(file), operation, argument);
-}
-int SectorSize(sqlite3_file* file) {
-    return Real(file)->pMethods->xSectorSize(Real(file));
-}
-int DeviceCharacteristics(sqlite3_file* file) {
-    return Real(file)->pMethods->xDeviceCharacteristics(Real(file));
-}
 
-// Version 1 leaves out memory maps and the shared memory of the WAL, which the store does not use.
-const sqlite3_io_methods kMethods = {1,
-                                     Close,
-                                     Read,
-                                     Write,
-                                     Truncate,
-                                     Sync,
-                                     FileSize,
-                                     Lock,
-                                     Unlock,
-                                     CheckReservedLock,
-                                     FileControl,
-                                     SectorSize,
-                                     DeviceCharacteristics,
-                                     nullptr,
-                                     nullptr,
-                                     nullptr,
-                                     nullptr,
-                                     nullptr,
-                                     nullptr};
+/// The machine's methods with ours in them.
+const Methods* Layered(const Methods* machine) {
+    static std::map<const Methods*, Methods> layered;
+    Methods& methods = layered[machine] = *machine;
+    // Version 1 leaves out memory maps and the shared memory of the WAL.
+    methods.iVersion = 1;
+    methods.xRead = Read;
+    methods.xWrite = Write;
+    methods.xTruncate = Truncate;
+    methods.xSync = Sync;
+    g_real = machine;
+    return &methods;
+}
 
 bool Exists(const char* path) {
     int exists = 0;
@@ -102,13 +65,15 @@ int Open(sqlite3_vfs*, const char* path, sqlite3_file* file, int flags, int* out
     if (g_faults->IsWriteProtected()) {
         flags = (flags & ~(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) | SQLITE_OPEN_READONLY;
     }
-    const int code = g_machine->xOpen(g_machine, path, Real(file), flags, outFlags);
+    const int code = g_machine->xOpen(g_machine, path, file, flags, outFlags);
     if (code == SQLITE_OK) {
-        file->pMethods = &kMethods;
+        file->pMethods = Layered(file->pMethods);
+        g_journal = (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0 ? file : g_journal;
     }
     return code;
 }
-int DeleteFile(sqlite3_vfs*, const char* path, int) {
+int DeleteFile(sqlite3_vfs*, const char* path, int syncFolder) {
+    g_faults->Note(syncFolder != 0 ? 'D' : 'd');
     if (g_faults->IsWriteProtected() || g_faults->Fails(FaultVfs::Delete)) {
         return SQLITE_IOERR_DELETE;
     }
@@ -121,43 +86,24 @@ int Access(sqlite3_vfs*, const char* path, int flags, int* result) {
     }
     return code;
 }
-int FullPathname(sqlite3_vfs*, const char* path, int size, char* out) {
-    return g_machine->xFullPathname(g_machine, path, size, out);
-}
-int Randomness(sqlite3_vfs*, int size, char* out) {
-    return g_machine->xRandomness(g_machine, size, out);
-}
 int SleepInstead(sqlite3_vfs*, int microseconds) {
     g_faults->Sleep();
     return microseconds;
 }
-int CurrentTime(sqlite3_vfs*, double* day) {
-    return g_machine->xCurrentTime(g_machine, day);
-}
-int LastError(sqlite3_vfs*, int, char*) {
-    return 0;
-}
-
-sqlite3_vfs g_layer{};
 
 }  // namespace
 
 FaultVfs::FaultVfs() {
     g_faults = this;
     g_machine = sqlite3_vfs_find(nullptr);
-    g_layer = {};
+    g_layer = *g_machine;
     g_layer.iVersion = 1;
-    g_layer.szOsFile = static_cast<int>(sizeof(File)) + g_machine->szOsFile;
-    g_layer.mxPathname = g_machine->mxPathname;
+    g_layer.pNext = nullptr;
     g_layer.zName = Name();
     g_layer.xOpen = Open;
     g_layer.xDelete = DeleteFile;
     g_layer.xAccess = Access;
-    g_layer.xFullPathname = FullPathname;
-    g_layer.xRandomness = Randomness;
     g_layer.xSleep = SleepInstead;
-    g_layer.xCurrentTime = CurrentTime;
-    g_layer.xGetLastError = LastError;
     sqlite3_vfs_register(&g_layer, 0);
 }
 
@@ -191,6 +137,12 @@ void FaultVfs::Sleep() {
     ++m_sleeps;
     if (m_sleep) {
         m_sleep();
+    }
+}
+
+void FaultVfs::Note(char what) {
+    if (m_notes.empty() || m_notes.back() != what) {
+        m_notes += what;
     }
 }
 

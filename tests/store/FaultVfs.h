@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <utility>
 
 struct sqlite3_vfs;
 
@@ -38,11 +40,17 @@ public:
     void SetSleep(std::function<void()> sleep) { m_sleep = std::move(sleep); }
     int Sleeps() const { return m_sleeps; }
 
+    /// What was done to the disk since the last call, repetitions left out: "j" writes to the
+    /// journal, "w" to the store, "J" and "W" their syncs, "d" a file deleted, "D" with its folder
+    /// synced.
+    std::string TakeNotes() { return std::exchange(m_notes, {}); }
+
     // For the layer.
     enum Operation { Read, Write, Sync, Truncate, Delete, Make };
     bool Fails(Operation operation);
     bool IsWriteProtected() const { return m_writeProtected; }
     void Sleep();
+    void Note(char what);
 
 private:
     int m_failFrom = 0;
@@ -51,6 +59,7 @@ private:
     bool m_writeProtected = false;
     int m_sleeps = 0;
     std::function<void()> m_sleep;
+    std::string m_notes;
 };
 
 }  // namespace ta::test

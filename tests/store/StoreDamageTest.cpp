@@ -206,6 +206,43 @@ TEST_F(StoreDamageTest, AFileRemovedMeanwhileIsMadeAgain) {
     EXPECT_EQ(LoadGeneration(store), 1);
 }
 
+// The disk fails when the lost file has been begun anew and does not hold again what the lost one
+// held; another process finds it so and commits. Its state stays.
+TEST_F(StoreDamageTest, ACommitBetweenALossAndTheRestoreIsNotOverwritten) {
+    int between = 0;
+    for (int failure = 1; failure < 60; ++failure) {
+        SCOPED_TRACE(failure);
+        RemoveAll();
+        Make(1);
+        TestStore store(Path());
+        QFile::remove(Path());
+        store.SetTAGroupMaxCount(20);
+        faults.FailFrom(failure, FaultVfs::DeadDisk);
+        store.PackFile();
+        faults.Heal();
+        {
+            TestStore other(Path());
+            if (other.opened.state != OpenResult::Opened || LoadGeneration(other) != 0) {
+                continue;
+            }
+            ++between;
+            EXPECT_EQ(store.TakeError().path, Path());
+            SaveGeneration(other, 2);
+            other.PackFile();
+        }
+        store.PackFile();
+        EXPECT_TRUE(store.errors.empty());
+        EXPECT_TRUE(store.ReloadFlag());
+        EXPECT_TRUE(store.SetTASettingReloadType(false));
+        EXPECT_EQ(LoadGeneration(store), 2);
+        EXPECT_EQ(Stored(), 2);
+        int count = 0;
+        EXPECT_TRUE(store.GetTAGroupMaxCount(count));
+        EXPECT_EQ(count, 20);
+    }
+    EXPECT_GT(between, 5);
+}
+
 TEST_F(StoreDamageTest, AFileReplacedMeanwhileIsTakenUpAndNotOverwritten) {
     for (const bool byPacking : {false, true}) {
         RemoveAll();

@@ -58,35 +58,93 @@ TEST_F(StoreFailureTest, WhereverADiskFailsTheOldStateStaysAndTheNewOneIsPending
     }
 }
 
-TEST_F(StoreFailureTest, EveryFailingPackFileReportsOnceAndNothingIsLostMeanwhile) {
+// What a power cut leaves depends on these syncs and their order: the journal is on the disk before
+// the store is touched, the store before the journal goes, and the journal's end before PackFile
+// returns.
+TEST_F(StoreFailureTest, APackFileIsOneTransactionSyncedInOrder) {
     Make(1);
     TestStore store(Path());
-    faults.FailFrom(1, FaultVfs::DiskFull);
-    for (int generation = 2; generation < 6; ++generation) {
+    faults.TakeNotes();
+    for (const int generation : {2, 7}) {
+        SaveGeneration(store, generation);
+        EXPECT_EQ(faults.TakeNotes(), "");
+        store.PackFile();
+        EXPECT_EQ(faults.TakeNotes(), "jJjJwWD");
+        store.PackFile();
         SaveGeneration(store, generation);
         store.PackFile();
-        EXPECT_EQ(store.TakeError().reason, PackError::DiskFull);
-        EXPECT_EQ(LoadGeneration(store), generation);
+        EXPECT_EQ(faults.TakeNotes(), "");
     }
-    EXPECT_FALSE(store.ReloadFlag());
-    faults.Heal();
-    store.PackFile();
-    EXPECT_TRUE(store.errors.empty());
-    EXPECT_EQ(Stored(), 5);
 }
 
-TEST_F(StoreFailureTest, AFullDiskAtTheFirstStartCostsNothingOnceThereIsRoom) {
-    faults.FailFrom(1, FaultVfs::DiskFull);
+/// A disk that refuses, when and how it is told.
+struct Refusal {
+    const char* name;
+    int stored;  ///< the state in the file; 0 for no file
+    void (*beforeOpen)(FaultVfs&);
+    void (*afterOpen)(FaultVfs&);
+    OpenResult::State opened;
+    PackError::Reason reason;
+    bool heals = true;  ///< else the store is never written
+};
+
+const Refusal kRefusals[] = {
+    {"full at the first start", 0, [](FaultVfs& disk) { disk.FailFrom(1, FaultVfs::DiskFull); },
+     nullptr, OpenResult::Failed, PackError::NotOpen},
+    {"full later", 1, nullptr, [](FaultVfs& disk) { disk.FailFrom(1, FaultVfs::DiskFull); },
+     OpenResult::Opened, PackError::DiskFull},
+    {"read-only", 1, [](FaultVfs& disk) { disk.SetWriteProtected(true); }, nullptr,
+     OpenResult::ReadOnly, PackError::CannotWrite},
+    {"read-only later", 1, nullptr, [](FaultVfs& disk) { disk.SetWriteProtected(true); },
+     OpenResult::Opened, PackError::CannotWrite},
+    {"read-only at the first start", 0, [](FaultVfs& disk) { disk.SetWriteProtected(true); },
+     nullptr, OpenResult::ReadOnly, PackError::CannotWrite},
+    // What could not be read might be worth more than what is written over it.
+    {"not readable", 1, [](FaultVfs& disk) { disk.FailFrom(1, FaultVfs::ReadError); },
+     [](FaultVfs& disk) { disk.Heal(); }, OpenResult::Failed, PackError::NotOpen, false},
+};
+
+TEST_F(StoreFailureTest, WhatADiskRefusesIsReportedEachTimeAndStaysPendingUntilItHeals) {
+    for (const Refusal& refusal : kRefusals) {
+        SCOPED_TRACE(refusal.name);
+        QFile::remove(Path());
+        if (refusal.stored != 0) {
+            Make(refusal.stored);
+        }
+        const QByteArray before = refusal.stored == 0 ? QByteArray() : Contents(Path());
+        const auto tell = [&](void (*how)(FaultVfs&)) { how != nullptr ? how(faults) : void(); };
+        tell(refusal.beforeOpen);
+        TestStore store(Path());
+        EXPECT_EQ(store.opened.state, refusal.opened);
+        EXPECT_TRUE(refusal.opened != OpenResult::Failed || !store.opened.reason.isEmpty());
+        tell(refusal.afterOpen);
+        for (int generation = 2; generation < 5; ++generation) {
+            SaveGeneration(store, generation);
+            store.PackFile();
+            EXPECT_EQ(store.TakeError().reason, refusal.reason);
+            EXPECT_EQ(LoadGeneration(store), generation);
+        }
+        if (refusal.stored != 0) {
+            EXPECT_EQ(Contents(Path()), before);
+            EXPECT_EQ(Files(), QStringList("settings.db"));
+        }
+        faults.Heal();
+        faults.SetWriteProtected(false);
+        store.PackFile();
+        EXPECT_EQ(store.errors.empty(), refusal.heals);
+        EXPECT_EQ(Stored(), refusal.heals ? 4 : refusal.stored);
+    }
+}
+
+TEST_F(StoreFailureTest, TheFlagOfAReadOnlyStoreIsItsOwnProcesss) {
+    Make(1);
+    faults.SetWriteProtected(true);
     TestStore store(Path());
-    EXPECT_EQ(store.opened.state, OpenResult::Failed);
-    SaveGeneration(store, 1);
-    store.PackFile();
-    EXPECT_EQ(store.TakeError().reason, PackError::NotOpen);
     EXPECT_EQ(LoadGeneration(store), 1);
-    faults.Heal();
-    store.PackFile();
-    EXPECT_TRUE(store.errors.empty());
-    EXPECT_EQ(Stored(), 1);
+    EXPECT_FALSE(store.SetTASettingReloadType(true));
+    EXPECT_TRUE(store.ReloadFlag());
+    EXPECT_TRUE(store.SetTASettingReloadType(false));
+    EXPECT_FALSE(store.ReloadFlag());
 }
 
 #if defined(Q_OS_UNIX)
@@ -111,70 +169,6 @@ TEST_F(StoreFailureTest, TheSystemsOwnLimitOnAFileIsReported) {
     EXPECT_EQ(Stored(), 2);
 }
 #endif
-
-TEST_F(StoreFailureTest, AReadOnlyStoreIsReadAndWrittenAsSoonAsItCanBe) {
-    Make(1);
-    const QByteArray before = Contents(Path());
-    faults.SetWriteProtected(true);
-    TestStore store(Path());
-    EXPECT_EQ(store.opened.state, OpenResult::ReadOnly);
-    EXPECT_EQ(LoadGeneration(store), 1);
-    SaveGeneration(store, 2);
-    EXPECT_FALSE(store.SetTASettingReloadType(true));
-    EXPECT_TRUE(store.SetTASettingReloadType(false));
-    for (int i = 0; i < 2; ++i) {
-        store.PackFile();
-        EXPECT_EQ(store.TakeError().reason, PackError::CannotWrite);
-        EXPECT_EQ(LoadGeneration(store), 2);
-    }
-    EXPECT_EQ(Contents(Path()), before);
-    EXPECT_EQ(Files(), QStringList("settings.db"));
-    faults.SetWriteProtected(false);
-    store.PackFile();
-    EXPECT_TRUE(store.errors.empty());
-    EXPECT_EQ(Stored(), 2);
-}
-
-TEST_F(StoreFailureTest, WhatBecomesReadOnlyOrWasNeverMadeIsReportedAndWrittenLater) {
-    for (const int stored : {0, 1}) {
-        if (stored != 0) {
-            QFile::remove(Path());
-            Make(stored);
-        }
-        faults.SetWriteProtected(stored == 0);
-        TestStore store(Path());
-        EXPECT_EQ(store.opened.state, stored == 0 ? OpenResult::ReadOnly : OpenResult::Opened);
-        SaveGeneration(store, 2);
-        faults.SetWriteProtected(true);
-        store.PackFile();
-        EXPECT_EQ(store.TakeError().reason, PackError::CannotWrite);
-        faults.SetWriteProtected(false);
-        if (stored != 0) {
-            EXPECT_EQ(Stored(), stored);
-        }
-        store.PackFile();
-        EXPECT_TRUE(store.errors.empty());
-        EXPECT_EQ(Stored(), 2);
-    }
-}
-
-TEST_F(StoreFailureTest, AStoreThatCouldNotBeReadIsNeverWritten) {
-    Make(1);
-    const QByteArray before = Contents(Path());
-    faults.FailFrom(1, FaultVfs::ReadError);
-    TestStore store(Path());
-    faults.Heal();
-    EXPECT_EQ(store.opened.state, OpenResult::Failed);
-    EXPECT_FALSE(store.opened.reason.isEmpty());
-    SaveGeneration(store, 2);
-    for (int i = 0; i < 2; ++i) {
-        store.PackFile();
-        EXPECT_EQ(store.TakeError().reason, PackError::NotOpen);
-        EXPECT_EQ(LoadGeneration(store), 2);
-    }
-    EXPECT_EQ(Contents(Path()), before);
-    EXPECT_EQ(Files(), QStringList("settings.db"));
-}
 
 TEST_F(StoreFailureTest, NoFileNameOrAFolderAsTheFileFailsAndMissingFoldersAreMade) {
     ASSERT_TRUE(QDir(folder.path()).mkdir("settings.db"));
@@ -208,33 +202,13 @@ TEST_F(StoreFailureTest, LoadsKeepTheirStateWhileTheDiskCannotBeRead) {
     EXPECT_EQ(LoadGeneration(store), 2);
 }
 
-namespace {
-
-/// Another program that holds the store's lock.
-class Holder {
-public:
-    explicit Holder(const QString& path) {
-        EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_handle), SQLITE_OK);
-        EXPECT_EQ(Run("BEGIN EXCLUSIVE"), SQLITE_OK);
-    }
-    ~Holder() { sqlite3_close(m_handle); }
-    Holder(const Holder&) = delete;
-    Holder& operator=(const Holder&) = delete;
-
-    int Run(const char* sql) { return sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr); }
-
-private:
-    sqlite3* m_handle = nullptr;
-};
-
-}  // namespace
-
 TEST_F(StoreFailureTest, PackFileWaitsForAnotherProcessAndReportsWhenItTakesTooLong) {
     Make(1);
     FakeTime time;
     TestStore store(Path(), FaultVfs::Name(), time.Clock());
     SaveGeneration(store, 2);
-    Holder holder(Path());
+    SQLite::Database holder(Path().toStdString(), SQLite::OPEN_READWRITE);
+    holder.exec("BEGIN EXCLUSIVE");
     store.PackFile();
     EXPECT_EQ(store.TakeError().reason, PackError::InUse);
     EXPECT_GT(faults.Sleeps(), 10);
@@ -248,7 +222,7 @@ TEST_F(StoreFailureTest, PackFileWaitsForAnotherProcessAndReportsWhenItTakesTooL
 
     faults.SetSleep([&] {
         if (faults.Sleeps() > sleeps + 3) {
-            holder.Run("COMMIT");
+            holder.exec("COMMIT");
         }
     });
     store.PackFile();

@@ -10,8 +10,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <SQLiteCpp/Database.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <chrono>
 #include <memory>
@@ -94,10 +94,8 @@ protected:
 
     /// Runs statements on the file, past the store.
     static void RunSql(const QString& path, const std::string& sql) {
-        sqlite3* handle = nullptr;
-        ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &handle), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sql;
-        sqlite3_close(handle);
+        SQLite::Database(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
+            .exec(sql);
     }
 
     FaultVfs faults;

@@ -1,5 +1,6 @@
 #include "tests/store/StoreFixture.h"
 
+#include <functional>
 #include <map>
 #include <random>
 
@@ -17,106 +18,64 @@ TrendLinesByType OneLine(const CString& data) {
     return {{"0a/2330/0000/0/x", {data}}};
 }
 
-/// Saves a different value with each operation and gives them all back as one text.
-class Everything {
-public:
-    static void Save(SqliteStore& store, int seed) {
-        const auto number = static_cast<std::uint32_t>(seed) + 0xfffffff0u;
-        store.SetTAGroupMaxCount(seed);
-        store.SaveTAGroupNameList({"", kWildText, CString(70000, 'n')});
-        store.SaveTAGroupStudyList(3, "StudyTypeLogKey01", {seed, -1, INT32_MIN, INT32_MAX});
-        store.SaveTAGroupStudyList(3, "StudyTypeLogKey10", {});
-        store.SaveTAGroupUniNum(3, -seed);
-        store.SaveTAStudyParamSetting(3, {kWildText, ""});
-        store.SaveTAStudyShapeSetting(3, {});
-        store.SaveTAStudyShowCount(3, seed + 1);
-        store.SaveTATechWndShowKey(3, seed + 2);
-        store.SaveTASettingScalePos(3, number);
-        store.SaveTASettingCursorLineLockMode(3, number + 1);
-        store.SaveTASettingCursorMoveStyle(3, number + 2);
-        int bits = seed;
-        for (const Flag& flag : kFlags) {
-            (store.*flag.save)(3, bits % 2 != 0);
-            bits /= 2;
-        }
-        store.SetTAViewGroupSetting(-7, {{"view###1", seed}, {kWildText, -1}});
-        store.SaveTATrendLine(kClass, "0a/2330", {{"key", {kWildText, ""}}, {"none", {}}});
-        store.SaveTATrendLineSymbolUpdTime(kClass, 0x0a, "2330", "2024-02-29");
-    }
+using Texts = std::vector<CString>;
+using Studies = std::vector<std::int32_t>;
 
-    static void Check(SqliteStore& store, int seed) {
-        const auto number = static_cast<std::uint32_t>(seed) + 0xfffffff0u;
-        Names names;
-        Studies first;
-        Studies last{1};
-        Names params;
-        Names shapes{"x"};
-        SqliteStore::ViewGroups views;
-        TrendLinesByType lines;
-        CString date;
-        EXPECT_EQ(Number(store, &SqliteStore::GetTAGroupMaxCount), seed);
-        EXPECT_TRUE(store.LoadTAGroupNameList(names));
-        EXPECT_EQ(names, (Names{"", kWildText, CString(70000, 'n')}));
-        EXPECT_TRUE(store.LoadTAGroupStudyList(3, "StudyTypeLogKey01", first));
-        EXPECT_EQ(first, (Studies{seed, -1, INT32_MIN, INT32_MAX}));
-        EXPECT_TRUE(store.LoadTAGroupStudyList(3, "StudyTypeLogKey10", last));
-        EXPECT_TRUE(last.empty());
-        EXPECT_EQ(Number(store, &SqliteStore::LoadTAGroupUniNum), -seed);
-        EXPECT_TRUE(store.LoadTAStudyParamSetting(3, params));
-        EXPECT_EQ(params, (Names{kWildText, ""}));
-        EXPECT_TRUE(store.LoadTAStudyShapeSetting(3, shapes));
-        EXPECT_TRUE(shapes.empty());
-        EXPECT_EQ(Number(store, &SqliteStore::LoadTAStudyShowCount), seed + 1);
-        EXPECT_EQ(Number(store, &SqliteStore::LoadTATechWndShowKey), seed + 2);
-        EXPECT_EQ(Number(store, &SqliteStore::LoadTASettingScalePos), number);
-        EXPECT_EQ(Number(store, &SqliteStore::LoadTASettingCursorLineLockMode), number + 1);
-        EXPECT_EQ(Number(store, &SqliteStore::LoadTASettingCursorMoveStyle), number + 2);
-        int bits = seed;
-        for (const Flag& flag : kFlags) {
-            EXPECT_EQ(Number(store, flag.load), bits % 2 != 0);
-            bits /= 2;
-        }
-        EXPECT_TRUE(store.GetTAViewGroupSetting(-7, views));
-        EXPECT_EQ(views, (SqliteStore::ViewGroups{{"view###1", seed}, {kWildText, -1}}));
-        EXPECT_TRUE(store.LoadTATrendLine(kClass, "0a/2330", lines));
-        EXPECT_EQ(lines, (TrendLinesByType{{"key", {kWildText, ""}}, {"none", {}}}));
-        EXPECT_TRUE(store.LoadTATrendLineSymbolUpdTime(kClass, 0x0a, "2330", date));
-        EXPECT_EQ(date, "2024-02-29");
-    }
-
-private:
-    using Names = std::vector<CString>;
-    using Studies = std::vector<std::int32_t>;
+/// Calls `visit` with each pair of operations, a value of their own and where it goes.
+template <typename Visit>
+void ForEachOperation(int seed, const Visit& visit) {
     using S = SqliteStore;
+    const auto number = static_cast<std::uint32_t>(seed) + 0xfffffff0u;
+    const CString symbolKey = "0a/2330";
+    visit(&S::SetTAGroupMaxCount, &S::GetTAGroupMaxCount, seed);
+    visit(&S::SaveTAGroupNameList, &S::LoadTAGroupNameList,
+          Texts{"", kWildText, CString(70000, 'n')});
+    visit(&S::SaveTAGroupStudyList, &S::LoadTAGroupStudyList,
+          Studies{seed, -1, INT32_MIN, INT32_MAX}, 3, "StudyTypeLogKey01");
+    visit(&S::SaveTAGroupStudyList, &S::LoadTAGroupStudyList, Studies{}, 3, "StudyTypeLogKey10");
+    visit(&S::SaveTAGroupUniNum, &S::LoadTAGroupUniNum, -seed, 3);
+    visit(&S::SaveTAStudyParamSetting, &S::LoadTAStudyParamSetting, Texts{kWildText, ""}, 3);
+    visit(&S::SaveTAStudyShapeSetting, &S::LoadTAStudyShapeSetting, Texts{}, 3);
+    visit(&S::SaveTAStudyShowCount, &S::LoadTAStudyShowCount, seed + 1, 3);
+    visit(&S::SaveTATechWndShowKey, &S::LoadTATechWndShowKey, seed + 2, 3);
+    visit(&S::SaveTASettingScalePos, &S::LoadTASettingScalePos, number, 3);
+    visit(&S::SaveTASettingCursorLineLockMode, &S::LoadTASettingCursorLineLockMode, number + 1, 3);
+    visit(&S::SaveTASettingCursorMoveStyle, &S::LoadTASettingCursorMoveStyle, number + 2, 3);
+    const auto bit = [seed](int n) { return (seed >> n) % 2 != 0; };
+    visit(&S::SaveTASettingChartGrid, &S::LoadTASettingChartGrid, bit(0), 3);
+    visit(&S::SaveTASettingCursor, &S::LoadTASettingCursor, bit(1), 3);
+    visit(&S::SaveTASettingCursorOld, &S::LoadTASettingCursorOld, bit(2), 3);
+    visit(&S::SaveTASettingShowTAInfo, &S::LoadTASettingShowTAInfo, bit(3), 3);
+    visit(&S::SaveTASettingCrossLine, &S::LoadTASettingCrossLine, bit(4), 3);
+    visit(&S::SaveTASettingLowIdx, &S::LoadTASettingLowIdx, bit(5), 3);
+    visit(&S::SaveTASettingHighLow, &S::LoadTASettingHighLow, bit(6), 3);
+    visit(&S::SaveTASettingCDP, &S::LoadTASettingCDP, bit(7), 3);
+    visit(&S::SetTAViewGroupSetting, &S::GetTAViewGroupSetting,
+          S::ViewGroups{{"view###1", seed}, {kWildText, -1}}, -7);
+    visit(&S::SaveTATrendLine, &S::LoadTATrendLine,
+          TrendLinesByType{{"key", {kWildText, ""}}, {"none", {}}}, kClass, symbolKey);
+    visit(&S::SaveTATrendLineSymbolUpdTime, &S::LoadTATrendLineSymbolUpdTime, CString("2024-02-29"),
+          kClass, '\x0a', "2330");
+}
 
-    struct Flag {
-        bool (S::*load)(unsigned, bool&);
-        bool (S::*save)(unsigned, bool);
-    };
-    static constexpr Flag kFlags[] = {
-        {&S::LoadTASettingChartGrid, &S::SaveTASettingChartGrid},
-        {&S::LoadTASettingCursor, &S::SaveTASettingCursor},
-        {&S::LoadTASettingCursorOld, &S::SaveTASettingCursorOld},
-        {&S::LoadTASettingShowTAInfo, &S::SaveTASettingShowTAInfo},
-        {&S::LoadTASettingCrossLine, &S::SaveTASettingCrossLine},
-        {&S::LoadTASettingLowIdx, &S::SaveTASettingLowIdx},
-        {&S::LoadTASettingHighLow, &S::SaveTASettingHighLow},
-        {&S::LoadTASettingCDP, &S::SaveTASettingCDP},
-    };
+void SaveAll(SqliteStore& store, int seed) {
+    ForEachOperation(seed, [&](auto save, auto, const auto& value, const auto&... where) {
+        EXPECT_TRUE(std::invoke(save, store, where..., value));
+    });
+}
 
-    template <typename Base, typename T>
-    static T Number(SqliteStore& store, bool (Base::*load)(unsigned, T&)) {
-        T value{};
-        EXPECT_TRUE((store.*load)(3, value));
-        return value;
-    }
-    template <typename Base>
-    static int Number(SqliteStore& store, bool (Base::*load)(int&)) {
-        int value = 0;
-        EXPECT_TRUE((store.*load)(value));
-        return value;
-    }
-};
+void CheckAll(SqliteStore& store, int seed) {
+    int operation = 0;
+    ForEachOperation(seed, [&](auto, auto load, const auto& value, const auto&... where) {
+        SCOPED_TRACE(operation++);
+        std::decay_t<decltype(value)> found{};
+        if constexpr (requires { found.emplace_back(); }) {
+            found.emplace_back();  // to be replaced
+        }
+        EXPECT_TRUE(std::invoke(load, store, where..., found));
+        EXPECT_EQ(found, value);
+    });
+}
 
 }  // namespace
 
@@ -126,15 +85,15 @@ TEST_F(StoreValueTest, EveryOperationGivesBackItsValuePendingPackedAndReopened) 
     for (const int seed : {1, 0x55, 0xaa}) {
         {
             TestStore store(Path());
-            Everything::Save(store, seed);
-            Everything::Check(store, seed);
+            SaveAll(store, seed);
+            CheckAll(store, seed);
             store.PackFile();
-            Everything::Check(store, seed);
+            CheckAll(store, seed);
             EXPECT_TRUE(store.errors.empty());
         }
         TestStore store(Path());
         EXPECT_EQ(store.opened.state, OpenResult::Opened);
-        Everything::Check(store, seed);
+        CheckAll(store, seed);
     }
 }
 
