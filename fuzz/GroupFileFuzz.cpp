@@ -58,8 +58,11 @@ void Import(Terminal& terminal, const ProfileReader& file) {
     GroupMerge merge;
     const std::vector<CString> existing = terminal.Names();
     const int most = terminal.repository->GetMaxTAGroupCount();
-    merge.InsertAllGroup(existing, GetGroupNameListFromFile(file), most, true, existing.size());
-    std::vector<CString> names = merge.MergeList();
+    std::vector<CString> fromFile;
+    GetGroupNameListFromFile(file, fromFile);
+    Require(fromFile.size() <= kMaxNamesInFile, "more names than are read");
+    merge.InsertAllGroup(existing, fromFile, most, true, existing.size());
+    std::vector<CString> names = merge.GetMergeList();
     Require(names.size() <= static_cast<std::size_t>(most), "more groups than the maximum");
     for (const CString& name : names) {
         if (merge.IsLoadSettingFromFile(name)) {

@@ -11,24 +11,41 @@
 namespace ta::groupfile {
 namespace {
 
-std::vector<CString> SplitValue(const ProfileReader& file, const CString& name,
-                                const CString& key) {
-    std::vector<CString> parts;
-    SplitString(GetPrivateProfileStringEx(name, key, {}, file), "$", parts);
-    return parts;
-}
+/// Reads lists of one group; `noMemory` may be null.
+class ListReader {
+public:
+    ListReader(const ProfileReader& file, const CString& name, bool* noMemory)
+        : m_file(file), m_name(name), m_noMemory(noMemory) {}
 
-std::vector<StudyType> StudiesOfPane(const ProfileReader& file, const CString& name, int pane) {
-    std::vector<StudyType> studies;
-    for (const CString& part :
-         SplitValue(file, name, StudyTypeKey(static_cast<std::size_t>(pane)))) {
-        studies.push_back(static_cast<StudyType>(std::atoi(part.c_str())));
+    std::vector<CString> Strings(const CString& key) const {
+        std::vector<CString> parts;
+        const CString value = GetPrivateProfileStringEx(m_name, key, {}, m_file, m_noMemory);
+        if (SplitString(value, "$", parts) == 0) {
+            if (m_noMemory != nullptr) {
+                *m_noMemory = true;
+            }
+            parts.resize(1);
+        }
+        return parts;
     }
-    return studies;
-}
 
-bool HasValue(const ProfileReader& file, const CString& name, int pane) {
-    return !file.GetString(name, StudyTypeKey(static_cast<std::size_t>(pane))).empty();
+    std::vector<StudyType> Studies(const CString& key) const {
+        std::vector<StudyType> studies;
+        for (const CString& part : Strings(key)) {
+            studies.push_back(static_cast<StudyType>(std::atoi(part.c_str())));
+        }
+        return studies;
+    }
+
+private:
+    const ProfileReader& m_file;
+    const CString& m_name;
+    bool* m_noMemory;
+};
+
+bool HasValue(const ProfileReader& file, const CString& name, const CString& key) {
+    char first[2];
+    return file.GetString(name, key, {}, first, sizeof first) > 0;
 }
 
 bool SameStrings(const std::vector<CString>& a, const std::vector<CString>& b) {
@@ -73,7 +90,8 @@ GroupContents ContentsInRepository(CTaSettingHandle& repository, const CString& 
     return contents;
 }
 
-GroupContents ContentsInFile(const ProfileReader& file, const CString& name) {
+GroupContents ContentsInFile(const ProfileReader& file, const CString& name, bool* noMemory) {
+    const ListReader lists(file, name, noMemory);
     GroupContents contents;
     contents.showCount = file.GetInt(name, "StudyShowCount", 1);
     contents.wndShowKey = file.GetInt(name, "TechWndShowKey", -1);
@@ -81,15 +99,15 @@ GroupContents ContentsInFile(const ProfileReader& file, const CString& name) {
         contents.wndShowKey = contents.showCount;
     }
     contents.hasParams = true;
-    contents.params = SplitValue(file, name, "ParamSetting");
+    contents.params = lists.Strings("ParamSetting");
     contents.hasShapes = true;
-    contents.shapes = SplitValue(file, name, "ShapeSetting");
+    contents.shapes = lists.Strings("ShapeSetting");
     contents.hasStudyLists = true;
     for (int pane = 1; pane <= kPaneCount; ++pane) {
+        const CString key = StudyTypeKey(static_cast<std::size_t>(pane));
         const bool shown = pane <= contents.showCount;
-        contents.studyLists.push_back(shown || HasValue(file, name, pane)
-                                          ? StudiesOfPane(file, name, pane)
-                                          : std::vector<StudyType>());
+        contents.studyLists.push_back(
+            shown || HasValue(file, name, key) ? lists.Studies(key) : std::vector<StudyType>());
     }
     contents.studyLists = settings::PackStudyLists(contents.studyLists);
     return contents;

@@ -44,7 +44,8 @@ GroupContents ContentsInRepository(CTaSettingHandle& repository, const CString& 
 /// The contents that the file's section of this name gives an import. Missing keys take their
 /// defaults: a show count of 1, the show count as layout key, one empty string as parameters and
 /// shapes, study 0 in a pane without a value. A pane that is not shown and has no value stays
-/// empty.
-GroupContents ContentsInFile(const ProfileReader& file, const CString& name);
+/// empty. `noMemory` is set when memory lacked for a value, which then counts as missing.
+GroupContents ContentsInFile(const ProfileReader& file, const CString& name,
+                             bool* noMemory = nullptr);
 
 }  // namespace ta::groupfile

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
+#include <set>
 
 namespace ta::groupfile {
 namespace {
@@ -41,6 +43,12 @@ std::vector<CString> NamesOfOneLine(const std::vector<CString>& names) {
     return fitting;
 }
 
+void Set(bool* flag) {
+    if (flag != nullptr) {
+        *flag = true;
+    }
+}
+
 void WriteGroup(ProfileWriter& file, const CString& name, const GroupContents& contents) {
     if (contents.hasStudyLists) {
         for (std::size_t pane = 0; pane < contents.studyLists.size(); ++pane) {
@@ -63,41 +71,59 @@ bool CheckImportFile(const ProfileReader& file) {
     return file.GetString(kCommonSection, "FileVersion") == kFileVersion;
 }
 
-std::vector<CString> GetGroupNameListFromFile(const ProfileReader& file) {
-    std::vector<CString> names;
-    const CString list = GetPrivateProfileStringEx(kCommonSection, "GroupList", {}, file);
-    if (!list.empty()) {
-        SplitString(list, ",", names);
+std::size_t GetGroupNameListFromFile(const ProfileReader& file, std::vector<CString>& out,
+                                     bool* noMemory) {
+    out.clear();
+    const CString list = GetPrivateProfileStringEx(kCommonSection, "GroupList", {}, file, noMemory);
+    if (list.empty()) {
+        return 0;
     }
-    return names;
+    const std::size_t count = SplitString(list, ",", out, kMaxNamesInFile);
+    if (count == 0) {
+        Set(noMemory);
+    }
+    return count;
 }
 
 std::size_t SplitString(std::string_view text, std::string_view separator,
-                        std::vector<CString>& out) {
+                        std::vector<CString>& out, std::size_t most) {
     out.clear();
+    std::size_t count = 0;
     std::size_t start = 0;
-    for (std::size_t end = text.find(separator); end != std::string_view::npos;
-         end = text.find(separator, start)) {
-        out.emplace_back(text.substr(start, end - start));
-        start = end + separator.size();
+    try {
+        while (start != std::string_view::npos) {
+            const std::size_t end = text.find(separator, start);
+            if (count++ < most) {
+                out.emplace_back(text.substr(start, end - start));
+            }
+            start = end == std::string_view::npos ? end : end + separator.size();
+        }
+    } catch (const std::bad_alloc&) {
+        out.clear();
+        return 0;
     }
-    out.emplace_back(text.substr(start));
-    return out.size();
+    return count;
 }
 
 CString GetPrivateProfileStringEx(const CString& section, const CString& key,
-                                  const CString& defaultValue, const ProfileReader& file) {
+                                  const CString& defaultValue, const ProfileReader& file,
+                                  bool* noMemory) {
     constexpr std::size_t kStep = 260;
-    CString buffer(kStep, '\0');
-    for (;;) {
-        const std::size_t copied =
-            file.GetString(section, key, defaultValue, buffer.data(), buffer.size());
-        if (copied != buffer.size() - 1) {
-            buffer.resize(copied);
-            return buffer;
+    try {
+        CString buffer(kStep, '\0');
+        for (;;) {
+            const std::size_t copied =
+                file.GetString(section, key, defaultValue, buffer.data(), buffer.size());
+            if (copied != buffer.size() - 1) {
+                buffer.resize(copied);
+                return buffer;
+            }
+            // Twice as long each time: a value of many megabytes must not take minutes.
+            buffer.resize(2 * buffer.size());
         }
-        // Twice as many steps each time: a value of many megabytes must not take minutes.
-        buffer.resize(2 * buffer.size());
+    } catch (const std::bad_alloc&) {
+        Set(noMemory);
+        return {};
     }
 }
 
@@ -118,11 +144,12 @@ std::string ExportGroups(CTaSettingHandle& repository, const std::vector<CString
 std::vector<CString> GroupsNotCarried(CTaSettingHandle& repository,
                                       const std::vector<CString>& names,
                                       const ProfileReader& file) {
-    const std::vector<CString> carried = GetGroupNameListFromFile(file);
+    std::vector<CString> carried;
+    GetGroupNameListFromFile(file, carried);
+    const std::set<CString> listed(carried.begin(), carried.end());
     std::vector<CString> changed;
     for (const CString& name : names) {
-        const bool listed = std::ranges::find(carried, name) != carried.end();
-        if (!listed ||
+        if (!listed.contains(name) ||
             Differences(ContentsInFile(file, name), ContentsInRepository(repository, name)).Any()) {
             changed.push_back(name);
         }
@@ -131,11 +158,13 @@ std::vector<CString> GroupsNotCarried(CTaSettingHandle& repository,
 }
 
 void ImportGroupSetting(CTaSettingHandle& repository, const CString& name,
-                        const ProfileReader& file) {
+                        const ProfileReader& file, bool* noMemory) {
+    const GroupContents contents = ContentsInFile(file, name, noMemory);
+    repository.ReloadTASetting();
+    const CTaSettingHandle::ReloadHold hold(repository);
     if (repository.FindGroup(name) != 1) {
         repository.AddGroupSetting(name);
     }
-    const GroupContents contents = ContentsInFile(file, name);
     repository.SetStudyCountByGroupName(name, contents.showCount);
     repository.SetTechWndKeyByGroupName(name, contents.wndShowKey);
     repository.SetStudyParamSettingByGroupName(name, contents.params, kDrawInfoReplace);

@@ -3,52 +3,38 @@
 #include <algorithm>
 
 namespace ta::groupfile {
-namespace {
 
-// Neither byte can be the second half of a double-byte character.
-const CString kMark = "* ";
-
-bool Contains(const std::vector<CString>& names, const CString& name) {
-    return std::ranges::find(names, name) != names.end();
-}
-
-}  // namespace
-
-void GroupMerge::InsertAllGroup(const std::vector<CString>& existing,
+bool GroupMerge::InsertAllGroup(const std::vector<CString>& existing,
                                 const std::vector<CString>& fromFile, int maxCount,
                                 bool replaceExisting, std::size_t shownRows) {
     const auto hasRoom = [maxCount](std::size_t count) {
-        return maxCount < 0 || count < static_cast<std::size_t>(maxCount);
+        return maxCount >= 0 && count < static_cast<std::size_t>(maxCount);
     };
-    if (hasRoom(shownRows)) {
+    const bool merges = hasRoom(shownRows);
+    std::set<CString> merged(existing.begin(), existing.end());
+    if (merges) {
         m_mergeList = existing;
         m_loadedList.clear();
         for (const CString& name : fromFile) {
-            if (Contains(existing, name)) {
+            if (merged.contains(name)) {
                 if (replaceExisting) {
-                    m_loadedList.push_back(name);
+                    m_loadedList.insert(name);
                 }
-            } else if (hasRoom(m_mergeList.size()) && !Contains(m_mergeList, name)) {
+            } else if (hasRoom(m_mergeList.size())) {
                 m_mergeList.push_back(name);
-                m_loadedList.push_back(name);
+                m_loadedList.insert(name);
+                merged.insert(name);
             }
         }
     }
+    merged.insert(m_mergeList.begin(), m_mergeList.end());
     m_leftOut = static_cast<std::size_t>(std::ranges::count_if(
-        fromFile, [this](const CString& name) { return !Contains(m_mergeList, name); }));
-}
-
-bool GroupMerge::IsLoadSettingFromFile(const CString& name) const {
-    return Contains(m_loadedList, name);
+        fromFile, [&merged](const CString& name) { return !merged.contains(name); }));
+    return merges;
 }
 
 CString GroupMerge::RowText(const CString& name) const {
-    return IsLoadSettingFromFile(name) ? kMark + name : name;
-}
-
-CString GroupMerge::NameOfRow(const CString& row) {
-    const std::size_t mark = row.find(kMark);
-    return mark == CString::npos ? row : row.substr(mark + kMark.size());
+    return IsLoadSettingFromFile(name) ? "* " + name : name;
 }
 
 }  // namespace ta::groupfile

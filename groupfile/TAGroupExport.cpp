@@ -33,26 +33,6 @@ protected:
     }
 };
 
-/// The path that the user chose; empty when he cancelled. A name with a wildcard is a filter and no
-/// file; for that, and when a new file shall not be created after all, the file dialog comes again.
-QString AskPath(DialogBase& dialog) {
-    const QString title = LangText("IDS_DIALOG-EXPORTTA_TITLE");
-    for (;;) {
-        const QString path = CurrentPrompts().SaveFile(
-            &dialog, {.title = title, .name = "*.TASG", .filter = "*.TASG"});
-        const QString name = QFileInfo(path).fileName();
-        if (name.contains('*')) {
-            continue;
-        }
-        const QString question = LangText("IDS_TADIALOGS-GROUPFILE_ASK_CREATE", name);
-        if (path.isEmpty() || CTAGroupExport::CheckFileExist(path) == 1 ||
-            CurrentPrompts().AskYesNo(&dialog, PromptIcon::Question, title, question,
-                                      Answer::Yes) == Answer::Yes) {
-            return path;
-        }
-    }
-}
-
 }  // namespace
 
 CTAGroupExport::CTAGroupExport(QWidget* parent)
@@ -144,14 +124,18 @@ int CTAGroupExport::SelectPathAndExport() {
     }
     if (ExportFile(path) != 0) {
         TellKey("IDS_TECHVIEW-STRING_GROUPEXPORT_EXPORT_OK", PromptIcon::None);
-        TellGroupsNotCarried(path);
+        Guard([&] { TellGroupsNotCarried(path); });
     }
     return 1;
 }
 
 int CTAGroupExport::GetSaveFilePath(QString& path) {
     path.clear();
-    if (!Guard([&] { path = AskPath(*this); })) {
+    const SaveFileOptions options{.title = LangText("IDS_DIALOG-EXPORTTA_TITLE"),
+                                  .name = "*.TASG",
+                                  .filter = "*.TASG",
+                                  .asksCreate = true};
+    if (!Guard([&] { path = AskSaveFile(this, options); })) {
         return 0;
     }
     return path.isEmpty() ? kIdCancel : kIdOk;
@@ -165,14 +149,18 @@ int CTAGroupExport::ExportFile(const QString& path) {
     if (path.isEmpty()) {
         return 0;
     }
-    CTaSettingHandle& repository = CTaSettingHandle::GetInstance();
-    repository.SaveAllGroupSetting();
-    const QString fault =
-        WriteWholeFile(path, ta::groupfile::ExportGroups(repository, ExportList()));
-    if (!fault.isEmpty()) {
-        Tell(fault);
-    }
-    return fault.isEmpty() ? 1 : 0;
+    bool isWritten = false;
+    Guard([&] {
+        CTaSettingHandle& repository = CTaSettingHandle::GetInstance();
+        repository.SaveAllGroupSetting();
+        const QString fault =
+            WriteWholeFile(path, ta::groupfile::ExportGroups(repository, ExportList()));
+        isWritten = fault.isEmpty();
+        if (!isWritten) {
+            Tell(fault);
+        }
+    });
+    return isWritten ? 1 : 0;
 }
 
 std::vector<CString> CTAGroupExport::ExportList() const {

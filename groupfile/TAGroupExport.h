@@ -11,27 +11,30 @@ namespace Ui {
 class TAGroupExport;
 }
 
-/// Writes the indicator groups that the user checks to a group file. Modal; DoModal gives kIdOk or
-/// kIdCancel.
+/// Writes the indicator groups that the user checks to a group file. Modal; DoModal gives kIdOk,
+/// whatever came of the export, or kIdCancel when the user left without one. No operation throws.
 class TADIALOGS_EXPORT CTAGroupExport : public ta::ui::DialogBase {
     Q_OBJECT
 
 public:
-    /// Reads the repository's group names; groups that come later are not seen.
+    /// Reads the names of the process-wide repository; groups that come later are not seen.
+    /// `parent` may be null and stays the caller's.
     explicit CTAGroupExport(QWidget* parent = nullptr);
     ~CTAGroupExport() override;
 
     /// Asks for a path and writes the file; messages tell what came of it, and which groups the
     /// file cannot carry unchanged. 0 when no path was chosen, else 1.
     int SelectPathAndExport();
-    /// Asks for a path. kIdOk; kIdCancel, and an empty path, when the user cancelled; 0 when the
-    /// file dialog could not be shown.
+    /// Asks for a path until the name has no "*", which is told, and a new file shall be made.
+    /// kIdOk; kIdCancel, and an empty path, when the user cancelled; 0 when the file dialog could
+    /// not be shown, which is told.
     int GetSaveFilePath(QString& path);
-    /// 1 when there is a file at the path, else 0.
+    /// 1 when there is a file or folder at the path, else 0.
     static int CheckFileExist(const QString& path);
     /// Saves the repository and writes the checked groups; all groups when the list is not filled.
-    /// 1 after writing. 0 when nothing was written: no path, or a failure, which the user was told
-    /// of; an existing file is then as it was.
+    /// An existing file is not deleted first: it is replaced as a whole, or stays as it was when
+    /// anything fails. 1 after writing. 0 when nothing was written: no path, or a failure, which
+    /// the user is told of.
     int ExportFile(const QString& path);
 
 protected:

@@ -10,6 +10,9 @@
 #include "ui_TAGroupImport.h"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
+#include <set>
 
 using namespace ta::ui;
 using ta::ProfileReader;
@@ -17,8 +20,11 @@ using ta::groupfile::GroupMerge;
 
 struct CTAGroupImport::Merge {
     GroupMerge lists;
-    ProfileReader shownFile;  ///< the file as it was when the lists were filled
-    ProfileReader fileAtOk;
+    std::optional<ProfileReader> file;  ///< once it could be read
+    std::vector<CString> fromFile;      ///< the names in the file
+    std::size_t listed = 0;             ///< how many names it lists
+    int added = 0;
+    int overwritten = 0;
 };
 
 namespace {
@@ -43,26 +49,24 @@ std::vector<CString> ExistingGroups() {
     return names;
 }
 
-/// Parses the file into `file`. Returns an empty string or why it could not be read.
-QString ReadGroupFile(const QString& path, ProfileReader& file) {
+/// Parses the file into `file`. Returns an empty string, or why it could not be read.
+QString ReadGroupFile(const QString& path, std::optional<ProfileReader>& file) {
     std::string bytes;
     const QString fault = ReadWholeFile(path, bytes);
-    file = ProfileReader(bytes);
+    if (fault.isEmpty()) {
+        file.emplace(bytes);
+    }
     return fault;
 }
 
-/// The row's text in the code page's bytes, which a hostile name may not survive as shown.
-CString RowText(const QListWidgetItem& row) {
+/// The row's group, in the code page's bytes, which a hostile name may not survive as shown.
+CString NameOf(const QListWidgetItem& row) {
     return row.data(Qt::UserRole).toByteArray().toStdString();
 }
 
-void AddRow(QListWidget& list, const CString& text) {
+void AddRow(QListWidget& list, const CString& name, const CString& text) {
     auto* row = new QListWidgetItem(ToQString(text), &list);
-    row->setData(Qt::UserRole, QByteArray::fromStdString(text));
-}
-
-bool Contains(const std::vector<CString>& names, const CString& name) {
-    return std::ranges::find(names, name) != names.end();
+    row->setData(Qt::UserRole, QByteArray::fromStdString(name));
 }
 
 }  // namespace
@@ -121,17 +125,23 @@ void CTAGroupImport::vLoadLanguageString() {
     LoadLanguageStrings();
 }
 
+QString CTAGroupImport::ReadFile() {
+    return m_merge->file ? QString() : ReadGroupFile(m_path, m_merge->file);
+}
+
 int CTAGroupImport::CheckImportFile() {
-    ProfileReader file;
-    return ReadGroupFile(m_path, file).isEmpty() && ta::groupfile::CheckImportFile(file) ? 1 : 0;
+    bool isRight = false;
+    Guard(
+        [&] { isRight = ReadFile().isEmpty() && ta::groupfile::CheckImportFile(*m_merge->file); });
+    return isRight ? 1 : 0;
 }
 
 void CTAGroupImport::RefuseWrongFile() {
-    const QString fault = ReadGroupFile(m_path, m_merge->shownFile);
+    const QString fault = ReadFile();
     if (!fault.isEmpty()) {
         Tell(fault);
         PostClose();
-    } else if (!ta::groupfile::CheckImportFile(m_merge->shownFile)) {
+    } else if (!ta::groupfile::CheckImportFile(*m_merge->file)) {
         TellKey("IDS_TECHVIEW-STRING_GROUPIMPORT_VERSION_ERR");
         PostClose();
     }
@@ -140,10 +150,18 @@ void CTAGroupImport::RefuseWrongFile() {
 void CTAGroupImport::InitialGroupListBox() {
     const std::vector<CString> existing = ExistingGroups();
     for (const CString& name : existing) {
-        AddRow(*m_ui->existingList, name);
+        AddRow(*m_ui->existingList, name, name);
     }
-    for (const CString& name : ta::groupfile::GetGroupNameListFromFile(m_merge->shownFile)) {
-        AddRow(*m_ui->fileList, name);
+    if (m_merge->file) {
+        bool noMemory = false;
+        m_merge->listed =
+            ta::groupfile::GetGroupNameListFromFile(*m_merge->file, m_merge->fromFile, &noMemory);
+        if (noMemory) {
+            TellKey("IDS_TECHVIEW-STRING_MEMORY_ERR");
+        }
+    }
+    for (const CString& name : m_merge->fromFile) {
+        AddRow(*m_ui->fileList, name, name);
     }
     m_merge->lists.SetMergeList(existing);
     UpdateRightListBox();
@@ -152,19 +170,18 @@ void CTAGroupImport::InitialGroupListBox() {
 void CTAGroupImport::InsertAllGroup() {
     const int maxCount = Repository().GetMaxTAGroupCount();
     const int rows = m_ui->mergeList->count();
-    ReadGroupFile(m_path, m_merge->shownFile);
-    m_merge->lists.InsertAllGroup(ExistingGroups(),
-                                  ta::groupfile::GetGroupNameListFromFile(m_merge->shownFile),
-                                  maxCount, m_replaceExisting == 1, static_cast<std::size_t>(rows));
-    UpdateRightListBox();
+    if (m_merge->lists.InsertAllGroup(ExistingGroups(), m_merge->fromFile, maxCount,
+                                      m_replaceExisting == 1, static_cast<std::size_t>(rows))) {
+        UpdateRightListBox();
+    }
     UpdateNotice(maxCount, rows >= maxCount);
 }
 
 void CTAGroupImport::UpdateRightListBox() {
     m_ui->mergeList->setUpdatesEnabled(false);
     m_ui->mergeList->clear();
-    for (const CString& name : m_merge->lists.MergeList()) {
-        AddRow(*m_ui->mergeList, m_merge->lists.RowText(name));
+    for (const CString& name : m_merge->lists.GetMergeList()) {
+        AddRow(*m_ui->mergeList, name, m_merge->lists.RowText(name));
     }
     m_ui->mergeList->setCurrentRow(0);
     m_ui->mergeList->setUpdatesEnabled(true);
@@ -175,7 +192,7 @@ void CTAGroupImport::UpdateMergeList() {
     std::vector<CString> names;
     names.reserve(static_cast<std::size_t>(m_ui->mergeList->count()));
     for (int row = 0; row < m_ui->mergeList->count(); ++row) {
-        names.push_back(GroupMerge::NameOfRow(RowText(*m_ui->mergeList->item(row))));
+        names.push_back(NameOf(*m_ui->mergeList->item(row)));
     }
     m_merge->lists.SetMergeList(std::move(names));
 }
@@ -193,6 +210,10 @@ void CTAGroupImport::UpdateNotice(int maxCount, bool wasFull) {
     if (const std::size_t leftOut = m_merge->lists.LeftOutCount(); leftOut > 0) {
         lines.append(LangText("IDS_TADIALOGS-GROUPFILE_LEFT_OUT", QString::number(leftOut), most));
     }
+    if (const std::size_t read = m_merge->fromFile.size(); m_merge->listed > read) {
+        lines.append(LangText("IDS_TADIALOGS-GROUPFILE_TOO_MANY_NAMES",
+                              QString::number(m_merge->listed), QString::number(read)));
+    }
     m_ui->noticeLabel->setText(lines.join('\n'));
     m_ui->noticeLabel->setVisible(!lines.isEmpty());
 }
@@ -209,65 +230,95 @@ void CTAGroupImport::ShowSummary(const QListWidget& list, const QListWidgetItem*
         return;
     }
     using namespace ta::groupfile;
-    const bool isMerged = &list == m_ui->mergeList;
-    const CString name = isMerged ? GroupMerge::NameOfRow(RowText(*item)) : RowText(*item);
-    const bool fromFile =
-        isMerged ? m_merge->lists.IsLoadSettingFromFile(name) : &list == m_ui->fileList;
+    const CString name = NameOf(*item);
+    const bool fromFile = &list == m_ui->mergeList ? m_merge->lists.IsLoadSettingFromFile(name)
+                                                   : &list == m_ui->fileList;
+    bool noMemory = false;
     const GroupContents existing = ContentsInRepository(Repository(), name);
-    const GroupContents contents = fromFile ? ContentsInFile(m_merge->shownFile, name) : existing;
+    const GroupContents contents =
+        fromFile ? ContentsInFile(*m_merge->file, name, &noMemory) : existing;
     QStringList lines{ToQString(name), DescribeGroup(Repository(), contents)};
     if (fromFile) {
         lines.insert(1, Repository().FindGroup(name) == 1
                             ? DescribeDifferences(contents, existing)
                             : LangText("IDS_TADIALOGS-GROUPFILE_NEW"));
     }
+    if (noMemory) {
+        lines.append(LangText("IDS_TECHVIEW-STRING_MEMORY_ERR"));
+    }
     m_ui->summaryText->setPlainText(lines.join('\n'));
 }
 
-bool CTAGroupImport::HasVanished(const CString& name) const {
-    const auto has = [&name](const ProfileReader& file) {
-        return Contains(ta::groupfile::GetGroupNameListFromFile(file), name);
-    };
-    return !has(m_merge->fileAtOk) ||
-           (m_merge->shownFile.HasSection(name) && !m_merge->fileAtOk.HasSection(name));
-}
-
 void CTAGroupImport::OnOK() {
-    // Another program may have changed the file since it was shown.
-    if (const QString fault = ReadGroupFile(m_path, m_merge->fileAtOk); !fault.isEmpty()) {
-        Tell(fault);
-        return;
-    }
-    if (!ta::groupfile::CheckImportFile(m_merge->fileAtOk)) {
-        TellKey("IDS_TECHVIEW-STRING_GROUPIMPORT_VERSION_ERR");
+    if (CheckImportFile() != 1) {
         return;
     }
     UpdateMergeList();
-    std::vector<CString> result;
-    std::vector<CString> vanished;
-    for (const CString& name : m_merge->lists.MergeList()) {
-        const bool isThere = !m_merge->lists.IsLoadSettingFromFile(name) ||
-                             (!HasVanished(name) && ImportGroupSetting(name, m_path) == 1);
-        if (!isThere) {
-            vanished.push_back(name);
-        }
-        if (isThere || Repository().FindGroup(name) == 1) {
-            result.push_back(name);
-        }
+    bool noMemory = false;
+    Repository().ReloadTASetting();
+    {
+        // Another party's commit in between would leave names of the list without their groups.
+        const CTaSettingHandle::ReloadHold hold(Repository());
+        std::vector<CString> names = LoadMergeList(noMemory);
+        Repository().SetGroupNameList(names);
+        Repository().SaveAllGroupSetting();
     }
-    Repository().SetGroupNameList(result);
-    Repository().SaveAllGroupSetting();
-    if (!vanished.empty()) {
-        Tell(LangText("IDS_TADIALOGS-GROUPFILE_VANISHED", ta::groupfile::Listed(vanished)));
+    if (noMemory) {
+        TellKey("IDS_TECHVIEW-STRING_MEMORY_ERR");
     }
     DialogBase::OnOK();
 }
 
-int CTAGroupImport::ImportGroupSetting(const CString& name, const QString& path) {
-    ProfileReader file;
-    if (!ReadGroupFile(path, file).isEmpty()) {
-        return 0;
+std::vector<CString> CTAGroupImport::LoadMergeList(bool& noMemory) {
+    m_merge->added = 0;
+    m_merge->overwritten = 0;
+    std::vector<CString> names;
+    for (const CString& name : m_merge->lists.GetMergeList()) {
+        const bool exists = Repository().FindGroup(name) == 1;
+        const bool isLoaded = m_merge->lists.IsLoadSettingFromFile(name);
+        if (isLoaded) {
+            ta::groupfile::ImportGroupSetting(Repository(), name, *m_merge->file, &noMemory);
+            ++(exists ? m_merge->overwritten : m_merge->added);
+        }
+        if (isLoaded || exists) {
+            names.push_back(name);
+        }
     }
-    ta::groupfile::ImportGroupSetting(Repository(), name, file);
-    return 1;
+    const std::set<CString> merged(names.begin(), names.end());
+    std::ranges::copy_if(ExistingGroups(), std::back_inserter(names),
+                         [&merged](const CString& name) { return !merged.contains(name); });
+    return names;
+}
+
+int CTAGroupImport::ImportGroupSetting(const CString& name, const QString& path) {
+    bool isImported = false;
+    bool noMemory = false;
+    Guard([&] {
+        std::optional<ProfileReader> file;
+        if (ReadGroupFile(path, file).isEmpty()) {
+            ta::groupfile::ImportGroupSetting(Repository(), name, *file, &noMemory);
+            isImported = true;
+        }
+    });
+    if (noMemory) {
+        TellKey("IDS_TECHVIEW-STRING_MEMORY_ERR");
+    }
+    return isImported ? 1 : 0;
+}
+
+int CTAGroupImport::AddedCount() const {
+    return m_merge->added;
+}
+
+int CTAGroupImport::OverwrittenCount() const {
+    return m_merge->overwritten;
+}
+
+QString CTAGroupImport::ResultText() const {
+    if (m_merge->added + m_merge->overwritten == 0) {
+        return LangText("IDS_TADIALOGS-GROUPFILE_NOTHING_IMPORTED");
+    }
+    return LangText("IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK") + '\n' +
+           LangText("IDS_TADIALOGS-GROUPFILE_IMPORTED", QString::number(m_merge->added),
+                    QString::number(m_merge->overwritten));
 }

@@ -32,14 +32,15 @@
     <message id="IDS_TADIALOGS-GROUPFILE_INSERT"><translation>Insert &gt;&gt;&gt;</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_INSERT_ALL"><translation>Insert all</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_RESTORE"><translation>Restore</translation></message>
-    <message id="IDS_TADIALOGS-GROUPFILE_ASK_CREATE"><translation>The file “%1” does not exist. Create it?</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_NOT_CARRIED"><translation>The file format cannot carry these groups unchanged (a name with a comma, blanks at its ends, or equal to another but for case, or a “$” in a setting). They will differ after an import:&#10;&#10;%1</translation></message>
-    <message id="IDS_TADIALOGS-GROUPFILE_VANISHED"><translation>Another program has changed the file since it was opened. These groups are no longer in it and were not imported:&#10;&#10;%1</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_LIST_SEPARATOR"><translation>, </translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_EMPTY"><translation>There are no groups in the file.</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_FULL"><translation>There are already %1 groups, the most there can be, so nothing is imported. Delete groups first.</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_NOT_MERGED_AGAIN"><translation>The result has %1 groups, the most there can be, and stays as it is. Groups marked “*” are loaded from the file.</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_LEFT_OUT"><translation>Groups of the file that do not fit under the maximum of %2: %1.</translation></message>
+    <message id="IDS_TADIALOGS-GROUPFILE_TOO_MANY_NAMES"><translation>The file lists %1 groups. Only the first %2 are read.</translation></message>
+    <message id="IDS_TADIALOGS-GROUPFILE_IMPORTED"><translation>Added: %1. Overwritten: %2.</translation></message>
+    <message id="IDS_TADIALOGS-GROUPFILE_NOTHING_IMPORTED"><translation>No groups were imported: there are none in the file, or the list has no room or keeps the existing ones.</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_SUMMARY"><translation>Contents of the group</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_SHOW_COUNT"><translation>Panes shown: %1</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_PANE"><translation>Pane %1: %2</translation></message>

@@ -32,14 +32,15 @@
     <message id="IDS_TADIALOGS-GROUPFILE_INSERT"><translation>插入&gt;&gt;&gt;</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_INSERT_ALL"><translation>全部插入</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_RESTORE"><translation>還原</translation></message>
-    <message id="IDS_TADIALOGS-GROUPFILE_ASK_CREATE"><translation>檔案「%1」不存在，要建立嗎？</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_NOT_CARRIED"><translation>群組檔無法完整保存下列群組，匯入後會與原來不同（名稱含有逗號、前後有空白或僅大小寫不同，或設定含有「$」）：&#10;&#10;%1</translation></message>
-    <message id="IDS_TADIALOGS-GROUPFILE_VANISHED"><translation>檔案開啟後已被其他程式變更，下列群組已不在檔案中，因此沒有匯入：&#10;&#10;%1</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_LIST_SEPARATOR"><translation>、</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_EMPTY"><translation>檔案中沒有群組。</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_FULL"><translation>現有群組已達上限 %1 個，無法匯入；請先刪除不需要的群組。</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_NOT_MERGED_AGAIN"><translation>結果已達上限 %1 個群組，清單維持不變；標示「*」的群組會由檔案載入。</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_LEFT_OUT"><translation>檔案中有 %1 個群組因超過上限 %2 個而未加入。</translation></message>
+    <message id="IDS_TADIALOGS-GROUPFILE_TOO_MANY_NAMES"><translation>檔案列出 %1 個群組，只讀取前 %2 個。</translation></message>
+    <message id="IDS_TADIALOGS-GROUPFILE_IMPORTED"><translation>新增 %1 個，覆蓋 %2 個。</translation></message>
+    <message id="IDS_TADIALOGS-GROUPFILE_NOTHING_IMPORTED"><translation>沒有匯入任何群組：檔案中沒有群組，或清單已滿，或保留了現有的同名群組。</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_SUMMARY"><translation>群組內容</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_SHOW_COUNT"><translation>顯示圖數：%1</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_PANE"><translation>圖 %1：%2</translation></message>

@@ -14,8 +14,10 @@ public:
     /// decimals, -1 and -9 as few decimals as the value needs.
     virtual CString CApi_DisplayDouble(double value, int code) const = 0;
 
-    // A price in parts of a whole (halves to 256ths), in four notations. "N/A" when the fraction
-    // code names no denominator.
+    // A price in parts of a whole (halves to 256ths), in four notations, of which
+    // Services::fractionType says the one in use. `fractionCode` is the symbol's price-step item.
+    // "N/A" when it names no denominator. The results are texts of the user's code page, without
+    // blanks around them.
     virtual CString CApi_DisplayDenominator(double value, unsigned char fractionCode) const = 0;
     virtual CString CApi_DisplayFraction2Dot(double value, unsigned char fractionCode) const = 0;
     virtual CString CApi_DisplayFraction2SpecialDecimail(double value,

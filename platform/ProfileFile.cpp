@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kBlank = " \t";
+constexpr std::string_view kBlank = " \t\v\f";
 
 std::string_view TrimBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(kBlank);

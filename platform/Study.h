@@ -46,16 +46,18 @@ enum class StudyDrawKind {
     Dots,
 };
 
+/// A parameter of a study, as an editor needs it.
 struct StudyParamInfo {
     CString chineseName;
     CString englishName;
     double defaultValue = 0;
-    double minimum = 0;
+    double minimum = 0;  ///< allowed itself, as is the maximum
     double maximum = 0;
-    double step = 1;
+    double step = 1;   ///< of a click on a spin button
     int decimals = 0;  ///< digits after the point that a value keeps
 };
 
+/// An output of a study and the looks of what is drawn with it.
 struct StudyShapeInfo {
     CString chineseName;
     CString englishName;

@@ -9,12 +9,12 @@
 #include <memory>
 #include <vector>
 
-/// Which history: a symbol in one data period.
+/// Which history: a symbol in one data period. Equal when all four fields are; ordered by them.
 struct BarsKey {
-    unsigned char market = 0;
-    CString symbol;
-    int period = 0;  ///< 0 daily, 1 weekly, 2 monthly, 3 minute, 4 second
-    int count = 0;   ///< minutes or seconds of a bar; 0 for the other periods
+    unsigned char market = 0;  ///< service number
+    CString symbol;            ///< without the market
+    int period = 0;            ///< 0 daily, 1 weekly, 2 monthly, 3 minute, 4 second
+    int count = 0;             ///< minutes or seconds of a bar; 0 for the other periods
 
     auto operator<=>(const BarsKey&) const = default;
 };
@@ -27,6 +27,8 @@ public:
     explicit CTADataRepository(int kind) : m_kind(kind) {}
 
     int iGetKind() const { return m_kind; }
+    /// Offers the history to the other windows of the group, in the place of what was under the
+    /// key. The bars must not change any more.
     void vSetBars(const BarsKey& key, const std::shared_ptr<const BarSeries>& bars) {
         m_bars[key] = bars;
     }
@@ -41,13 +43,15 @@ private:
     std::map<BarsKey, std::weak_ptr<const BarSeries>> m_bars;
 };
 
-/// One look-up over data repositories, which stay their owner's.
+/// One look-up over data repositories, which stay their owner's and must outlive it. A copy looks
+/// into the same ones.
 class TADIALOGS_EXPORT CTADataInterface {
 public:
     /// false, and nothing is added, for null or a repository that is there already.
     bool bAddptDataRepository2Vec(CTADataRepository* repository);
     /// The history from the first repository that has it, or null.
     std::shared_ptr<const BarSeries> pGetBars(const BarsKey& key) const;
+    /// In the order in which they were added, none null, none twice.
     const std::vector<CTADataRepository*>& GetRepositories() const { return m_repositories; }
 
 private:

@@ -58,18 +58,41 @@ struct OpenConverter {
     std::unique_ptr<UConverter, ConverterCloser> handle;
 };
 
-// An ICU converter keeps state and belongs to one thread.
+// An ICU converter keeps state and belongs to one thread. Null when the machine lacks it.
 UConverter* Converter() {
     thread_local OpenConverter open;
     if (open.codePage != g_codePage) {
         UErrorCode error = U_ZERO_ERROR;
         open.handle.reset(ucnv_open(g_codePage->converter, &error));
-        ucnv_setSubstChars(open.handle.get(), "?", 1, &error);
-        // Best-fit look-alikes would let a name come back as another one.
-        ucnv_setFallback(open.handle.get(), false);
+        if (open.handle) {
+            ucnv_setSubstChars(open.handle.get(), "?", 1, &error);
+            // Best-fit look-alikes would let a name come back as another one.
+            ucnv_setFallback(open.handle.get(), false);
+        }
         open.codePage = g_codePage;
     }
     return open.handle.get();
+}
+
+// Without a converter the characters that all code pages share come through.
+CString AsciiFromUtf16(std::u16string_view utf16) {
+    CString result;
+    for (const char16_t unit : utf16) {
+        // One "?" for both halves of a character beyond 16 bits.
+        if (unit < 0xDC00 || unit > 0xDFFF) {
+            result += unit < 0x80 ? static_cast<char>(unit) : '?';
+        }
+    }
+    return result;
+}
+
+std::u16string AsciiToUtf16(std::string_view text) {
+    std::u16string result;
+    for (std::size_t i = 0; i < text.size(); i += CharLength(text, i)) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        result += byte < 0x80 ? static_cast<char16_t>(byte) : u'\uFFFD';
+    }
+    return result;
 }
 
 std::u16string Utf8ToUtf16(std::string_view utf8) {
@@ -108,20 +131,28 @@ int CodePage() {
 }
 
 CString FromUtf16(std::u16string_view utf16) {
+    UConverter* const converter = Converter();
+    if (converter == nullptr) {
+        return AsciiFromUtf16(utf16);
+    }
     CString result(utf16.size() * 2 + 1, '\0');
     UErrorCode error = U_ZERO_ERROR;
     const int32_t length =
-        ucnv_fromUChars(Converter(), result.data(), static_cast<int32_t>(result.size()),
-                        utf16.data(), static_cast<int32_t>(utf16.size()), &error);
+        ucnv_fromUChars(converter, result.data(), static_cast<int32_t>(result.size()), utf16.data(),
+                        static_cast<int32_t>(utf16.size()), &error);
     result.resize(static_cast<std::size_t>(length));
     return result;
 }
 
 std::u16string ToUtf16(std::string_view text) {
+    UConverter* const converter = Converter();
+    if (converter == nullptr) {
+        return AsciiToUtf16(text);
+    }
     std::u16string result(text.size() + 1, u'\0');
     UErrorCode error = U_ZERO_ERROR;
     const int32_t length =
-        ucnv_toUChars(Converter(), result.data(), static_cast<int32_t>(result.size()), text.data(),
+        ucnv_toUChars(converter, result.data(), static_cast<int32_t>(result.size()), text.data(),
                       static_cast<int32_t>(text.size()), &error);
     result.resize(static_cast<std::size_t>(length));
     return result;

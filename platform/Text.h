@@ -21,7 +21,8 @@ TADIALOGS_EXPORT int CodePage();
 
 /// Conversions at the edge of the library. A character that the code page lacks becomes "?", but an
 /// invisible one (zero-width blank, joiner, variation selector) is left out; bytes that are no
-/// character of the code page become U+FFFD. Nothing fails.
+/// character of the code page become U+FFFD. Nothing fails. On a machine that lacks the code page
+/// only ASCII comes through, and everything else becomes "?" or U+FFFD.
 TADIALOGS_EXPORT CString FromUtf8(std::string_view utf8);
 TADIALOGS_EXPORT std::string ToUtf8(std::string_view text);
 TADIALOGS_EXPORT CString FromUtf16(std::u16string_view utf16);

@@ -20,8 +20,10 @@ public:
     /// Makes the window exist, hidden, as a child of `parent` (which may be null and stays the
     /// caller's). Does nothing when it exists.
     void CreateHiddenChild(CWnd* parent);
+    /// Makes it exist no more and forgets the parent; nothing is sent to anybody.
     void DestroyWindow();
     bool IsWindow() const { return m_exists; }
+    /// Null without a window or a parent.
     CWnd* GetParent() const { return m_parent; }
 
 private:

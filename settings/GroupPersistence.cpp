@@ -79,26 +79,6 @@ void RestoreStrings(SMXCfgIO2* store, std::optional<unsigned> index, ST_TA_DRAWI
     }
 }
 
-void SaveGroupStudyList(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
-    for (int pane = 1; pane <= kPaneCount; ++pane) {
-        store.SaveTAGroupStudyList(index, StudyListKey(pane),
-                                   group.vStudyList[static_cast<std::size_t>(pane - 1)]);
-    }
-}
-
-void SaveTACommonSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
-    if (group.pDrawInfo == nullptr) {
-        return;
-    }
-    const CommonProp& properties = group.pDrawInfo->CommonProperty();
-    for (const AnyCommonOption& any : kCommonOptions) {
-        std::visit(
-            [&](const auto& option) { (store.*option.save)(index, properties.*option.field); },
-            any);
-    }
-    store.SaveTAGroupUniNum(index, group.iUniNum);
-}
-
 }  // namespace
 
 const CString& StudyListKey(int pane) {
@@ -114,7 +94,8 @@ const CString& StudyListKey(int pane) {
 
 StudyLists LoadGroupStudyList(SMXCfgIO2& store, unsigned index,
                               const std::function<bool(StudyType)>& usable) {
-    StudyLists lists = EmptyStudyLists();
+    StudyLists lists;
+    InitStudyType(lists);
     for (int pane = 1; pane <= kPaneCount; ++pane) {
         std::vector<std::int32_t> stored;
         if (store.LoadTAGroupStudyList(index, StudyListKey(pane), stored)) {
@@ -167,12 +148,40 @@ void LoadTACommonSetting(SMXCfgIO2& store, GroupTable& groups) {
     });
 }
 
-void SaveParamSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+void SaveGroupSettingByName(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+    for (int pane = 1; pane <= kPaneCount; ++pane) {
+        store.SaveTAGroupStudyList(index, StudyListKey(pane),
+                                   group.vStudyList[static_cast<std::size_t>(pane - 1)]);
+    }
+}
+
+void SaveParamSettingByName(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
     SaveStrings(store, index, group, kParams);
 }
 
-void SaveShapeSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+void SaveShapeSettingByName(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
     SaveStrings(store, index, group, kShapes);
+}
+
+void SaveStudyShowCount(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+    store.SaveTAStudyShowCount(index, group.iStudyShowCount);
+}
+
+void SaveTechWndShowKey(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+    store.SaveTATechWndShowKey(index, group.iTechWndShowKey);
+}
+
+void SaveTACommonSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
+    if (group.pDrawInfo == nullptr) {
+        return;
+    }
+    const CommonProp& properties = group.pDrawInfo->CommonProperty();
+    for (const AnyCommonOption& any : kCommonOptions) {
+        std::visit(
+            [&](const auto& option) { (store.*option.save)(index, properties.*option.field); },
+            any);
+    }
+    store.SaveTAGroupUniNum(index, group.iUniNum);
 }
 
 void RestoreTAStudyParamToDefault(SMXCfgIO2* store, std::optional<unsigned> index,
@@ -186,12 +195,10 @@ void RestoreTAStudyShapeToDefault(SMXCfgIO2* store, std::optional<unsigned> inde
 }
 
 void SaveGroup(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group) {
-    SaveGroupStudyList(store, index, group);
-    SaveParamSetting(store, index, group);
-    SaveShapeSetting(store, index, group);
-    store.SaveTAStudyShowCount(index, group.iStudyShowCount);
-    store.SaveTATechWndShowKey(index, group.iTechWndShowKey);
-    SaveTACommonSetting(store, index, group);
+    for (const auto save : {SaveGroupSettingByName, SaveParamSettingByName, SaveShapeSettingByName,
+                            SaveStudyShowCount, SaveTechWndShowKey, SaveTACommonSetting}) {
+        save(store, index, group);
+    }
 }
 
 }  // namespace ta::settings

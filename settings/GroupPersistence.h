@@ -31,9 +31,16 @@ void LoadStudyShowCount(SMXCfgIO2& store, GroupTable& groups);
 void LoadTechWndShowKey(SMXCfgIO2& store, GroupTable& groups);
 void LoadTACommonSetting(SMXCfgIO2& store, GroupTable& groups);
 
-// Saves of one group's strings, as its draw info holds them.
-void SaveParamSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group);
-void SaveShapeSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group);
+// Saves of one group under its index, which the caller has looked up by the group's name: the 10
+// study lists of 8 slots, the strings as the draw info holds them (nothing without a draw info),
+// the panes shown, the layout key.
+void SaveGroupSettingByName(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group);
+void SaveParamSettingByName(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group);
+void SaveShapeSettingByName(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group);
+void SaveStudyShowCount(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group);
+void SaveTechWndShowKey(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group);
+/// The eleven common options and then the number; nothing without a draw info.
+void SaveTACommonSetting(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group);
 
 /// Hands the default strings to the group's draw info, as a replacement, and saves them under
 /// `index`, when there is a store and the group has a place in the list. Nothing happens without
@@ -43,9 +50,7 @@ void RestoreTAStudyParamToDefault(SMXCfgIO2* store, std::optional<unsigned> inde
 void RestoreTAStudyShapeToDefault(SMXCfgIO2* store, std::optional<unsigned> index,
                                   ST_TA_DRAWINFO& group, const DefaultStrings& defaults);
 
-/// Saves all that is stored of one group: study lists, parameters, shapes, show count, window key,
-/// common options, unique number, in this order. A group without draw info has no parameters,
-/// shapes, options and number to save.
+/// Saves all that is stored of one group, in the order of the saves above.
 void SaveGroup(SMXCfgIO2& store, unsigned index, const ST_TA_DRAWINFO& group);
 
 }  // namespace ta::settings

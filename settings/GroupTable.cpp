@@ -4,6 +4,7 @@
 #include "platform/SyncInfo.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace ta::settings {
@@ -26,93 +27,125 @@ void DestroyObjects(ST_TA_DRAWINFO& record) {
 }
 
 std::optional<unsigned> GroupTable::IndexOf(const CString& name) const {
-    const auto found = std::ranges::find(m_names, name);
-    if (found == m_names.end()) {
+    const auto found = std::ranges::find(m_vGroupName, name);
+    if (found == m_vGroupName.end()) {
         return std::nullopt;
     }
-    return static_cast<unsigned>(found - m_names.begin());
+    return static_cast<unsigned>(found - m_vGroupName.begin());
 }
 
 CString GroupTable::NameAt(std::size_t index) const {
-    return index < m_names.size() ? m_names[index] : CString();
+    return index < m_vGroupName.size() ? m_vGroupName[index] : CString();
 }
 
 ST_TA_DRAWINFO* GroupTable::Find(const CString& name) {
-    const auto found = m_records.find(name);
-    return found == m_records.end() ? nullptr : &found->second;
+    const auto found = m_mapDrawInfo.find(name);
+    return found == m_mapDrawInfo.end() ? nullptr : &found->second;
 }
 
 const ST_TA_DRAWINFO* GroupTable::Find(const CString& name) const {
-    const auto found = m_records.find(name);
-    return found == m_records.end() ? nullptr : &found->second;
+    const auto found = m_mapDrawInfo.find(name);
+    return found == m_mapDrawInfo.end() ? nullptr : &found->second;
+}
+
+ST_TA_DRAWINFO& GroupTable::Put(const CString& name, ST_TA_DRAWINFO record) {
+    const auto [place, isNew] = m_mapDrawInfo.try_emplace(name);
+    if (!isNew) {
+        Release(place->second.iUniNum);
+    }
+    ++m_uses[record.iUniNum];
+    return place->second = std::move(record);
+}
+
+void GroupTable::SetAll(Records records) {
+    m_mapDrawInfo = std::move(records);
+    m_uses.clear();
+    for (const auto& [name, record] : m_mapDrawInfo) {
+        ++m_uses[record.iUniNum];
+    }
+}
+
+void GroupTable::InitDrawInfo(CWnd& window) {
+    for (auto& [name, record] : m_mapDrawInfo) {
+        MakeDrawInfo(record, window);
+        MakeDataRepository(record);
+    }
 }
 
 CString GroupTable::NameOfUniNum(int uniNum) const {
     const auto found = std::ranges::find_if(
-        m_records, [uniNum](const auto& entry) { return entry.second.iUniNum == uniNum; });
-    return found == m_records.end() ? CString() : found->first;
+        m_mapDrawInfo, [uniNum](const auto& entry) { return entry.second.iUniNum == uniNum; });
+    return found == m_mapDrawInfo.end() ? CString() : found->first;
 }
 
 int GroupTable::FreeUniNum(int limit) const {
-    const auto inUse = [this](int uniNum) {
-        return std::ranges::any_of(
-            m_records, [uniNum](const auto& entry) { return entry.second.iUniNum == uniNum; });
-    };
-    for (int uniNum = 0; uniNum < limit; ++uniNum) {
-        if (!inUse(uniNum)) {
-            return uniNum;
-        }
+    int uniNum = 0;
+    while (uniNum < limit && IsUniNumInUse(uniNum)) {
+        ++uniNum;
     }
-    return -1;
+    return uniNum < limit ? uniNum : -1;
 }
 
 bool GroupTable::Erase(const CString& name) {
-    const auto found = m_records.find(name);
-    if (found == m_records.end()) {
+    const auto found = m_mapDrawInfo.find(name);
+    if (found == m_mapDrawInfo.end()) {
         return false;
     }
     DestroyObjects(found->second);
-    m_records.erase(found);
+    Release(found->second.iUniNum);
+    m_mapDrawInfo.erase(found);
     return true;
 }
 
 bool GroupTable::EraseName(const CString& name) {
-    const auto found = std::ranges::find(m_names, name);
-    if (found == m_names.end()) {
+    const auto found = std::ranges::find(m_vGroupName, name);
+    if (found == m_vGroupName.end()) {
         return false;
     }
-    m_names.erase(found);
+    m_vGroupName.erase(found);
     return true;
 }
 
 void GroupTable::Rename(const CString& oldName, const CString& newName) {
-    auto node = m_records.extract(oldName);
+    auto node = m_mapDrawInfo.extract(oldName);
     if (!node.empty()) {
         node.key() = newName;
-        m_records.insert(std::move(node));
+        m_mapDrawInfo.insert(std::move(node));
     }
-    const auto listed = std::ranges::find(m_names, oldName);
-    if (listed != m_names.end()) {
+    const auto listed = std::ranges::find(m_vGroupName, oldName);
+    if (listed != m_vGroupName.end()) {
         *listed = newName;
     }
 }
 
 std::vector<CString> GroupTable::UnlistedNames() const {
+    const std::set<CString> listed(m_vGroupName.begin(), m_vGroupName.end());
     std::vector<CString> unlisted;
-    for (const auto& [name, record] : m_records) {
-        if (!IndexOf(name)) {
+    for (const auto& [name, record] : m_mapDrawInfo) {
+        if (!listed.contains(name)) {
             unlisted.push_back(name);
         }
     }
     return unlisted;
 }
 
-void GroupTable::Clear() {
-    for (auto& [name, record] : m_records) {
+void GroupTable::EraseAll() {
+    for (auto& [name, record] : m_mapDrawInfo) {
         DestroyObjects(record);
     }
-    m_records.clear();
-    m_names.clear();
+    SetAll({});
+}
+
+void GroupTable::Clear() {
+    EraseAll();
+    m_vGroupName.clear();
+}
+
+void GroupTable::Release(int uniNum) {
+    const auto found = m_uses.find(uniNum);
+    if (found != m_uses.end() && --found->second == 0) {
+        m_uses.erase(found);
+    }
 }
 
 }  // namespace ta::settings

@@ -70,6 +70,36 @@ void CTaSettingHandle::Parts::LoadGroupSetting(int maxGroupCount) {
         if (!store->LoadTAGroupUniNum(index, group.iUniNum)) {
             group.iUniNum = GetFreeUniNum(maxGroupCount);
         }
-        groups.All()[names[index]] = std::move(group);
+        groups.Put(names[index], std::move(group));
+    }
+}
+
+ST_TA_DRAWINFO& CTaSettingHandle::Parts::PutNewGroup(const CString& name, CWnd& window,
+                                                     int maxGroupCount) {
+    ST_TA_DRAWINFO record;
+    MakeDrawInfo(record, window);
+    MakeDataRepository(record);
+    record.vStudyList = DefaultStudyLists();
+    record.iUniNum = GetFreeUniNum(maxGroupCount);
+    return groups.Put(name, std::move(record));
+}
+
+void CTaSettingHandle::Parts::SetAndSave(const CString& name, int ST_TA_DRAWINFO::*field, int value,
+                                         void (*save)(SMXCfgIO2&, unsigned,
+                                                      const ST_TA_DRAWINFO&)) {
+    ST_TA_DRAWINFO* group = groups.Find(name);
+    if (group == nullptr) {
+        return;
+    }
+    group->*field = value;
+    const auto index = groups.IndexOf(name);
+    if (SMXCfgIO2* store = Store(); store != nullptr && index) {
+        save(*store, *index, *group);
+    }
+}
+
+void CTaSettingHandle::Parts::SaveGroupNameList() const {
+    if (SMXCfgIO2* store = Store()) {
+        store->SaveTAGroupNameList(groups.Names());
     }
 }

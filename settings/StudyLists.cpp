@@ -11,7 +11,8 @@ void FillPane(StudyLists& lists, std::size_t pane, std::initializer_list<StudyTy
 }
 
 StudyLists MakeDefaultStudyLists() {
-    StudyLists lists = EmptyStudyLists();
+    StudyLists lists;
+    InitStudyType(lists);
     FillPane(lists, 0, {0, 4});
     FillPane(lists, 1, {16});
     FillPane(lists, 2, {23});
@@ -21,8 +22,8 @@ StudyLists MakeDefaultStudyLists() {
 
 }  // namespace
 
-StudyLists EmptyStudyLists() {
-    return StudyLists(kPaneCount, std::vector<StudyType>(kSlotsPerPane, kNoStudy));
+void InitStudyType(StudyLists& lists) {
+    lists.assign(kPaneCount, std::vector<StudyType>(kSlotsPerPane, kNoStudy));
 }
 
 const StudyLists& DefaultStudyLists() {
@@ -53,7 +54,8 @@ std::vector<StudyType> PackPane(const std::vector<StudyType>& studies,
 }
 
 StudyLists PackStudyLists(const StudyLists& lists) {
-    StudyLists packed = EmptyStudyLists();
+    StudyLists packed;
+    InitStudyType(packed);
     const std::size_t panes = std::min(lists.size(), packed.size());
     for (std::size_t pane = 0; pane < panes; ++pane) {
         packed[pane] = PackPane(lists[pane], [](StudyType type) { return type >= 0; });

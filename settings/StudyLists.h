@@ -7,8 +7,8 @@
 /// The shape of a group's study lists and what fills it.
 namespace ta::settings {
 
-/// 10 lists of 8 slots, all empty.
-StudyLists EmptyStudyLists();
+/// Makes `lists` the shape that every record keeps: 10 lists of 8 slots, all empty.
+void InitStudyType(StudyLists& lists);
 
 /// What a new group shows: prices with moving averages, volume, KD, MACD.
 const StudyLists& DefaultStudyLists();

@@ -86,21 +86,14 @@ void CTaSettingHandle::LoadAll() {
         return;
     }
     m_parts->LoadGroupSetting(GetMaxTAGroupCount());
-    InitDrawInfo();
+    m_parts->groups.InitDrawInfo(*this);
     LoadParamSetting(*store, m_parts->groups, m_parts->defaults);
     LoadShapeSetting(*store, m_parts->groups, m_parts->defaults);
     LoadStudyShowCount(*store, m_parts->groups);
     LoadTechWndShowKey(*store, m_parts->groups);
     LoadTACommonSetting(*store, m_parts->groups);
     m_parts->limits = AskTrendLineLimits({});
-    m_parts->trendLines.Load(*store);
-}
-
-void CTaSettingHandle::InitDrawInfo() {
-    for (auto& [name, record] : m_parts->groups.All()) {
-        MakeDrawInfo(record, *this);
-        MakeDataRepository(record);
-    }
+    m_parts->trendLines.LoadTrendLineData(*store);
 }
 
 // ---- Group table ----
@@ -152,9 +145,14 @@ unsigned CTaSettingHandle::GetGroupNameList(std::vector<CString>& out) {
 void CTaSettingHandle::SetGroupNameList(std::vector<CString>& names) {
     ReloadTASetting();
     m_parts->groups.SetNames(names);
-    if (SMXCfgIO2* store = Parts::Store()) {
-        store->SaveTAGroupNameList(m_parts->groups.Names());
+    for (const CString& name : names) {
+        if (m_parts->groups.Find(name) == nullptr) {
+            ST_TA_DRAWINFO& group = m_parts->PutNewGroup(name, *this, GetMaxTAGroupCount());
+            RestoreTAStudyShapeToDefault(nullptr, {}, group, m_parts->defaults);
+            RestoreTAStudyParamToDefault(nullptr, {}, group, m_parts->defaults);
+        }
     }
+    m_parts->SaveGroupNameList();
 }
 
 CString CTaSettingHandle::GetSystemDefaultGroup() {
@@ -183,12 +181,7 @@ int CTaSettingHandle::AddGroupSetting(const CString& name) {
     }
     // A record whose name has left the list gives way.
     m_parts->groups.Erase(name);
-    ST_TA_DRAWINFO record;
-    MakeDrawInfo(record, *this);
-    MakeDataRepository(record);
-    record.vStudyList = DefaultStudyLists();
-    record.iUniNum = m_parts->GetFreeUniNum(GetMaxTAGroupCount());
-    ST_TA_DRAWINFO& group = m_parts->groups.All()[name] = std::move(record);
+    ST_TA_DRAWINFO& group = m_parts->PutNewGroup(name, *this, GetMaxTAGroupCount());
     m_parts->groups.AppendName(name);
     // Not another reload in between: it would take the new group away again.
     SMXCfgIO2* store = Parts::Store();
@@ -232,15 +225,7 @@ int CTaSettingHandle::GetStudyCountByGroupName(const CString& name) {
 
 void CTaSettingHandle::SetStudyCountByGroupName(const CString& name, int count) {
     ReloadTASetting();
-    ST_TA_DRAWINFO* group = m_parts->groups.Find(name);
-    if (group == nullptr) {
-        return;
-    }
-    group->iStudyShowCount = count;
-    const auto index = m_parts->groups.IndexOf(name);
-    if (SMXCfgIO2* store = Parts::Store(); store != nullptr && index) {
-        store->SaveTAStudyShowCount(*index, count);
-    }
+    m_parts->SetAndSave(name, &ST_TA_DRAWINFO::iStudyShowCount, count, SaveStudyShowCount);
 }
 
 unsigned CTaSettingHandle::GetTechCountByGroup(const CString& name) {
@@ -280,15 +265,7 @@ int CTaSettingHandle::GetTechWndKeyByGroupName(const CString& name) {
 
 void CTaSettingHandle::SetTechWndKeyByGroupName(const CString& name, int key) {
     ReloadTASetting();
-    ST_TA_DRAWINFO* group = m_parts->groups.Find(name);
-    if (group == nullptr) {
-        return;
-    }
-    group->iTechWndShowKey = key;
-    const auto index = m_parts->groups.IndexOf(name);
-    if (SMXCfgIO2* store = Parts::Store(); store != nullptr && index) {
-        store->SaveTATechWndShowKey(*index, key);
-    }
+    m_parts->SetAndSave(name, &ST_TA_DRAWINFO::iTechWndShowKey, key, SaveTechWndShowKey);
 }
 
 int CTaSettingHandle::IsStudyCanUse(StudyType type) const {
@@ -310,7 +287,7 @@ void CTaSettingHandle::SaveAllGroupSetting() {
     const ReloadHold hold(*this);
     SaveTrendLineData();
     const std::vector<CString>& names = m_parts->groups.Names();
-    store->SaveTAGroupNameList(names);
+    m_parts->SaveGroupNameList();
     for (unsigned index = 0; index < names.size(); ++index) {
         if (const ST_TA_DRAWINFO* group = m_parts->groups.Find(names[index])) {
             SaveGroup(*store, index, *group);

@@ -87,7 +87,10 @@ public:
     /// Replaces `out` by the names in display order; returns how many.
     unsigned GetGroupNameList(std::vector<CString>& out);
     /// Makes `names` the group list, in this order, and writes the list. A group that the list no
-    /// longer names stays in the table until ClearNoUseGroup.
+    /// longer names stays in the table until ClearNoUseGroup. A name that has no group, because a
+    /// reload took it away, gets one with the default studies and settings, as AddGroupSetting
+    /// makes it, in memory: without it the next save would leave a neighbour's values under the
+    /// name.
     void SetGroupNameList(std::vector<CString>& names);
     /// The first name of the list; empty when there are no groups.
     CString GetSystemDefaultGroup();
@@ -110,7 +113,8 @@ public:
 
     /// Panes shown; 1 for an unknown group.
     int GetStudyCountByGroupName(const CString& name);
-    /// Sets it and writes it.
+    /// Sets it and writes it; any number is taken. A group that the list does not name has no place
+    /// in the store: its value stays in memory, and writes over no other group's.
     void SetStudyCountByGroupName(const CString& name, int count);
     /// Panes that hold at least one study; 0 for an unknown group.
     unsigned GetTechCountByGroup(const CString& name);
@@ -121,12 +125,13 @@ public:
     void SetStudyListByGroupName(const CString& name, const StudyLists& lists);
     /// Layout key of the technical windows; 1 for an unknown group.
     int GetTechWndKeyByGroupName(const CString& name);
-    /// Sets it and writes it.
+    /// Sets it and writes it, as above.
     void SetTechWndKeyByGroupName(const CString& name, int key);
 
     // ---- Draw info, data, settings strings ----
 
-    // Null for an unknown group. The repository keeps ownership.
+    // Null for an unknown group, and a null draw info where the chart module gave none. The
+    // repository keeps ownership; the next reload destroys them.
     ChartBaseDrawInfo* GetDrawInfo(const CString& name);
     CTADataInterface* GetTaDataInterface(const CString& name);
     CTADataRepository* GetTaDataRepository(const CString& name);
@@ -165,7 +170,9 @@ public:
     // ---- Saving ----
 
     /// Writes trend lines, the group list and every group, and commits. Settings that another party
-    /// has changed and flagged are loaded first, which discards unsaved edits.
+    /// has changed and flagged are loaded first, which discards unsaved edits. From there to the
+    /// commit reloads are held off: another party's commit in between would make the store a
+    /// mixture of two states. A failure of the store is not reported.
     void SaveAllGroupSetting();
 
     // ---- Trend lines: class "MXTechView", symbol key "0a/2330", type key
@@ -184,18 +191,21 @@ public:
     /// outputs not reached stay as they were.
     int DecodeTrendLineData(const CString& data, int& kind, CString& name, bool& flag) const;
 
-    /// Adds one line, unless an equal one is there. 0 when a string is empty, else 1. Memory only.
+    /// Adds one line at the end, unless an equal one is there. `count`: minutes or seconds of a
+    /// bar, of no meaning for other periods. 0 when a string is empty, else 1. Memory only. The
+    /// limits of GetTATrendLineMaxCount are the caller's business.
     int AddTrendLineData(const CString& chartClass, const CString& symbolKey,
                          const CString& trailingName, int periodCode, const CString& data,
                          int count);
-    /// Makes `data` the lines of one type key; empty `data` removes them. 0 when a name is empty.
+    /// Makes `data` the lines of one type key; empty `data` removes them. `count` as for adding. 0
+    /// when a name is empty, else 1. Memory only.
     int SetTrendLineData(const CString& chartClass, const CString& symbolKey,
-                         const CString& trailingName, int periodCode, int count,
-                         const std::vector<CString>& data);
+                         const CString& trailingName, int periodCode,
+                         const std::vector<CString>& data, int count);
     /// Replaces `data` by the lines of one type key. 0, and empty, when there are none.
-    int GetTrendLineData(const CString& chartClass, const CString& symbolKey,
-                         const CString& trailingName, int periodCode, int count,
-                         std::vector<CString>& data);
+    int GetTrendLineData(std::vector<CString>& data, const CString& chartClass,
+                         const CString& symbolKey, const CString& trailingName, int periodCode,
+                         int count);
     /// Replaces `out` by all lines under a class-symbol key ("MXTechView-0a/2330"). 0 when none.
     int GetAllTrendLineData(const CString& classSymbolKey, TrendLineList& out);
     /// Lines of one symbol.
@@ -209,7 +219,8 @@ public:
     /// Drops from memory every class-symbol key that contains the class text anywhere. Does not
     /// reload.
     void ReleaseTrendLine(const CString& chartClass);
-    /// Hands every symbol's lines to the store. Does not commit and does not reload.
+    /// Hands every symbol's lines to the store, under the class that it was loaded or drawn with,
+    /// which may hold a "-". Does not commit and does not reload.
     void SaveTrendLineData();
     /// Date of last change, "YYYY-MM-DD"; empty without lines or date.
     CString GetTrendLineSymbolUpdTime(const CString& chartClass, unsigned char service,
@@ -256,7 +267,6 @@ private:
     int IsReload() const;
     bool bReloadIfFlagged();
     void LoadAll();
-    void InitDrawInfo();
     void ClearTechViewPtr();
 
     struct TADIALOGS_HIDDEN Parts;

@@ -71,9 +71,8 @@ void CTaSettingHandle::GetAllDrawInfo(GroupRecords& out) {
 }
 
 void CTaSettingHandle::SetAllDrawInfo(const GroupRecords& in) {
-    GroupTable::Records& records = m_parts->groups.All();
     std::set<const void*> before;
-    for (const auto& [name, record] : records) {
+    for (const auto& [name, record] : m_parts->groups.All()) {
         before.insert({record.pDrawInfo, record.pDataRepository});
     }
     const bool reloaded = bReloadIfFlagged();
@@ -92,11 +91,9 @@ void CTaSettingHandle::SetAllDrawInfo(const GroupRecords& in) {
     }
     if (reloaded) {
         // The caller cannot know the objects that the reload made.
-        for (auto& [name, record] : records) {
-            DestroyObjects(record);
-        }
+        m_parts->groups.EraseAll();
     }
-    records = std::move(table);
+    m_parts->groups.SetAll(std::move(table));
 }
 
 int CTaSettingHandle::GetAllStudyParamSetting(SettingsByGroup& out) {

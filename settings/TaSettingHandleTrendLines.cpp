@@ -48,26 +48,26 @@ int CTaSettingHandle::AddTrendLineData(const CString& chartClass, const CString&
         return 0;
     }
     ReloadTASetting();
-    m_parts->trendLines.Add(PackTrendLineSymbolKey(chartClass, symbolKey),
+    m_parts->trendLines.Add(chartClass, symbolKey,
                             PackTrendLineTypeKey(symbolKey, trailingName, periodCode, count), data);
     return 1;
 }
 
 int CTaSettingHandle::SetTrendLineData(const CString& chartClass, const CString& symbolKey,
-                                       const CString& trailingName, int periodCode, int count,
-                                       const std::vector<CString>& data) {
+                                       const CString& trailingName, int periodCode,
+                                       const std::vector<CString>& data, int count) {
     if (chartClass.empty() || symbolKey.empty() || trailingName.empty()) {
         return 0;
     }
     ReloadTASetting();
-    m_parts->trendLines.Set(PackTrendLineSymbolKey(chartClass, symbolKey),
+    m_parts->trendLines.Set(chartClass, symbolKey,
                             PackTrendLineTypeKey(symbolKey, trailingName, periodCode, count), data);
     return 1;
 }
 
-int CTaSettingHandle::GetTrendLineData(const CString& chartClass, const CString& symbolKey,
-                                       const CString& trailingName, int periodCode, int count,
-                                       std::vector<CString>& data) {
+int CTaSettingHandle::GetTrendLineData(std::vector<CString>& data, const CString& chartClass,
+                                       const CString& symbolKey, const CString& trailingName,
+                                       int periodCode, int count) {
     ReloadTASetting();
     data.clear();
     const std::vector<CString>* lines =

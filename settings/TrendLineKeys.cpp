@@ -120,7 +120,7 @@ bool DecodeLineData(const CString& data, int& kind, CString& name, bool& flag) {
     }
     const CString whole = data;
     kind = LeadingNumber(whole.substr(0, first));
-    name = TrendLineKindName(kind);
+    name = GetTrendLineName(kind);
     const std::size_t fourth = FindSlash(whole, 4);
     if (fourth == CString::npos || FindSlash(whole, 5) == CString::npos) {
         return false;
@@ -129,7 +129,7 @@ bool DecodeLineData(const CString& data, int& kind, CString& name, bool& flag) {
     return true;
 }
 
-CString TrendLineKindName(int kind) {
+CString GetTrendLineName(int kind) {
     const auto found = std::ranges::find(kLineKinds, kind, &LineKind::kind);
     return found == kLineKinds.end()
                ? CString()

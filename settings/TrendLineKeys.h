@@ -30,6 +30,6 @@ bool DecodeTypeKey(const CString& key, CString& symbolKey, CString& trailingName
 bool DecodeLineData(const CString& data, int& kind, CString& name, bool& flag);
 
 /// The name of a trend-line kind in the language in use; empty for a kind without one.
-CString TrendLineKindName(int kind);
+CString GetTrendLineName(int kind);
 
 }  // namespace ta::settings

@@ -22,28 +22,28 @@ unsigned CountLines(const TrendLineTable::LinesByTypeKey& lines) {
 
 }  // namespace
 
-void TrendLineTable::Add(const CString& classSymbolKey, const CString& typeKey,
-                         const CString& line) {
-    m_symbols[classSymbolKey][typeKey].Add(line);
-    m_emptied.erase(classSymbolKey);
+void TrendLineTable::Add(const CString& chartClass, const CString& symbolKey,
+                         const CString& typeKey, const CString& line) {
+    At(chartClass, symbolKey).lines[typeKey].Add(line);
 }
 
-void TrendLineTable::Set(const CString& classSymbolKey, const CString& typeKey,
-                         std::vector<CString> lines) {
+void TrendLineTable::Set(const CString& chartClass, const CString& symbolKey,
+                         const CString& typeKey, std::vector<CString> lines) {
     if (!lines.empty()) {
-        m_symbols[classSymbolKey][typeKey] = LineList(std::move(lines));
-        m_emptied.erase(classSymbolKey);
+        At(chartClass, symbolKey).lines[typeKey] = LineList(std::move(lines));
         return;
     }
-    const auto symbol = m_symbols.find(classSymbolKey);
-    if (symbol == m_symbols.end()) {
-        return;
+    const auto symbol = m_symbols.find(PackTrendLineSymbolKey(chartClass, symbolKey));
+    if (symbol != m_symbols.end()) {
+        symbol->second.lines.erase(typeKey);
     }
-    symbol->second.erase(typeKey);
-    if (symbol->second.empty()) {
-        m_symbols.erase(symbol);
-        m_emptied.insert(classSymbolKey);
-    }
+}
+
+TrendLineTable::Symbol& TrendLineTable::At(const CString& chartClass, const CString& symbolKey) {
+    Symbol& symbol = m_symbols[PackTrendLineSymbolKey(chartClass, symbolKey)];
+    symbol.chartClass = chartClass;
+    symbol.symbolKey = symbolKey;
+    return symbol;
 }
 
 const std::vector<CString>* TrendLineTable::Find(const CString& classSymbolKey,
@@ -58,7 +58,7 @@ const std::vector<CString>* TrendLineTable::Find(const CString& classSymbolKey,
 
 const TrendLineTable::LinesByTypeKey* TrendLineTable::Find(const CString& classSymbolKey) const {
     const auto found = m_symbols.find(classSymbolKey);
-    return found == m_symbols.end() ? nullptr : &found->second;
+    return found == m_symbols.end() || found->second.lines.empty() ? nullptr : &found->second.lines;
 }
 
 unsigned TrendLineTable::CountOf(const CString& classSymbolKey) const {
@@ -68,24 +68,24 @@ unsigned TrendLineTable::CountOf(const CString& classSymbolKey) const {
 
 unsigned TrendLineTable::CountOfClass(const CString& chartClass) const {
     unsigned count = 0;
-    for (const auto& [classSymbolKey, lines] : m_symbols) {
+    for (const auto& [classSymbolKey, symbol] : m_symbols) {
         if (ContainsText(classSymbolKey, chartClass)) {
-            count += CountLines(lines);
+            count += CountLines(symbol.lines);
         }
     }
     return count;
 }
 
 unsigned TrendLineTable::SymbolCountOfClass(const CString& chartClass) const {
-    return static_cast<unsigned>(std::ranges::count_if(
-        m_symbols, [&](const auto& entry) { return ContainsText(entry.first, chartClass); }));
+    return static_cast<unsigned>(std::ranges::count_if(m_symbols, [&](const auto& entry) {
+        return !entry.second.lines.empty() && ContainsText(entry.first, chartClass);
+    }));
 }
 
 void TrendLineTable::Release(const CString& chartClass) {
     const auto contains = [&](const auto& entry) { return ContainsText(entry.first, chartClass); };
     std::erase_if(m_symbols, contains);
     std::erase_if(m_updateDates, contains);
-    std::erase_if(m_emptied, [&](const CString& key) { return ContainsText(key, chartClass); });
 }
 
 CString TrendLineTable::UpdateDate(const CString& classSymbolKey) const {
@@ -97,7 +97,7 @@ void TrendLineTable::SetUpdateDate(const CString& classSymbolKey, const CString&
     m_updateDates[classSymbolKey] = date;
 }
 
-void TrendLineTable::Load(SMXCfgIO2& store) {
+void TrendLineTable::LoadTrendLineData(SMXCfgIO2& store) {
     std::vector<CString> classes;
     store.LoadTATrendLineSettingClass(classes);
     for (const CString& chartClass : classes) {
@@ -112,14 +112,11 @@ void TrendLineTable::Load(SMXCfgIO2& store) {
 void TrendLineTable::LoadSymbol(SMXCfgIO2& store, const CString& chartClass,
                                 const CString& symbolKey) {
     const CString classSymbolKey = PackTrendLineSymbolKey(chartClass, symbolKey);
-    CString decodedClass;
-    CString decodedSymbolKey;
     unsigned char service = 0;
     CString symbol;
     CString date;
-    if (DecodeClassSymbolKey(classSymbolKey, decodedClass, decodedSymbolKey) &&
-        DecodeSymbolKey(decodedSymbolKey, service, symbol) &&
-        store.LoadTATrendLineSymbolUpdTime(decodedClass, service, symbol, date)) {
+    if (DecodeSymbolKey(symbolKey, service, symbol) &&
+        store.LoadTATrendLineSymbolUpdTime(chartClass, service, symbol, date)) {
         m_updateDates[classSymbolKey] = date;
     }
     TrendLinesByType stored;
@@ -127,35 +124,24 @@ void TrendLineTable::LoadSymbol(SMXCfgIO2& store, const CString& chartClass,
         return;
     }
     m_symbols.erase(classSymbolKey);
-    m_emptied.erase(classSymbolKey);
-    LinesByTypeKey byTypeKey;
     for (auto& [typeKey, lines] : stored) {
-        if (!lines.empty()) {
-            byTypeKey[typeKey] = LineList(std::move(lines));
-        }
-    }
-    if (!byTypeKey.empty()) {
-        m_symbols[classSymbolKey] = std::move(byTypeKey);
+        Set(chartClass, symbolKey, typeKey, std::move(lines));
     }
 }
 
 void TrendLineTable::Save(SMXCfgIO2& store) {
-    CString chartClass;
-    CString symbolKey;
-    for (const CString& classSymbolKey : std::exchange(m_emptied, {})) {
-        DecodeClassSymbolKey(classSymbolKey, chartClass, symbolKey);
-        store.SaveTATrendLine(chartClass, symbolKey, {});
-        m_updateDates.erase(classSymbolKey);
-    }
-    for (const auto& [classSymbolKey, lines] : m_symbols) {
-        DecodeClassSymbolKey(classSymbolKey, chartClass, symbolKey);
+    for (const auto& [classSymbolKey, symbol] : m_symbols) {
         TrendLinesByType stored;
-        stored.reserve(lines.size());
-        for (const auto& [typeKey, list] : lines) {
+        stored.reserve(symbol.lines.size());
+        for (const auto& [typeKey, list] : symbol.lines) {
             stored.emplace_back(typeKey, list.Lines());
         }
-        store.SaveTATrendLine(chartClass, symbolKey, stored);
+        store.SaveTATrendLine(symbol.chartClass, symbol.symbolKey, stored);
+        if (stored.empty()) {
+            m_updateDates.erase(classSymbolKey);
+        }
     }
+    std::erase_if(m_symbols, [](const auto& entry) { return entry.second.lines.empty(); });
 }
 
 }  // namespace ta::settings

@@ -86,7 +86,8 @@ void StudyTree::NumberPanes() {
 }
 
 std::vector<std::vector<StudyType>> StudyTree::Studies() const {
-    StudyLists lists = settings::EmptyStudyLists();
+    StudyLists lists;
+    settings::InitStudyType(lists);
     for (int pane = 0; pane < topLevelItemCount(); ++pane) {
         const QTreeWidgetItem& node = *topLevelItem(pane);
         for (int study = 0; study < node.childCount(); ++study) {

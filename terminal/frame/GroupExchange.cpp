@@ -34,12 +34,12 @@ bool ImportGroups(QWidget& parent, QString path) {
                         Tr("IDS_TECHVIEW-STRING_GROUPIMPORT_NOSELECT_FILE"));
         return false;
     }
-    if (CTAGroupImport(path, &parent).DoModal() != ui::kIdOk) {
+    CTAGroupImport dialog(path, &parent);
+    if (dialog.DoModal() != ui::kIdOk) {
         return false;
     }
     TellChartsOfGroups();
-    prompts.Message(&parent, ui::PromptIcon::None, title,
-                    Tr("IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK"));
+    prompts.Message(&parent, ui::PromptIcon::None, title, dialog.ResultText());
     return true;
 }
 

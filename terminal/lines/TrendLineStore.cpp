@@ -42,7 +42,7 @@ void Save(const BarsKey& chart) {
 
 void SetLines(const BarsKey& chart, const std::vector<CString>& lines) {
     Repository().SetTrendLineData(kTechViewClass, SymbolKeyOf(chart), kPriceLines, chart.period,
-                                  chart.count, lines);
+                                  lines, chart.count);
     Save(chart);
 }
 
@@ -97,8 +97,8 @@ CString TrendLineSymbolKey(std::uint8_t market, const CString& symbol) {
 std::vector<CString> StoredTrendLines(const BarsKey& chart) {
     std::vector<CString> lines;
     if (!chart.symbol.empty()) {
-        Repository().GetTrendLineData(kTechViewClass, SymbolKeyOf(chart), kPriceLines, chart.period,
-                                      chart.count, lines);
+        Repository().GetTrendLineData(lines, kTechViewClass, SymbolKeyOf(chart), kPriceLines,
+                                      chart.period, chart.count);
     }
     return lines;
 }

@@ -403,13 +403,13 @@ protected:
     }
     std::vector<CString> Stored(int period = 0, int count = 0) {
         std::vector<CString> inRepository;
-        Settings().GetTrendLineData(kTechViewClass, TrendLineSymbolKey(kUser, symbol), "price",
-                                    period, count, inRepository);
+        Settings().GetTrendLineData(inRepository, kTechViewClass, TrendLineSymbolKey(kUser, symbol),
+                                    "price", period, count);
         // What the store has is what a new start would find.
         Reload();
         std::vector<CString> inStore;
-        Settings().GetTrendLineData(kTechViewClass, TrendLineSymbolKey(kUser, symbol), "price",
-                                    period, count, inStore);
+        Settings().GetTrendLineData(inStore, kTechViewClass, TrendLineSymbolKey(kUser, symbol),
+                                    "price", period, count);
         EXPECT_EQ(inRepository, inStore);
         return inStore;
     }

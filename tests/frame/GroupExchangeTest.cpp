@@ -75,6 +75,8 @@ TEST_F(GroupExchange, ChartsLookTheSameInAnotherTerminal) {
     m_prompts.ExpectFile(file);
     m_prompts.ExpectMessage();
     Choose(Command::ImportGroups);
+    EXPECT_TRUE(m_prompts.Last().text.endsWith("新增 1 個，覆蓋 1 個。"))
+        << m_prompts.Last().text.toStdString();
     EXPECT_TRUE(GroupsInBox().contains(kGroup));
     Chart().SetGroup(Name());
     EXPECT_EQ(Chart().LegendTexts(), legends);

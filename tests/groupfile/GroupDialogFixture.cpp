@@ -13,6 +13,7 @@ namespace {
 /// What the process-wide repository uses until the end of the process.
 struct Doubles {
     MemoryConfigStore memory;
+    RecordingConfigStore store{memory};
     MemoryChartModule chartModule;
     MemoryEntitlement entitlement;
     MemoryQuotes quotes;
@@ -28,9 +29,12 @@ constexpr std::pair<const char*, const char*> kTexts[] = {
     {"IDS_TADIALOGS-FILE_UNREADABLE", "%1 unreadable: %2"},
     {"IDS_TADIALOGS-FILE_UNWRITABLE", "%1 unwritable: %2"},
     {"IDS_TADIALOGS-FILE_TOO_LARGE", "larger than %1"},
-    {"IDS_TADIALOGS-GROUPFILE_ASK_CREATE", "create %1?"},
+    {"IDS_TADIALOGS-FILE_ASK_CREATE", "create %1?"},
     {"IDS_TADIALOGS-GROUPFILE_NOT_CARRIED", "not carried: %1"},
-    {"IDS_TADIALOGS-GROUPFILE_VANISHED", "vanished: %1"},
+    {"IDS_TADIALOGS-FILE_WILDCARD", "no file: %1"},
+    {"IDS_TADIALOGS-GROUPFILE_TOO_MANY_NAMES", "%1 listed, %2 read"},
+    {"IDS_TADIALOGS-GROUPFILE_IMPORTED", "added %1, overwritten %2"},
+    {"IDS_TADIALOGS-GROUPFILE_NOTHING_IMPORTED", "nothing imported"},
     {"IDS_TADIALOGS-GROUPFILE_FULL", "full at %1"},
     {"IDS_TADIALOGS-GROUPFILE_NOT_MERGED_AGAIN", "stays at %1"},
     {"IDS_TADIALOGS-GROUPFILE_LEFT_OUT", "%1 left out of %2"},
@@ -52,14 +56,17 @@ constexpr std::pair<const char*, const char*> kTexts[] = {
 
 }  // namespace
 
-GroupDialogFixture::GroupDialogFixture() : memory(Shared().memory), quotes(Shared().quotes) {
+GroupDialogFixture::GroupDialogFixture()
+    : memory(Shared().memory), store(Shared().store), quotes(Shared().quotes) {
     memory = MemoryConfigStore();
+    store.Reset();
+    store.TakeLines();
     quotes.language.clear();
     for (const auto& [key, text] : kTexts) {
         quotes.language[key] = text;
     }
     Services services;
-    services.configStore = &memory;
+    services.configStore = &store;
     services.chartModule = &Shared().chartModule;
     services.entitlement = &Shared().entitlement;
     services.messageBoxTitle = "Terminal";
@@ -117,6 +124,18 @@ void GroupDialogFixture::Show(ta::ui::DialogBase& dialog) {
     dialog.show();
     dialog.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+}
+
+void GroupDialogFixture::ExpectTexts(const QWidget& dialog,
+                                     const std::vector<std::pair<QString, QString>>& texts) {
+    for (const auto& [place, key] : texts) {
+        const QString name = place.section('.', 0, 0);
+        const QWidget* control =
+            dialog.objectName() == name ? &dialog : dialog.findChild<QWidget*>(name);
+        ASSERT_NE(control, nullptr) << place.toStdString();
+        const QByteArray property = place.section('.', 1).toLatin1();
+        EXPECT_EQ(control->property(property).toString(), "IDS_" + key);
+    }
 }
 
 void GroupDialogFixture::Click(QWidget& control) {

@@ -5,6 +5,7 @@
 #include "tests/support/MemoryChart.h"
 #include "tests/support/MemoryConfigStore.h"
 #include "tests/support/MemoryQuotes.h"
+#include "tests/support/RecordingConfigStore.h"
 #include "tests/support/ScriptedPrompts.h"
 
 #include <QFile>
@@ -46,11 +47,15 @@ protected:
         EXPECT_NE(control, nullptr) << name;
         return *control;
     }
+    /// `texts`: control and property, and the language key without its "IDS_".
+    static void ExpectTexts(const QWidget& dialog,
+                            const std::vector<std::pair<QString, QString>>& texts);
     static void Click(QWidget& control);
     /// To the control that has the focus.
     static void Press(ta::ui::DialogBase& dialog, int key, Qt::KeyboardModifiers modifiers = {});
 
     MemoryConfigStore& memory;
+    RecordingConfigStore& store;  ///< passes on to `memory`
     MemoryQuotes& quotes;
     ScriptedPrompts prompts;
 

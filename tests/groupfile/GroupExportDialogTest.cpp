@@ -5,6 +5,7 @@
 #include "platform/Text.h"
 #include "platform/ui/TextBridge.h"
 #include "tests/groupfile/GroupDialogFixture.h"
+#include "tests/support/ScarceMemory.h"
 
 #include <QHeaderView>
 #include <QPushButton>
@@ -63,12 +64,10 @@ TEST_F(GroupExportTest, OpensWithEveryGroupUnchecked) {
     EXPECT_EQ(list.horizontalHeaderItem(0)->text(), "");
     EXPECT_EQ(list.horizontalHeaderItem(1)->text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_GROUPNAME");
     EXPECT_EQ(list.columnWidth(0), 20);
-    EXPECT_EQ(dialog.windowTitle(), "IDS_DIALOG-EXPORTTA_TITLE");
-    const auto text = [&dialog](int id) {
-        return qobject_cast<QPushButton*>(dialog.GetDlgItem(id))->text();
-    };
-    EXPECT_EQ(text(ui::kIdOk), "IDS_DIALOG-EXPORTTA_BUTTON_OK");
-    EXPECT_EQ(text(ui::kIdCancel), "IDS_DIALOG-EXPORTTA_BUTTON_CANCEL");
+    ExpectTexts(dialog, {{"TAGroupExport.windowTitle", "DIALOG-EXPORTTA_TITLE"},
+                         {"selectLabel.text", "DIALOG-EXPORTTA_SELECT"},
+                         {"okButton.text", "DIALOG-EXPORTTA_BUTTON_OK"},
+                         {"cancelButton.text", "DIALOG-EXPORTTA_BUTTON_CANCEL"}});
     EXPECT_EQ(dialog.GetDlgItem(77), nullptr);
 }
 
@@ -131,6 +130,7 @@ TEST_F(GroupExportTest, TheCheckedGroupsReplaceTheWholeFile) {
     const auto& asked = prompts.All().front();
     EXPECT_EQ(asked.text, "*.TASG");
     EXPECT_EQ(asked.preset, "*.TASG");
+    EXPECT_EQ(asked.title, "IDS_DIALOG-EXPORTTA_TITLE");
     EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPEXPORT_EXPORT_OK");
     EXPECT_EQ(prompts.Last().icon, PromptIcon::None);
     EXPECT_FALSE(dialog.isVisible());
@@ -151,13 +151,22 @@ TEST_F(GroupExportTest, ANewFileIsAskedForUntilItHasAName) {
     Show(dialog);
     Click(Find<QPushButton>(dialog, "selectButton"));
     prompts.ExpectSaveFile(Path("*.TASG"));
+    prompts.ExpectMessage();
     prompts.ExpectSaveFile(Path("first.TASG"));
     prompts.ExpectYesNo(false);
+    prompts.ExpectSaveFile(Path("first.TASG"));
+    prompts.ExpectCancel(Kind::YesNo);
     prompts.ExpectSaveFile(Path("second.TASG"));
     prompts.ExpectYesNo(true);
     prompts.ExpectMessage();
-    Click(Find<QPushButton>(dialog, "okButton"));
-    EXPECT_EQ(prompts.All()[2].text, "create first.TASG?");
+    Press(dialog, Qt::Key_Enter);
+    EXPECT_EQ(prompts.All()[1].text, "no file: *.TASG");
+    EXPECT_EQ(prompts.All()[1].icon, PromptIcon::Warning);
+    const auto& question = prompts.All()[3];
+    EXPECT_EQ(question.text, "create first.TASG?");
+    EXPECT_EQ(question.title, "IDS_DIALOG-EXPORTTA_TITLE");
+    EXPECT_EQ(question.icon, PromptIcon::Question);
+    EXPECT_EQ(question.presetAnswer, ui::Answer::Yes) << "nothing is lost by it";
     EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("first.TASG")), 0);
     EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("second.TASG")), 1);
     EXPECT_EQ(GroupList(Read(Path("second.TASG"))), text::FromUtf8("Trend,許功蓋,Volume"));
@@ -188,36 +197,32 @@ TEST_F(GroupExportTest, EscapeWritesNothing) {
 }
 
 TEST_F(GroupExportTest, AFileDialogThatCannotBeShown) {
-    class Throwing : public ui::Prompts {
-    public:
-        QStringList messages;
-
-        void Message(QWidget*, PromptIcon, const QString&, const QString& text) override {
-            messages.append(text);
-        }
-        ui::Answer AskYesNo(QWidget*, PromptIcon, const QString&, const QString&,
-                            ui::Answer) override {
-            return ui::Answer::No;
-        }
-        int AskChoice(QWidget*, PromptIcon, const QString&, const QString&,
-                      const QStringList&) override {
-            return -1;
-        }
-        QString OpenFile(QWidget*, const QString&, const QString&, const QString&) override {
-            return {};
-        }
-        QString SaveFile(QWidget*, const ui::SaveFileOptions&) override { throw std::bad_alloc(); }
-        QColor AskColour(QWidget*, const QString&, const QColor&) override { return {}; }
-    } throwing;
     CTAGroupExport dialog;
-    ui::SetPrompts(&throwing);
+    const auto expectFailure = [this] {
+        prompts.ExpectSaveFile(Path("never.TASG"));
+        prompts.Meanwhile([] { throw std::bad_alloc(); });
+        prompts.ExpectMessage();
+    };
+    expectFailure();
     EXPECT_EQ(dialog.SelectPathAndExport(), 1);
+    expectFailure();
     QString path = "before";
     EXPECT_EQ(dialog.GetSaveFilePath(path), 0);
-    ui::SetPrompts(&prompts);
     EXPECT_EQ(path, "");
-    EXPECT_EQ(throwing.messages, QStringList(2, "IDS_TECHVIEW-STRING_MEMORY_ERR"));
+    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
     EXPECT_EQ(memory.packCount, 0);
+}
+
+TEST_F(GroupExportTest, AnExportWithoutMemoryIsToldAndLeavesTheFileAsItWas) {
+    const QString path = Path("groups.TASG");
+    Write(path, "precious");
+    Repository().SetStudyParamSettingByGroupName("Trend", {CString(1 << 16, 'x'), "y"});
+    CTAGroupExport dialog;
+    prompts.ExpectMessage();
+    const ScarceMemory scarce((1 << 16) + 1000);
+    EXPECT_EQ(dialog.ExportFile(path), 0);
+    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_EQ(Read(path), "precious");
 }
 
 TEST_F(GroupExportTest, WithoutAFilledListEveryGroupIsExported) {
@@ -284,23 +289,7 @@ TEST_F(GroupExportTest, AFailedWriteLeavesTheFileAsItWas) {
         << "nothing is left lying about";
 }
 
-TEST_F(GroupExportTest, GroupsThatTheFileCannotCarryAreNamedAfterTheSuccess) {
-    memory.names = Names{"plain", "a,b", "Case", "CASE", "dollar"};
-    memory.params = {{4, {"one$two"}}};
-    memory.wndShowKeys[3] = 9;
-    Load();
-    CTAGroupExport dialog;
-    prompts.ExpectSaveFile(Path("groups.TASG"));
-    prompts.ExpectYesNo(true);
-    prompts.ExpectMessage();
-    prompts.ExpectMessage();
-    EXPECT_EQ(dialog.SelectPathAndExport(), 1);
-    EXPECT_EQ(prompts.All()[2].text, "IDS_TECHVIEW-STRING_GROUPEXPORT_EXPORT_OK");
-    EXPECT_EQ(prompts.Last().text, "not carried: a,b;Case;dollar");
-    EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
-}
-
-TEST_F(GroupExportTest, AGroupDeletedMeanwhile) {
+TEST_F(GroupExportTest, GroupsThatTheFileDoesNotCarryAreNamedAfterTheSuccess) {
     CTAGroupExport dialog;
     Show(dialog);
     Click(Find<QPushButton>(dialog, "selectButton"));
@@ -312,8 +301,10 @@ TEST_F(GroupExportTest, AGroupDeletedMeanwhile) {
     prompts.ExpectYesNo(true);
     prompts.ExpectMessage();
     prompts.ExpectMessage();
-    Click(Find<QPushButton>(dialog, "okButton"));
+    Press(dialog, Qt::Key_Enter);
+    EXPECT_EQ(prompts.All()[2].text, "IDS_TECHVIEW-STRING_GROUPEXPORT_EXPORT_OK");
     EXPECT_EQ(prompts.Last().text, QString("not carried: Trend;許功蓋"));
+    EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
     EXPECT_EQ(*memory.names, Names{"Volume"});
 }
 

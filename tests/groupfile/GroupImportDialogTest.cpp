@@ -1,13 +1,13 @@
 // The import dialog: the merge as it is shown, reordering by mouse and keys, and what the
 // repository and its store hold after OK and after Cancel.
 
-#include "groupfile/TAGroupExport.h"
 #include "groupfile/TAGroupImport.h"
 #include "platform/DrawInfo.h"
 #include "platform/Text.h"
 #include "platform/ui/DragListBox.h"
 #include "platform/ui/FileAccess.h"
 #include "tests/groupfile/GroupDialogFixture.h"
+#include "tests/support/ScarceMemory.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -15,8 +15,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-
-#include <fmt/format.h>
 
 #include <memory>
 
@@ -27,6 +25,9 @@ constexpr int kExisting = 20093;
 constexpr int kInFile = 20094;
 constexpr int kResult = 20095;
 constexpr int kReplaceExisting = 16098;
+
+const QString kImportOk = "IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK";
+const QString kNoMemory = "IDS_TECHVIEW-STRING_MEMORY_ERR";
 
 class GroupImportTest : public GroupDialogFixture {
 protected:
@@ -104,7 +105,6 @@ TEST_F(GroupImportTest, ShowsWhatThereIsAndWhatWillBe) {
     EXPECT_EQ(Rows(kInFile), (QStringList{"X", "B"}));
     EXPECT_EQ(Rows(), (QStringList{"A", "* B", "C", "* X"}));
     EXPECT_TRUE(qobject_cast<QCheckBox*>(dialog.GetDlgItem(kReplaceExisting))->isChecked());
-    EXPECT_EQ(dialog.windowTitle(), "IDS_TECHVIEW-STRING_GROUPIMPORT_TITLE");
     EXPECT_EQ(Notice(), "");
     for (const int id : {20096, 20097, 16278, 16279, 20098}) {
         const QWidget* button = dialog.GetDlgItem(id);
@@ -112,20 +112,37 @@ TEST_F(GroupImportTest, ShowsWhatThereIsAndWhatWillBe) {
         EXPECT_FALSE(button->isEnabled()) << id;
         EXPECT_EQ(button->isVisible(), id != 20096) << id;
     }
+    ExpectTexts(dialog, {{"TAGroupImport.windowTitle", "TECHVIEW-STRING_GROUPIMPORT_TITLE"},
+                         {"existingGroupBox.title", "TECHVIEW-STRING_GROUPIMPORT_GROUP_INUSE"},
+                         {"fileGroupBox.title", "TECHVIEW-STRING_GROUPIMPORT_GROUP_LOAD"},
+                         {"mergeGroupBox.title", "TECHVIEW-STRING_GROUPIMPORT_GROUP_MERGE"},
+                         {"replaceExistingCheckBox.text",
+                          "TECHVIEW-STRING_GROUPIMPORT_CHECK_REPLACE_EXIST"},
+                         {"mergeList.toolTip", "TADIALOGS-GROUPFILE_RESULT_TIP"},
+                         {"summaryGroupBox.title", "TADIALOGS-GROUPFILE_SUMMARY"},
+                         {"replaceAllButton.text", "TADIALOGS-GROUPFILE_REPLACE_ALL"},
+                         {"insertButton.text", "TADIALOGS-GROUPFILE_INSERT"},
+                         {"insertAllButton.text", "TADIALOGS-GROUPFILE_INSERT_ALL"},
+                         {"restoreButton.text", "TADIALOGS-GROUPFILE_RESTORE"},
+                         {"okButton.text", "DIALOG-EXPORTTA_BUTTON_OK"},
+                         {"cancelButton.text", "DIALOG-EXPORTTA_BUTTON_CANCEL"}});
 }
 
 TEST_F(GroupImportTest, OkLoadsTheMarkedGroupsAndStoresTheList) {
-    Open({"X", "B"});
+    const CTAGroupImport& dialog = Open({"X", "B", "Y"});
     Ok();
-    EXPECT_EQ(GroupNames(), (Names{"A", "B", "C", "X"}));
-    EXPECT_EQ(Params("A"), Names{"a"});
-    EXPECT_EQ(Params("B"), Names{"new"});
-    EXPECT_EQ(Params("X"), Names{"new"});
+    EXPECT_EQ(dialog.ResultText(), kImportOk + "\nadded 2, overwritten 1");
+    EXPECT_EQ(dialog.AddedCount(), 2);
+    EXPECT_EQ(dialog.OverwrittenCount(), 1);
+    EXPECT_EQ(GroupNames(), (Names{"A", "B", "C", "X", "Y"}));
+    EXPECT_EQ(*memory.names, GroupNames());
+    EXPECT_EQ(memory.params[0], Names{"a"});
+    for (const unsigned index : {1U, 3U, 4U}) {
+        EXPECT_EQ(memory.params[index], Names{"new"});
+        EXPECT_EQ(memory.showCounts[index], 1);
+        EXPECT_EQ(memory.wndShowKeys[index], 2);
+    }
     EXPECT_EQ(Studies("X"), (StudyLists{{23}}));
-    EXPECT_EQ(Repository().GetTechWndKeyByGroupName("X"), 2);
-    EXPECT_EQ(*memory.names, (Names{"A", "B", "C", "X"}));
-    EXPECT_EQ(memory.params[1], Names{"new"});
-    EXPECT_EQ(memory.showCounts[3], 1);
     EXPECT_EQ(memory.packCount, 1);
     const auto* drawInfo = dynamic_cast<MemoryDrawInfo*>(Repository().GetDrawInfo("B"));
     ASSERT_NE(drawInfo, nullptr);
@@ -134,11 +151,10 @@ TEST_F(GroupImportTest, OkLoadsTheMarkedGroupsAndStoresTheList) {
 
 TEST_F(GroupImportTest, WithTheBoxClearedExistingGroupsAreLeftAlone) {
     Open({"X", "B"});
-    ToggleReplace();
-    EXPECT_EQ(Rows(), (QStringList{"A", "B", "C", "* X"}));
-    ToggleReplace();
-    EXPECT_EQ(Rows(), (QStringList{"A", "* B", "C", "* X"}));
-    ToggleReplace();
+    for (const char* existing : {"B", "* B", "B"}) {
+        ToggleReplace();
+        EXPECT_EQ(Rows(), (QStringList{"A", existing, "C", "* X"}));
+    }
     Ok();
     EXPECT_EQ(Params("B"), Names{"b"});
     EXPECT_EQ(Params("X"), Names{"new"});
@@ -147,25 +163,17 @@ TEST_F(GroupImportTest, WithTheBoxClearedExistingGroupsAreLeftAlone) {
 TEST_F(GroupImportTest, RowsDraggedWithTheMouseAreStoredInThatOrder) {
     Open({"X", "B"});
     Drag(3, 0);
+    ToggleReplace();
+    EXPECT_EQ(Rows(), (QStringList{"A", "B", "C", "* X"})) << "toggling computes the order again";
+    ToggleReplace();
+    Drag(3, 0);
     EXPECT_EQ(Rows(), (QStringList{"* X", "A", "* B", "C"}));
     Drag(1, 3);
     EXPECT_EQ(Rows(), (QStringList{"* X", "* B", "C", "A"}));
     Ok();
-    EXPECT_EQ(GroupNames(), (Names{"X", "B", "C", "A"}));
     EXPECT_EQ(*memory.names, (Names{"X", "B", "C", "A"}));
-    EXPECT_EQ(Params("B"), Names{"new"});
-    EXPECT_EQ(Params("A"), Names{"a"});
-}
-
-TEST_F(GroupImportTest, TogglingAfterADragRestoresTheComputedOrder) {
-    Open({"X", "B"});
-    Drag(3, 0);
-    ToggleReplace();
-    EXPECT_EQ(Rows(), (QStringList{"A", "B", "C", "* X"}));
-    Drag(0, 3);
-    Ok();
-    EXPECT_EQ(GroupNames(), (Names{"B", "C", "X", "A"}));
-    EXPECT_EQ(Params("B"), Names{"b"});
+    EXPECT_EQ(memory.params,
+              (std::map<unsigned, Names>{{0, {"new"}}, {1, {"new"}}, {2, {"c"}}, {3, {"a"}}}));
 }
 
 TEST_F(GroupImportTest, ReorderingWithKeys) {
@@ -220,11 +228,15 @@ TEST_F(GroupImportTest, OnlySoManyNewGroupsAsThereIsRoomFor) {
     const QStringList merged{"1", "* 2", "3", "4", "5", "6", "7", "8", "* X", "* Y"};
     EXPECT_EQ(Rows(), merged);
     EXPECT_EQ(Notice(), "2 left out of 10");
+    Drag(9, 1);
+    List().setCurrentRow(4);
+    const QStringList dragged{"1", "* Y", "* 2", "3", "4", "5", "6", "7", "8", "* X"};
     ToggleReplace();
-    EXPECT_EQ(Rows(), merged) << "with the maximum of rows nothing is merged again";
+    EXPECT_EQ(Rows(), dragged) << "with the maximum of rows nothing is merged again";
+    EXPECT_EQ(List().currentRow(), 4);
     EXPECT_EQ(Notice(), "stays at 10\n2 left out of 10");
     Ok();
-    EXPECT_EQ(GroupNames().size(), 10U);
+    EXPECT_EQ(GroupNames(), (Names{"1", "Y", "2", "3", "4", "5", "6", "7", "8", "X"}));
     EXPECT_EQ(Params("2"), Names{"new"});
     EXPECT_EQ(Params("Y"), Names{"new"});
 }
@@ -233,29 +245,14 @@ TEST_F(GroupImportTest, ARepositoryAtItsMaximum) {
     memory.names = Names{"1", "2", "3", "4", "5", "6", "7", "8", "9", "10"};
     memory.params[1] = {"b"};
     Load();
-    Open({"X", "2"});
+    const CTAGroupImport& dialog = Open({"X", "2"});
     EXPECT_EQ(Rows(), (QStringList{"1", "2", "3", "4", "5", "6", "7", "8", "9", "10"}));
     EXPECT_EQ(Notice(), "full at 10\n1 left out of 10");
     Ok();
+    EXPECT_EQ(dialog.ResultText(), "nothing imported");
     EXPECT_EQ(GroupNames(), *memory.names);
     EXPECT_EQ(GroupNames().size(), 10U);
     EXPECT_EQ(Params("2"), Names{"b"});
-}
-
-TEST_F(GroupImportTest, FiftyGroupsOfWhichManyAreNew) {
-    memory.maxCount = 50;
-    Load();
-    Names names{"B"};
-    for (int i = 0; i < 50; ++i) {
-        names.push_back(fmt::format("{}{}", text::FromUtf8("群組"), i));
-    }
-    Open(names);
-    EXPECT_EQ(Rows().size(), 50);
-    EXPECT_EQ(Notice(), "3 left out of 50");
-    Ok();
-    EXPECT_EQ(GroupNames().size(), 50U);
-    EXPECT_EQ(GroupNames().back(), text::FromUtf8("群組46"));
-    EXPECT_EQ(Params(text::FromUtf8("群組46")), Names{"new"});
 }
 
 TEST_F(GroupImportTest, FilesThatAreRefused) {
@@ -292,45 +289,110 @@ TEST_F(GroupImportTest, TheModalLoopEndsWithOk) {
     EXPECT_EQ(GroupNames().back(), "X");
 }
 
-TEST_F(GroupImportTest, AFileThatIsGoneOrOtherAtOkLeavesTheDialogOpen) {
-    CTAGroupImport& dialog = Open({"X"});
-    QFile::remove(path);
-    prompts.ExpectMessage();
-    Click(*dialog.GetDlgItem(ui::kIdOk));
-    EXPECT_EQ(prompts.Last().text, path + " unreadable: IDS_TADIALOGS-FILE_NOT_FOUND");
-    Write(path, "[Common]\nFileVersion=4\n");
-    prompts.ExpectMessage();
-    Click(*dialog.GetDlgItem(ui::kIdOk));
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPIMPORT_VERSION_ERR");
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_EQ(GroupNames(), (Names{"A", "B", "C"}));
-    EXPECT_EQ(memory.packCount, 0);
-    Write(path, FileOf({"X"}));
+TEST_F(GroupImportTest, WhatWasShownIsImportedWhateverBecomesOfTheFile) {
+    Open({"X", "B"});
+    Write(path, FileOf({"C", "Z"}));
+    ToggleReplace();
+    ToggleReplace();
+    EXPECT_EQ(Rows(), (QStringList{"A", "* B", "C", "* X"}));
     Ok();
     EXPECT_EQ(GroupNames(), (Names{"A", "B", "C", "X"}));
+    EXPECT_EQ(Params("B"), Names{"new"});
+    EXPECT_EQ(Params("C"), Names{"c"});
+    Open({"Y"});
+    QFile::remove(path);
+    Ok();
+    EXPECT_EQ(Params("Y"), Names{"new"});
 }
 
-TEST_F(GroupImportTest, WhatVanishedFromTheFileIsToldAndTheRestImported) {
-    Open({"X", "B", "Y", "C"});
-    // B is no longer listed, X is listed without its settings, Y has other ones, Z is new.
-    std::string changed = FileOf({"Y", "C", "Z"});
-    changed.replace(changed.find("GroupList=Y"), 11, "GroupList=X,Y");
-    changed.replace(changed.find("=new"), 4, "=other");
-    Write(path, changed);
-    prompts.ExpectMessage();
+TEST_F(GroupImportTest, AnotherPartyThatCommitsDuringTheImportIsLoadedAfterTheSave) {
+    const auto commitElsewhere = [this] {
+        memory.names = Names{"Other"};
+        memory.reloadFlag = true;
+    };
+    Open({"X", "B"});
+    for (const char* operation : {"SaveTAStudyShowCount", "SaveTAGroupNameList"}) {
+        store.RunBefore(operation, 1, commitElsewhere);
+    }
     Ok();
-    EXPECT_EQ(prompts.Last().text, "vanished: B;X");
-    EXPECT_EQ(GroupNames(), (Names{"A", "B", "C", "Y"}));
-    EXPECT_EQ(Params("B"), Names{"b"}) << "the existing group is kept";
-    EXPECT_EQ(Params("Y"), Names{"other"});
-    EXPECT_EQ(*memory.names, (Names{"A", "B", "C", "Y"}));
+    EXPECT_EQ(*memory.names, (Names{"A", "B", "C", "X"}));
+    EXPECT_EQ(memory.params,
+              (std::map<unsigned, Names>{{0, {"a"}}, {1, {"new"}}, {2, {"c"}}, {3, {"new"}}}));
+    EXPECT_EQ(memory.packCount, 1);
+    EXPECT_TRUE(memory.reloadFlag) << "the next look loads what is stored";
+}
+
+TEST_F(GroupImportTest, WhatAnotherPartyHasChangedSinceTheListsWereFilled) {
+    Open({"X", "B"});
+    Drag(3, 0);
+    memory.names = Names{"D", "C", "B"};
+    memory.params = {{0, {"d"}}, {1, {"c"}}, {2, {"b"}}};
+    memory.reloadFlag = true;
+    Ok();
+    EXPECT_EQ(*memory.names, (Names{"X", "B", "C", "D"})) << "A was deleted, D is new";
+    EXPECT_EQ(memory.params,
+              (std::map<unsigned, Names>{{0, {"new"}}, {1, {"new"}}, {2, {"c"}}, {3, {"d"}}}));
+}
+
+TEST_F(GroupImportTest, LackOfMemoryForAValueIsToldAndTheImportGoesOn) {
+    std::string bytes = FileOf({"X", "B"});
+    bytes.replace(bytes.find("=new"), 4, "=" + std::string(1 << 20, 'x'));
+    CTAGroupImport& dialog = OpenBytes(bytes);
+    {
+        const ScarceMemory scarce(1 << 16);
+        Press(dialog, Qt::Key_End);
+        EXPECT_TRUE(Summary().endsWith("\n" + kNoMemory));
+        prompts.ExpectMessage();
+        Ok();
+        EXPECT_EQ(prompts.Last().text, kNoMemory);
+        EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Warning);
+
+        CTAGroupImport other(path);
+        prompts.ExpectMessage();
+        EXPECT_EQ(other.CheckImportFile(), 0);
+        prompts.ExpectMessage();
+        EXPECT_EQ(other.ImportGroupSetting("A", path), 0);
+        EXPECT_EQ(prompts.Last().text, kNoMemory);
+    }
+    EXPECT_EQ(Params("X"), Names{""});
+    EXPECT_EQ(Studies("X"), (StudyLists{{23}}));
+    EXPECT_EQ(Params("B"), Names{"new"});
+    EXPECT_EQ(Params("A"), Names{"a"});
+    EXPECT_EQ(dialog.ImportGroupSetting("A", path), 1);
+    EXPECT_EQ(Params("A"), Names{""});
+    EXPECT_EQ(dialog.ImportGroupSetting("A", Path("none")), 0);
+
+    // A list of names that has no memory is an empty one.
+    Write(path, FileOf({CString(1 << 17, 'n')}));
+    CTAGroupImport longList(path);
+    ASSERT_EQ(longList.CheckImportFile(), 1);
+    const ScarceMemory scarce(1 << 16);
+    prompts.ExpectMessage();
+    longList.Create();
+    EXPECT_EQ(prompts.Last().text, kNoMemory);
+    EXPECT_EQ(Find<QListWidget>(longList, "fileList").count(), 0);
+}
+
+TEST_F(GroupImportTest, OfAListOfNamesWithoutEndTheFirstAreRead) {
+    Names names{"B"};
+    while (names.size() < 1'001) {
+        names.push_back("n" + std::to_string(names.size()));
+    }
+    Open(names);
+    EXPECT_EQ(List(kInFile).count(), 1'000);
+    EXPECT_EQ(Notice(), "992 left out of 10\n1001 listed, 1000 read");
+    OpenBytes("[Common]\nFileVersion=TAS Ver3.0\nGroupList=" + std::string(1 << 20, ','));
+    EXPECT_EQ(List(kInFile).count(), 1'000);
+    EXPECT_EQ(Rows(), (QStringList{"A", "B", "C", "* "}));
+    EXPECT_EQ(Notice(), "1048577 listed, 1000 read");
 }
 
 TEST_F(GroupImportTest, FilesWithStrangeLists) {
-    Open({});
+    const CTAGroupImport& dialog = Open({});
     EXPECT_EQ(Rows(), (QStringList{"A", "B", "C"}));
     EXPECT_EQ(Notice(), "IDS_TADIALOGS-GROUPFILE_EMPTY");
     Ok();
+    EXPECT_EQ(dialog.ResultText(), "nothing imported");
     EXPECT_EQ(GroupNames(), (Names{"A", "B", "C"}));
     // An empty name between two commas, one without a section, one in bytes that are no character.
     const CString broken = "\xFF\x41";
@@ -345,14 +407,20 @@ TEST_F(GroupImportTest, FilesWithStrangeLists) {
     EXPECT_EQ(Repository().GetTechWndKeyByGroupName("W"), 1);
 }
 
-TEST_F(GroupImportTest, TheMarkInsideAName) {
-    memory.names = Names{"A* B", "C"};
+TEST_F(GroupImportTest, TheMarkInsideANameIsPartOfIt) {
+    memory.names = Names{"A* B", "* C", "D"};
     Load();
-    Open({"* X"});
-    EXPECT_EQ(Rows(), (QStringList{"A* B", "C", "* * X"}));
+    Open({"* X", "D"});
+    EXPECT_EQ(Rows(), (QStringList{"A* B", "* C", "* D", "* * X"}));
+    Drag(3, 0);
     Ok();
-    EXPECT_EQ(GroupNames(), (Names{"B", "C", "* X"})) << "cut after the first mark";
-    EXPECT_EQ(Params("* X"), Names{"new"});
+    EXPECT_EQ(GroupNames(), (Names{"* X", "A* B", "* C", "D"}));
+    const std::pair<CString, Names> params[] = {
+        {"* X", {"new"}}, {"A* B", {"a"}}, {"* C", {"b"}}, {"D", {"new"}}};
+    for (unsigned index = 0; index < 4; ++index) {
+        EXPECT_EQ(Params(params[index].first), params[index].second);
+        EXPECT_EQ(memory.params[index], params[index].second);
+    }
 }
 
 TEST_F(GroupImportTest, TheSummaryOfTheRowUnderTheCursor) {
@@ -384,32 +452,6 @@ TEST_F(GroupImportTest, TheSummaryOfTheRowUnderTheCursor) {
     Press(dialog, Qt::Key_Down);
     List().setCurrentRow(1);
     EXPECT_TRUE(Summary().startsWith("B\nsame\n")) << Summary().toStdString();
-}
-
-TEST_F(GroupImportTest, WhatOneTerminalExportsAnotherImports) {
-    const CString chinese = text::FromUtf8("許功蓋［］");
-    memory = MemoryConfigStore();
-    memory.names = Names{chinese, "Second"};
-    memory.params[0] = {"4=5,10", "23=9"};
-    memory.shapes[0] = {"4=red"};
-    memory.showCounts = {{0, 3}, {1, 1}};
-    memory.wndShowKeys = {{0, 13}, {1, -4}};
-    Load();
-    Repository().SetStudyListByGroupName(chinese, {{0, 4}, {16}, {22, 23}});
-    EXPECT_EQ(CTAGroupExport().ExportFile(path), 1);
-
-    memory = MemoryConfigStore();
-    memory.names = Names{"Other"};
-    Load();
-    OpenBytes(Read(path));
-    Ok();
-    Load();
-    EXPECT_EQ(GroupNames(), (Names{"Other", chinese, "Second"}));
-    EXPECT_EQ(Params(chinese), (Names{"4=5,10", "23=9"}));
-    EXPECT_EQ(Studies(chinese), (StudyLists{{0, 4}, {16}, {22, 23}}));
-    EXPECT_EQ(Repository().GetStudyCountByGroupName(chinese), 3);
-    EXPECT_EQ(Repository().GetTechWndKeyByGroupName(chinese), 13);
-    EXPECT_EQ(Repository().GetTechWndKeyByGroupName("Second"), -4);
 }
 
 }  // namespace

@@ -37,7 +37,8 @@ TEST(ProfileReaderTest, WhereASectionNameEnds) {
 
 TEST(ProfileReaderTest, BlanksAndQuotes) {
     EXPECT_EQ(Read("[ \t s \t]\n \tk\t = \t a b \t", "s"), "a b");
-    EXPECT_EQ(Read("[s]\nk=1", " s\t", " k "), "1");
+    EXPECT_EQ(Read("\f[\vs\f]\v\n\fk\v=\va\fb\f", "s"), "a\fb");
+    EXPECT_EQ(Read("[s]\n\v;k=0\n\fk=1", " s\t\v", "\f k "), "1");
     EXPECT_EQ(Read("[s]\nk=\"  a  \"", "s"), "  a  ");
     EXPECT_EQ(Read("[s]\nk= ' a ' ", "s"), " a ");
     EXPECT_EQ(Read("[s]\nk=\"\"a\"\"", "s"), "\"a\"") << "one pair only";

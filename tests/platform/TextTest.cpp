@@ -7,6 +7,29 @@
 #include <set>
 #include <string>
 
+#include <dlfcn.h>
+#include <unicode/ucnv.h>
+
+namespace {
+
+bool g_hasConverters = true;
+
+}  // namespace
+
+#define TA_TEST_TEXT_OF(name) #name
+#define TA_TEST_NAME_OF(name) TA_TEST_TEXT_OF(name)
+
+// Stands before the library's own, as on a machine that lacks the data.
+extern "C" UConverter* ucnv_open(const char* name, UErrorCode* error) {
+    if (!g_hasConverters) {
+        *error = U_FILE_ACCESS_ERROR;
+        return nullptr;
+    }
+    static const auto real =
+        reinterpret_cast<decltype(&ucnv_open)>(dlsym(RTLD_NEXT, TA_TEST_NAME_OF(ucnv_open)));
+    return real(name, error);
+}
+
 namespace ta::text {
 namespace {
 
@@ -166,6 +189,18 @@ TEST(CodePages, CharactersEndWhereTheConversionSaysThatTheyEnd) {
         }
         EXPECT_EQ(differing, 0) << number;
     }
+}
+
+TEST(CodePages, WithoutAConverterAsciiComesThrough) {
+    g_hasConverters = false;
+    {
+        const CodePageScope scope(936);  // of which no converter is open yet
+        EXPECT_EQ(FromUtf8("a功😀~é\n"), "a??~?\n");
+        EXPECT_EQ(ToUtf16("a\xD6\xD0\xD6[\xFF"), u"a\uFFFD\uFFFD\uFFFD");
+        EXPECT_EQ(ToUtf8("[k]=1\r\n"), "[k]=1\r\n");
+    }
+    g_hasConverters = true;
+    EXPECT_EQ(FromUtf8("功"), "\xA5\x5C");
 }
 
 TEST(FindChar, DoesNotTakeSecondHalvesForCharacters) {

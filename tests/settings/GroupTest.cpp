@@ -6,7 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include <numeric>
+#include <functional>
+#include <tuple>
 
 namespace ta::test {
 namespace {
@@ -125,6 +126,11 @@ TEST_F(GroupTest, EveryStudyNumberIsUsableWithTheCapability) {
     memory.studyLists[{0, "StudyTypeLogKey01"}] = {7001, -1, 0};
     EXPECT_EQ(Lists("A")[0], (std::vector<StudyType>{7001, 0, kE, kE, kE, kE, kE, kE}));
     EXPECT_EQ(Repository().IsSecondlyDataCanUse(1), 1);
+    memoryEntitlement.denied = {Function::SecondData};
+    EXPECT_EQ(Repository().IsSecondlyDataCanUse(1), 1) << "asked once";
+    EndRepository();
+    EXPECT_EQ(Repository().IsSecondlyDataCanUse(1), 0);
+    EXPECT_EQ(Repository().IsStudyCanUse(7001), 1);
 }
 
 TEST_F(GroupTest, TheSmallestFreeUniNumIsTaken) {
@@ -145,19 +151,35 @@ TEST_F(GroupTest, TheSmallestFreeUniNumIsTaken) {
     EXPECT_EQ(repository.GetUniNumByGroupName("G"), 5);
 }
 
-TEST_F(GroupTest, NoFreeUniNumGivesMinusOne) {
-    std::vector<CString> names(100);
-    for (int i = 0; i < 100; ++i) {
-        names[static_cast<std::size_t>(i)] = "G" + std::to_string(i);
+TEST_F(GroupTest, GroupsWithoutANumberGetOneWhileTheyLast) {
+    std::vector<CString> names{"Twice", "Twice"};
+    while (names.size() < 2'000) {
+        names.push_back("G" + std::to_string(names.size()));
     }
     memory.names = names;
+    memory.uniNums = {{50, 3}, {51, -1}, {52, 10'000}};
     CTaSettingHandle& repository = Repository();
-    EXPECT_EQ(repository.GetUniNumByGroupName("G99"), 99);
+    // The second of the two took the place of the first, whose number is free again. The number of
+    // the fiftieth was given away before it came.
+    EXPECT_EQ(repository.GetUniNumByGroupName("Twice"), 1);
+    const std::vector<std::pair<CString, int>> numbers{{"G2", 0},    {"G3", 2},    {"G4", 3},
+                                                       {"G50", 3},   {"G51", -1},  {"G52", 10'000},
+                                                       {"G103", 99}, {"G104", -1}, {"G1999", -1}};
+    for (const auto& [name, number] : numbers) {
+        EXPECT_EQ(repository.GetUniNumByGroupName(name), number) << name;
+    }
     EXPECT_EQ(repository.AddGroupSetting("X"), 1);
     EXPECT_EQ(repository.GetUniNumByGroupName("X"), -1);
+    repository.DeleteGroupSetting("G4");
+    repository.AddGroupSetting("Y");
+    EXPECT_EQ(repository.GetUniNumByGroupName("Y"), -1) << "another group has the number too";
+    repository.DeleteGroupSetting("G3");
     memory.maxCount = 11;
-    EXPECT_EQ(repository.AddGroupSetting("Y"), 1);
-    EXPECT_EQ(repository.GetUniNumByGroupName("Y"), 100);
+    for (const int number : {2, 100, 101}) {
+        const CString name = "Z" + std::to_string(number);
+        EXPECT_EQ(repository.AddGroupSetting(name), 1);
+        EXPECT_EQ(repository.GetUniNumByGroupName(name), number);
+    }
 }
 
 TEST_F(GroupTest, NotFoundAnswers) {
@@ -216,22 +238,8 @@ TEST_F(GroupTest, AddingStoresTheDefaultStringsUnderTheNewIndex) {
     EXPECT_EQ(Names(), (std::vector<CString>{"A", "B"}));
 }
 
-TEST_F(GroupTest, AddingReplacesAnUnlistedRecord) {
-    memory.names = {{"A", "B"}};
-    CTaSettingHandle& repository = Repository();
-    repository.SetStudyCountByGroupName("B", 9);
-    std::vector<CString> names{"A"};
-    repository.SetGroupNameList(names);
-    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 9);
-    EXPECT_EQ(repository.GetUniNumByGroupName("B"), 1);
-    EXPECT_EQ(repository.GetGroupIndexByUniNum(1), 0) << "an unlisted record answers as the first";
-    EXPECT_EQ(repository.AddGroupSetting("B"), 1);
-    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 4);
-    EXPECT_EQ(repository.GetUniNumByGroupName("B"), 1);
-}
-
-TEST_F(GroupTest, SettersOfAnUnlistedRecordDoNotWriteOverTheFirstGroup) {
-    memory.names = {{"A", "B"}};
+TEST_F(GroupTest, AnUnlistedRecordStaysInMemoryOnlyUntilItGivesWay) {
+    memory.names = {{"A", "B", "C"}};
     memory.showCounts = {{0, 5}};
     memory.wndShowKeys = {{0, 6}};
     CTaSettingHandle& repository = Repository();
@@ -239,11 +247,17 @@ TEST_F(GroupTest, SettersOfAnUnlistedRecordDoNotWriteOverTheFirstGroup) {
     repository.SetGroupNameList(names);
     repository.SetStudyCountByGroupName("B", 9);
     repository.SetTechWndKeyByGroupName("B", 9);
-    EXPECT_EQ(memory.showCounts, (std::map<unsigned, int>{{0, 5}}));
+    EXPECT_EQ(memory.showCounts, (std::map<unsigned, int>{{0, 5}})) << "not over the first group's";
     EXPECT_EQ(memory.wndShowKeys, (std::map<unsigned, int>{{0, 6}}));
+    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 9);
+    EXPECT_EQ(repository.GetTechWndKeyByGroupName("B"), 9);
+    EXPECT_EQ(repository.GetGroupIndexByUniNum(1), 0) << "an unlisted record answers as the first";
+    EXPECT_EQ(repository.AddGroupSetting("B"), 1);
+    EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 4);
+    EXPECT_EQ(repository.GetUniNumByGroupName("B"), 1);
     repository.ClearNoUseGroup();
-    EXPECT_EQ(repository.GetUniNumByGroupName("B"), -1);
-    EXPECT_EQ(Names(), std::vector<CString>{"A"});
+    EXPECT_EQ(repository.GetUniNumByGroupName("C"), -1);
+    EXPECT_EQ(Names(), (std::vector<CString>{"A", "B"}));
 }
 
 TEST_F(GroupTest, RenamingKeepsPlaceNumberAndObjects) {
@@ -320,34 +334,109 @@ TEST_F(GroupTest, AReloadTakesTheStoredStateAndDropsEditsAndObjects) {
     EXPECT_EQ(repository.FindGroup("B"), 1);
 }
 
-TEST_F(GroupTest, EveryEditLooksAtTheReloadedState) {
-    using Edit = std::function<void(CTaSettingHandle&)>;
-    std::vector<CString> newOrder{"B", "A"};
-    const std::vector<Edit> edits{
-        [](auto& r) { r.AddGroupSetting("N"); },
-        [](auto& r) { r.DeleteGroupSetting("A"); },
-        [](auto& r) { r.ModifyGroupName("A", "N"); },
-        [](auto& r) { r.SetStudyCountByGroupName("A", 3); },
-        [](auto& r) { r.SetTechWndKeyByGroupName("A", 3); },
-        [](auto& r) { r.SetStudyListByGroupName("A", {{1}}); },
-        [](auto& r) { r.SetStudyParamSettingByGroupName("A", {"x"}); },
-        [](auto& r) {
-            r.SetAllStudyShapeSetting({{"A", {"x"}}, {"?", {"y"}}});
-        },
-        [](auto& r) { r.DeleteAllParam("A"); },
-        [](auto& r) { r.ClearNoUseGroup(); },
-        [](auto& r) { r.SaveAllGroupSetting(); },
-        [&](auto& r) { r.SetGroupNameList(newOrder); },
+using Handle = CTaSettingHandle;
+using Operation = std::function<void(Handle&)>;
+
+void Preset(CString& text) {
+    text = "A";
+}
+template <class Value>
+void Preset(Value&) {}
+
+/// Calls an operation of the repository with "A" for each text and empty values for all else.
+template <class... Parameters>
+Operation Plain(auto operation) {
+    return [operation](Handle& repository) {
+        std::tuple<std::decay_t<Parameters>...> values;
+        std::apply([](auto&... each) { (Preset(each), ...); }, values);
+        std::apply([&](auto&... each) { (repository.*operation)(each...); }, values);
     };
-    for (const Edit& edit : edits) {
-        memory.names = {{"A", "B"}};
-        EndRepository();
-        Repository().AddGroupSetting("Unsaved");
-        ChangeElsewhere({"A", "B"});
-        edit(Repository());
-        EXPECT_EQ(Repository().FindGroup("Unsaved"), 0);
-        EXPECT_FALSE(memory.reloadFlag);
-    }
+}
+template <class Result, class... Parameters>
+Operation Of(Result (Handle::*operation)(Parameters...)) {
+    return Plain<Parameters...>(operation);
+}
+template <class Result, class... Parameters>
+Operation Of(Result (Handle::*operation)(Parameters...) const) {
+    return Plain<Parameters...>(operation);
+}
+std::vector<Operation> PlainCalls(auto... operations) {
+    return {Of(operations)...};
+}
+
+const auto kLookingForAReload = PlainCalls(
+    &Handle::ReloadTASetting, &Handle::FindGroup, &Handle::GetGroupIndexByName,
+    &Handle::GetGroupIndexByUniNum, &Handle::GetGroupNameByIndex, &Handle::GetUniNumByGroupIndex,
+    &Handle::GetGroupNameList, &Handle::SetGroupNameList, &Handle::GetSystemDefaultGroup,
+    &Handle::AddGroupSetting, &Handle::DeleteGroupSetting, &Handle::ModifyGroupName,
+    &Handle::ClearNoUseGroup, &Handle::GetStudyCountByGroupName, &Handle::SetStudyCountByGroupName,
+    &Handle::GetTechCountByGroup, &Handle::GetStudyListByGroupName,
+    &Handle::SetStudyListByGroupName, &Handle::GetTechWndKeyByGroupName,
+    &Handle::SetTechWndKeyByGroupName, &Handle::GetDrawInfo, &Handle::GetTaDataInterface,
+    &Handle::GetTaDataRepository, &Handle::GetAllDrawInfo, &Handle::SetAllDrawInfo,
+    &Handle::GetAllStudyParamSetting, &Handle::GetAllStudyShapeSetting,
+    &Handle::SetAllStudyParamSetting, &Handle::SetAllStudyShapeSetting,
+    &Handle::GetStudyParamSettingByGroupName, &Handle::GetStudyShapeSettingByGroupName,
+    &Handle::SetStudyParamSettingByGroupName, &Handle::SetStudyShapeSettingByGroupName,
+    &Handle::DeleteAllParam, &Handle::vGetStudyInfoVec, &Handle::SaveAllGroupSetting,
+    &Handle::AddTrendLineData, &Handle::SetTrendLineData, &Handle::GetTrendLineData,
+    &Handle::GetAllTrendLineData,
+    static_cast<unsigned (Handle::*)(const CString&)>(&Handle::GetTrendLineCount),
+    static_cast<unsigned (Handle::*)(const CString&, const CString&)>(&Handle::GetTrendLineCount),
+    &Handle::GetTrendLineSymbolCount, &Handle::ClearAllTrendLine,
+    &Handle::GetTrendLineSymbolUpdTime, &Handle::UpdateTrendLineSymbolTime,
+    &Handle::StudyTypeToStudyName, &Handle::StudyNameToStudyType, &Handle::GetTAViewGroupSetting);
+
+const auto kNotLookingForAReload = PlainCalls(
+    &Handle::GetGroupNameByUniNum, &Handle::GetUniNumByGroupName, &Handle::GetMaxTAGroupCount,
+    &Handle::GetGroupAuthorize, &Handle::IsStudyCanUse, &Handle::IsSecondlyDataCanUse,
+    &Handle::ReleaseTrendLine, &Handle::SaveTrendLineData, &Handle::GetTATrendLineMaxCount,
+    &Handle::RemoveTechViewPtr, &Handle::SendMsg2AllTechView, &Handle::SendTLineUpdate2AllTechView,
+    &Handle::PackTADataTypeString, &Handle::TransSystemLayoutString);
+
+TEST_F(GroupTest, EveryOperationLooksForAReloadFirstUnlessItSaysOtherwise) {
+    const auto expect = [this](const std::vector<Operation>& operations, bool reloads) {
+        for (std::size_t i = 0; i < operations.size(); ++i) {
+            memory.names = {{"A", "B"}};
+            EndRepository();
+            Repository().AddGroupSetting("Unsaved");
+            ChangeElsewhere({"A", "B"});
+            operations[i](Repository());
+            // Neither look reloads.
+            EXPECT_EQ(memory.reloadFlag, !reloads) << "operation " << i;
+            EXPECT_EQ(Repository().GetUniNumByGroupName("Unsaved") == -1, reloads) << i;
+            memory.reloadFlag = false;
+        }
+    };
+    expect(kLookingForAReload, true);
+    expect(kNotLookingForAReload, false);
+    // Nor does one look while somebody holds reloads off, inside another hold or after it.
+    expect({[](Handle& repository) {
+               const Handle::ReloadHold outer(repository);
+               { const Handle::ReloadHold inner(repository); }
+               repository.SaveAllGroupSetting();
+           }},
+           false);
+}
+
+TEST_F(GroupTest, AListedNameAlwaysHasItsGroup) {
+    memory.names = {{"A", "B"}};
+    memory.showCounts = {{0, 5}, {1, 6}};
+    memory.paramDefaults = {{"p"}};
+    memory.shapeDefaults = {{"s"}};
+    CTaSettingHandle& repository = Repository();
+    store.TakeLines();
+    std::vector<CString> names{"New", "A"};
+    repository.SetGroupNameList(names);
+    EXPECT_EQ(store.TakeLines(),
+              (std::vector<std::string>{"GetTASettingReloadType()", "GetTAGroupMaxCount()",
+                                        "SaveTAGroupNameList([New A])"}));
+    EXPECT_EQ(repository.GetUniNumByGroupName("New"), 2);
+    EXPECT_EQ(Lists("New"), NewGroupLists());
+    repository.SaveAllGroupSetting();
+    EXPECT_EQ(memory.showCounts, (std::map<unsigned, int>{{0, 4}, {1, 5}}));
+    EXPECT_EQ(memory.params[0], std::vector<CString>{"p"});
+    EXPECT_EQ(memory.shapes[0], std::vector<CString>{"s"});
 }
 
 TEST_F(GroupTest, SetAllDrawInfoMakesTheTableEqualItsInput) {
@@ -358,8 +447,12 @@ TEST_F(GroupTest, SetAllDrawInfoMakesTheTableEqualItsInput) {
     const GroupRecords dropped{all[1]};
     all.pop_back();
     all[0].second.iStudyShowCount = 8;
+    all[0].second.iUniNum = 1;
     repository.SetAllDrawInfo(all);
     EXPECT_EQ(repository.GetStudyCountByGroupName("A"), 8);
+    repository.AddGroupSetting("N");
+    EXPECT_EQ(repository.GetUniNumByGroupName("N"), 0);
+    repository.DeleteGroupSetting("N");
     EXPECT_EQ(repository.GetDrawInfo("A"), all[0].second.pDrawInfo);
     EXPECT_EQ(repository.GetUniNumByGroupName("B"), -1);
     // The objects of the dropped entry are the caller's now.
@@ -491,10 +584,14 @@ TEST_F(NotificationTest, AViewThatUnregistersItselfIsTolerated) {
     for (RecordingView* view : {&first, &second, &third}) {
         repository.AddTechViewPtr(view);
     }
+    // The one behind it moves up and is passed over, once.
+    first.onMessage = [&](const SentMessage&) { repository.RemoveTechViewPtr(&first); };
+    repository.SendTLineUpdate2AllTechView();
+    repository.SendTLineUpdate2AllTechView();
     third.onMessage = [&](const SentMessage&) { repository.RemoveTechViewPtr(&third); };
-    repository.SendTLineUpdate2AllTechView();
-    repository.SendTLineUpdate2AllTechView();
-    EXPECT_EQ(log, (ViewLog{Lines("1"), Lines("2"), Lines("3"), Lines("1"), Lines("2")}));
+    repository.SendMsg2AllTechView(kGroupChangeMessage, 1);
+    EXPECT_EQ(log, (ViewLog{Lines("1"), Lines("3"), Lines("2"), Lines("3"), Group("2", 1),
+                            Group("3", 1)}));
 }
 
 }  // namespace

@@ -139,35 +139,53 @@ TEST_F(PersistenceTest, WhatIsStoredComesBackTheSame) {
     StoreUncommonGroup();
     EXPECT_EQ(saved.names, memory.names);
     EXPECT_EQ(saved.studyLists, memory.studyLists);
-    EXPECT_EQ(saved.uniNums, memory.uniNums);
     EXPECT_EQ(saved.params, memory.params);
     EXPECT_EQ(saved.shapes, memory.shapes);
-    EXPECT_EQ(saved.showCounts, memory.showCounts);
-    EXPECT_EQ(saved.wndShowKeys, memory.wndShowKeys);
-    EXPECT_EQ(saved.scalePos, memory.scalePos);
-    EXPECT_EQ(saved.chartGrid, memory.chartGrid);
-    EXPECT_EQ(saved.cursor, memory.cursor);
-    EXPECT_EQ(saved.cursorOld, memory.cursorOld);
-    EXPECT_EQ(saved.showTAInfo, memory.showTAInfo);
-    EXPECT_EQ(saved.crossLine, memory.crossLine);
-    EXPECT_EQ(saved.lowIdx, memory.lowIdx);
-    EXPECT_EQ(saved.highLow, memory.highLow);
-    EXPECT_EQ(saved.cdp, memory.cdp);
-    EXPECT_EQ(saved.cursorLineLockMode, memory.cursorLineLockMode);
-    EXPECT_EQ(saved.cursorMoveStyle, memory.cursorMoveStyle);
+#define TA_TEST_SAME(Operation, Type, field) EXPECT_EQ(saved.field, memory.field);
+    TA_TEST_GROUP_VALUES(TA_TEST_SAME)
+#undef TA_TEST_SAME
 }
 
-TEST_F(PersistenceTest, StringsThatAreNotStoredAreTheDefaults) {
-    memory.names = {{"A", "B"}};
-    memory.paramDefaults = {{"default"}};
-    memory.params[1] = {};
-    EXPECT_EQ(DrawInfo("A").params, std::vector<CString>{"default"});
-    EXPECT_TRUE(DrawInfo("B").params.empty()) << "a stored empty list is no default";
-    EXPECT_TRUE(DrawInfo("A").shapes.empty());
-    EXPECT_EQ(DrawInfo("A").paramModes, std::vector{int{kDrawInfoLoad}});
-    SettingsByGroup strings;
-    Repository().GetAllStudyParamSetting(strings);
-    EXPECT_EQ(strings, (SettingsByGroup{{"A", {"default"}}, {"B", {}}}));
+TEST_F(PersistenceTest, ParametersAndShapesAreKeptAlike) {
+    using Handle = CTaSettingHandle;
+    struct Kind {
+        std::optional<std::vector<CString>> MemoryConfigStore::*defaults;
+        std::map<unsigned, std::vector<CString>> MemoryConfigStore::*stored;
+        int (Handle::*getAll)(SettingsByGroup&);
+        void (Handle::*setAll)(const SettingsByGroup&);
+        int (Handle::*getOne)(const CString&, std::vector<CString>&);
+        std::vector<int> MemoryDrawInfo::*modes;
+    };
+    const Kind kinds[]{{&MemoryConfigStore::paramDefaults, &MemoryConfigStore::params,
+                        &Handle::GetAllStudyParamSetting, &Handle::SetAllStudyParamSetting,
+                        &Handle::GetStudyParamSettingByGroupName, &MemoryDrawInfo::paramModes},
+                       {&MemoryConfigStore::shapeDefaults, &MemoryConfigStore::shapes,
+                        &Handle::GetAllStudyShapeSetting, &Handle::SetAllStudyShapeSetting,
+                        &Handle::GetStudyShapeSettingByGroupName, &MemoryDrawInfo::shapeModes}};
+    for (const Kind& kind : kinds) {
+        memory = MemoryConfigStore();
+        memory.names = {{"A", "B", "C"}};
+        memory.*kind.defaults = {{"default"}};
+        memory.*kind.stored = {{1, {}}, {2, {"c"}}};
+        EndRepository();
+        const auto all = [&] {
+            SettingsByGroup strings{{"left over", {}}};
+            EXPECT_EQ((Repository().*kind.getAll)(strings), 1);
+            return strings;
+        };
+        EXPECT_EQ(all(), (SettingsByGroup{{"A", {"default"}}, {"B", {}}, {"C", {"c"}}}))
+            << "a stored empty list is no default";
+        EXPECT_EQ(DrawInfo("A").*kind.modes, std::vector{int{kDrawInfoLoad}});
+        (Repository().*kind.setAll)({{"C", {"x", "y"}}, {"?", {"z"}}, {"B", {"b"}}});
+        EXPECT_EQ(all(), (SettingsByGroup{{"A", {"default"}}, {"B", {"b"}}, {"C", {"x", "y"}}}));
+        EXPECT_EQ(DrawInfo("C").*kind.modes, std::vector<int>(2, kDrawInfoLoad));
+        std::vector<CString> one;
+        EXPECT_EQ((Repository().*kind.getOne)("C", one), 1);
+        EXPECT_EQ(one, (std::vector<CString>{"x", "y"}));
+        Repository().DeleteAllParam("C");
+        EXPECT_EQ(all(), (SettingsByGroup{{"A", {"default"}}, {"B", {"b"}}, {"C", {}}}));
+        EXPECT_EQ((memory.*kind.stored)[2], std::vector<CString>{"c"}) << "memory only";
+    }
 }
 
 TEST_F(PersistenceTest, WithoutStoredDefaultsANewGroupGetsNoStrings) {

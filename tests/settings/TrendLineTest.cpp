@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace ta::test {
 namespace {
 
@@ -17,7 +19,7 @@ protected:
     }
     std::vector<CString> Lines(const CString& symbolKey, int period = 0, int count = 0) {
         std::vector<CString> lines;
-        Repository().GetTrendLineData(kTechViewClass, symbolKey, "x", period, count, lines);
+        Repository().GetTrendLineData(lines, kTechViewClass, symbolKey, "x", period, count);
         return lines;
     }
 };
@@ -38,86 +40,67 @@ TEST_F(TrendLineTest, Keys) {
 
 TEST_F(TrendLineTest, KeyDecoders) {
     CTaSettingHandle& repository = Repository();
-    CString chartClass = "kept";
-    CString symbolKey = "kept";
-    for (const char* malformed : {"", "MXTechView"}) {
-        EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey(malformed, chartClass, symbolKey), 0);
+    using Texts = std::pair<CString, CString>;
+    const Texts kept{"kept", "kept"};
+    for (const auto& [key, decoded] : std::vector<std::pair<CString, Texts>>{
+             {"", kept}, {"MXTechView", kept}, {"V-0a/TX-W1", {"V", "0a/TX-W1"}}}) {
+        Texts out = kept;
+        const int result = repository.DecodeTrendLineClassSymbolKey(key, out.first, out.second);
+        EXPECT_EQ(result, decoded == kept ? 0 : 1) << key;
+        EXPECT_EQ(out, decoded) << key;
     }
-    EXPECT_EQ(chartClass, "kept");
-    EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey("V-0a/TX-W1", chartClass, symbolKey), 1);
-    EXPECT_EQ(chartClass, "V");
-    EXPECT_EQ(symbolKey, "0a/TX-W1");
-
-    unsigned char service = 77;
-    CString symbol = "kept";
-    for (const char* malformed : {"", "0a2330"}) {
-        EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey(malformed, service, symbol), 0);
+    using Symbol = std::pair<unsigned char, CString>;
+    const Symbol none{77, "kept"};
+    for (const auto& [key, decoded] : std::vector<std::pair<CString, Symbol>>{
+             {"", none}, {"0a2330", none}, {"0a/2330/W", {10, "2330/W"}}, {"FF/", {255, ""}}}) {
+        Symbol out = none;
+        const int result = repository.DecodeTrendLineServiceSymbolKey(key, out.first, out.second);
+        EXPECT_EQ(result, decoded == none ? 0 : 1) << key;
+        EXPECT_EQ(out, decoded) << key;
     }
-    EXPECT_EQ(service, 77);
-    EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey("0a/2330/W", service, symbol), 1);
-    EXPECT_EQ(service, 10);
-    EXPECT_EQ(symbol, "2330/W");
-    EXPECT_EQ(repository.DecodeTrendLineServiceSymbolKey("FF/", service, symbol), 1);
-    EXPECT_EQ(service, 255);
-    EXPECT_EQ(symbol, "");
-
-    CString name = "kept";
-    int period = 77;
-    int count = 77;
-    for (const char* malformed : {"", "0a/2330/0003/5"}) {
-        EXPECT_EQ(repository.DecodeTrendLineTypeKey(malformed, symbolKey, name, period, count), 0);
+    using Type = std::tuple<CString, CString, int, int>;
+    const Type nothing{"kept", "kept", 77, 77};
+    for (const auto& [key, decoded] : std::vector<std::pair<CString, Type>>{
+             {"", nothing},
+             {"0a/2330/0003/5", nothing},
+             {"0a/2330/0003/15/a/b", {"0a/2330", "a/b", 3, 15}},
+             {"///99999999999999999999/", {"/", "", 0, 2147483647}}}) {
+        auto [symbolKey, name, period, count] = nothing;
+        const int result = repository.DecodeTrendLineTypeKey(key, symbolKey, name, period, count);
+        EXPECT_EQ(result, decoded == nothing ? 0 : 1) << key;
+        EXPECT_EQ(Type(symbolKey, name, period, count), decoded) << key;
     }
-    EXPECT_EQ(name, "kept");
-    EXPECT_EQ(
-        repository.DecodeTrendLineTypeKey("0a/2330/0003/15/a/b", symbolKey, name, period, count),
-        1);
-    EXPECT_EQ(symbolKey, "0a/2330");
-    EXPECT_EQ(name, "a/b");
-    EXPECT_EQ(period, 3);
-    EXPECT_EQ(count, 15);
-    EXPECT_EQ(repository.DecodeTrendLineTypeKey("///99999999999999999999/", symbolKey, name, period,
-                                                count),
-              1);
-    EXPECT_EQ(symbolKey, "/");
-    EXPECT_EQ(period, 0);
-    EXPECT_EQ(count, 2147483647);
     // An output may be the key itself.
+    CString chartClass;
     CString inPlace = "V-0a/2330";
     EXPECT_EQ(repository.DecodeTrendLineClassSymbolKey(inPlace, chartClass, inPlace), 1);
     EXPECT_EQ(inPlace, "0a/2330");
 }
 
 TEST_F(TrendLineTest, DataStrings) {
-    CTaSettingHandle& repository = Repository();
     struct Case {
         const char* data;
         int result;
         int kind;
         bool flag;
+        bool named = true;
     };
     for (const Case& c :
          {Case{"2002/a/b/c/1/", 1, 2002, true}, Case{"2002/a/b/c/10/rest", 1, 2002, true},
           Case{"2002/a/b/c/0/", 1, 2002, false}, Case{"2002/a/b/c//", 1, 2002, false},
-          Case{"2002////1/", 1, 2002, true}, Case{"2002/a/b/c/1", 0, 2002, false},
-          Case{"2002/a/b", 0, 2002, false}, Case{"x/a/b/c/1/", 1, 0, true},
-          Case{" 2021abc/a/b/c/01/", 1, 2021, false}}) {
+          Case{"2002////1/", 1, 2002, true}, Case{"2002/a/b/c/1", 0, 2002, true},
+          Case{"2002/a/b", 0, 2002, true}, Case{"x/a/b/c/0/", 1, 0, false},
+          Case{" 2021abc/a/b/c/01/", 1, 2021, false}, Case{"", 0, -1, true, false},
+          Case{"2002", 0, -1, true, false}}) {
+        // What is not reached stays as it is.
         int kind = -1;
         CString name = "unset";
-        bool flag = false;
-        EXPECT_EQ(repository.DecodeTrendLineData(c.data, kind, name, flag), c.result) << c.data;
+        bool flag = c.result == 1 ? !c.flag : c.flag;
+        EXPECT_EQ(Repository().DecodeTrendLineData(c.data, kind, name, flag), c.result) << c.data;
         EXPECT_EQ(kind, c.kind) << c.data;
-        EXPECT_NE(name, "unset") << c.data;
+        EXPECT_EQ(name != "unset", c.named) << c.data;
         EXPECT_EQ(flag, c.flag) << c.data;
     }
-    int kind = -1;
-    CString name = "unset";
-    bool flag = true;
-    for (const char* unreadable : {"", "2002"}) {
-        EXPECT_EQ(repository.DecodeTrendLineData(unreadable, kind, name, flag), 0);
-    }
-    EXPECT_EQ(kind, -1);
-    EXPECT_EQ(name, "unset");
-    EXPECT_TRUE(flag);
 }
 
 TEST_F(TrendLineTest, KindsHaveTheirNames) {
@@ -131,10 +114,10 @@ TEST_F(TrendLineTest, KindsHaveTheirNames) {
         {2018, "ORDINALTIME"},     {2019, "EVENTIME"},     {2020, "GOLDENRULER"},
         {2021, "LINESEGMENT"}};
     for (const auto& [kind, key] : names) {
-        EXPECT_EQ(settings::TrendLineKindName(kind), prefix + key);
+        EXPECT_EQ(settings::GetTrendLineName(kind), prefix + key);
     }
     for (const int nameless : {2001, 2003, 2022, 0, -1}) {
-        EXPECT_EQ(settings::TrendLineKindName(nameless), "");
+        EXPECT_EQ(settings::GetTrendLineName(nameless), "");
     }
 }
 
@@ -220,8 +203,8 @@ TEST_F(TrendLineTest, TheLastLineOfASymbolLeavesTheStoreToo) {
     memory.trendLineDates[{"MXTechView", 10, "2330"}] = "2026-01-02";
     CTaSettingHandle& repository = Repository();
     EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "2026-01-02");
-    EXPECT_EQ(repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, 0, {}), 1);
-    EXPECT_EQ(repository.SetTrendLineData(kTechViewClass, "0a/9999", "x", 0, 0, {}), 1);
+    EXPECT_EQ(repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {}, 0), 1);
+    EXPECT_EQ(repository.SetTrendLineData(kTechViewClass, "0a/9999", "x", 0, {}, 0), 1);
     EXPECT_EQ(repository.GetTrendLineSymbolCount(kTechViewClass), 0u);
     EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "");
     store.TakeLines();
@@ -230,9 +213,9 @@ TEST_F(TrendLineTest, TheLastLineOfASymbolLeavesTheStoreToo) {
     EXPECT_EQ(store.TakeLines(),
               std::vector<std::string>{"SaveTATrendLine(MXTechView, 0a/2330, [])"});
     // A line drawn again before the save is stored, not removed.
-    repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, 0, {"m"});
-    repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, 0, {});
-    repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, 0, {"n"});
+    repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {"m"}, 0);
+    repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {}, 0);
+    repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {"n"}, 0);
     store.TakeLines();
     repository.SaveTrendLineData();
     EXPECT_EQ(
@@ -243,8 +226,8 @@ TEST_F(TrendLineTest, TheLastLineOfASymbolLeavesTheStoreToo) {
 TEST_F(TrendLineTest, LinesOfAnotherClassThatAReloadBringsBackAreNotRemoved) {
     memory.trendLines["Other"]["0a/2330"] = {{"0a/2330/0000/0/x", {"l"}}};
     CTaSettingHandle& repository = Repository();
-    repository.SetTrendLineData("Other", "0a/2330", "x", 0, 0, {});
-    repository.SetTrendLineData("Other", "0a/2330", "y", 0, 0, {"unsaved"});
+    repository.SetTrendLineData("Other", "0a/2330", "x", 0, {}, 0);
+    repository.SetTrendLineData("Other", "0a/2330", "y", 0, {"unsaved"}, 0);
     memory.reloadFlag = true;
     EXPECT_EQ(repository.GetTrendLineCount("Other"), 1u);
     store.TakeLines();
@@ -266,6 +249,35 @@ TEST_F(TrendLineTest, TheDateOfChangeIsTheLocalDay) {
                          "SaveTATrendLineSymbolUpdTime(MXTechView, 10, 2330, 2026-01-01)"});
     EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "2026-01-01");
     EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2317"), "");
+    // Lines that are dropped take their date along, others keep theirs.
+    Add("0a/2330", "l", 0, 0, "Other");
+    repository.UpdateTrendLineSymbolTime("Other", 10, "2330");
+    repository.ReleaseTrendLine("MXTech");
+    Add("0a/2330", "l");
+    EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "");
+    EXPECT_EQ(repository.GetTrendLineSymbolUpdTime("Other", 10, "2330"), "2026-01-01");
+}
+
+TEST_F(TrendLineTest, AClassKeepsTheDashInItsName) {
+    const MemoryConfigStore before = [] {
+        MemoryConfigStore made;
+        made.trendLines["Tech-View"] = {{"0a/2330", {{"0a/2330/0000/0/x", {"l"}}}},
+                                        {"0a/TX-W1", {{"0a/TX-W1/0000/0/x", {"m"}}}}};
+        made.trendLineDates = {{{"Tech-View", 10, "2330"}, "2026-01-02"}};
+        return made;
+    }();
+    memory = before;
+    CTaSettingHandle& repository = Repository();
+    EXPECT_EQ(repository.GetTrendLineSymbolUpdTime("Tech-View", 10, "2330"), "2026-01-02");
+    EXPECT_EQ(repository.GetTrendLineCount("Tech-View", "0a/TX-W1"), 1u);
+    repository.SaveTrendLineData();
+    EXPECT_EQ(memory.trendLines, before.trendLines);
+    repository.SetTrendLineData("Tech-View", "0a/2330", "x", 0, {}, 0);
+    Add("0b/1", "n", 0, 0, "Another-");
+    repository.SaveTrendLineData();
+    EXPECT_EQ(memory.trendLines["Tech-View"].size(), 1u);
+    EXPECT_TRUE(memory.trendLines["Another-"].contains("0b/1"));
+    EXPECT_EQ(memory.trendLines.size(), 2u);
 }
 
 TEST_F(TrendLineTest, LinesAreLoadedAtStartAndAfterAReload) {
@@ -274,7 +286,7 @@ TEST_F(TrendLineTest, LinesAreLoadedAtStartAndAfterAReload) {
     memory.trendLines["Other"]["0b/X"] = {{"0b/X/0000/0/x", {"o"}}};
     CTaSettingHandle& repository = Repository();
     std::vector<CString> lines;
-    EXPECT_EQ(repository.GetTrendLineData(kTechViewClass, "0a/2330", name, 0, 0, lines), 1);
+    EXPECT_EQ(repository.GetTrendLineData(lines, kTechViewClass, "0a/2330", name, 0, 0), 1);
     EXPECT_EQ(lines, (std::vector<CString>{"l", "l", "m"})) << "as stored, duplicates included";
     memory.trendLines["MXTechView"] = {{"0a/2317", {{"0a/2317/0000/0/x", {"n"}}}}};
     Add("0a/1101", "unsaved");

@@ -55,7 +55,7 @@ void MakeState(CTaSettingHandle& repository, const CString& tag, int turn) {
         repository.SetStudyListByGroupName(group, {{turn}});
         repository.SetStudyParamSettingByGroupName(group, Params(state));
     }
-    repository.SetTrendLineData(kTechViewClass, kSymbolKey, "price", 0, 0, Lines(state));
+    repository.SetTrendLineData(kTechViewClass, kSymbolKey, "price", 0, Lines(state), 0);
 }
 
 CString StateOf(CTaSettingHandle& repository) {
@@ -65,7 +65,7 @@ CString StateOf(CTaSettingHandle& repository) {
     const std::size_t blank = state.rfind(' ');
     const int turn = blank == CString::npos ? 0 : std::atoi(state.c_str() + blank);
     std::vector<CString> lines;
-    repository.GetTrendLineData(kTechViewClass, kSymbolKey, "price", 0, 0, lines);
+    repository.GetTrendLineData(lines, kTechViewClass, kSymbolKey, "price", 0, 0);
     if (groups != Groups(state, turn) || lines != Lines(state)) {
         return {};
     }
