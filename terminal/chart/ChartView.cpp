@@ -11,21 +11,33 @@
 #include "terminal/quotes/MarketData.h"
 
 #include <qcustomplot.h>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QLabel>
+
+#include <functional>
 
 namespace ta::terminal {
 namespace {
 
 constexpr double kZoomStep = 1.25;
 
-/// A plot that leaves it to the view to draw it in its new size.
+/// A plot that is drawn when it is to be painted, not at each new size.
 class Plot : public QCustomPlot {
 public:
-    using QCustomPlot::QCustomPlot;
+    explicit Plot(QWidget* view) : QCustomPlot(view) {
+        // The replot that the widget has asked for would come once more after that.
+        QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+    }
+
+    std::function<void()> draw;
 
 protected:
     void resizeEvent(QResizeEvent*) override {}
+    void paintEvent(QPaintEvent* event) override {
+        draw();
+        QCustomPlot::paintEvent(event);
+    }
 };
 
 }  // namespace
@@ -37,11 +49,13 @@ ChartView::ChartView(MarketData& marketData, QWidget* parent)
       m_message(new QLabel(this)),
       m_model(std::make_unique<ChartModel>()),
       m_scene(std::make_unique<ChartScene>(*m_plot, *m_model)) {
+    static_cast<Plot*>(m_plot)->draw = [this] { m_scene->Update(); };
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(160, 120);
     m_plot->setFocusPolicy(Qt::NoFocus);
     m_plot->setMouseTracking(true);
     m_plot->installEventFilter(this);
+    m_message->hide();
     m_message->setAlignment(Qt::AlignCenter);
     m_message->setWordWrap(true);
     m_message->setMargin(24);
@@ -206,23 +220,21 @@ void ChartView::RedrawGroup() {
 // ---- Drawing ----
 
 void ChartView::Rebuild() {
-    if (isVisible()) {
-        const PlotTheme theme = PlotTheme::FromPalette(palette(), m_risingRed);
-        m_scene->Rebuild(theme, font());
-        m_drawings->SetStyle(theme, font());
-    } else {
-        m_scene->Clear();
-    }
+    const PlotTheme theme = PlotTheme::FromPalette(palette(), m_risingRed);
+    m_scene->Rebuild(theme, font());
+    m_drawings->SetStyle(theme, font());
     m_cursor.pane = std::min(m_cursor.pane, PaneCount() - 1);
-    ShowMessage();
+    if (isVisible()) {
+        ShowMessage();
+    }
     UpdateNames();
     Draw();
 }
 
 void ChartView::Draw() {
-    m_isStale = !isVisible();
-    if (!m_isStale) {
-        m_scene->Draw(m_cursor);
+    m_scene->Change(m_cursor);
+    if (isVisible()) {
+        m_scene->Update(QCustomPlot::rpRefreshHint);
     }
 }
 
@@ -233,16 +245,19 @@ void ChartView::DrawCursor() {
     emit cursorMoved(text);
 }
 
-void ChartView::ShowMessage() {
-    QString text;
+/// What stands in the place of a chart; empty when there is one.
+QString ChartView::Message() const {
     if (m_shown.symbol.empty()) {
-        text = Tr("IDS_TERMINAL-CHART_NO_SYMBOL");
-    } else if (BarCount() == 0) {
-        text = Tr("IDS_TERMINAL-CHART_NO_DATA");
-        if (!m_failure.isEmpty()) {
-            text += '\n' + m_failure;
-        }
+        return Tr("IDS_TERMINAL-CHART_NO_SYMBOL");
     }
+    if (BarCount() > 0) {
+        return {};
+    }
+    return Tr("IDS_TERMINAL-CHART_NO_DATA") + (m_failure.isEmpty() ? QString() : '\n' + m_failure);
+}
+
+void ChartView::ShowMessage() {
+    const QString text = Message();
     QFont larger = font();
     larger.setPointSizeF(QFontInfo(larger).pointSizeF() * 1.2);
     m_message->setFont(larger);
@@ -256,7 +271,7 @@ void ChartView::UpdateNames() {
     setAccessibleName(title.symbol.isEmpty()
                           ? Tr("IDS_TERMINAL-CHART_ACCESSIBLE_EMPTY")
                           : Tr("IDS_TERMINAL-CHART_ACCESSIBLE").arg(title.symbol, title.period));
-    setAccessibleDescription(m_message->isHidden() ? CursorText() : m_message->text());
+    setAccessibleDescription(BarCount() > 0 ? CursorText() : Message());
 }
 
 void ChartView::changeEvent(QEvent* event) {
@@ -273,14 +288,11 @@ void ChartView::resizeEvent(QResizeEvent* event) {
     m_plot->setViewport(rect());
     m_message->setGeometry(rect());
     m_scene->LayoutChanged();
-    Draw();
 }
 
 void ChartView::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (m_isStale) {
-        Rebuild();
-    }
+    ShowMessage();
 }
 
 // ---- Zoom and pan ----

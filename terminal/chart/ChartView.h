@@ -102,7 +102,7 @@ public:
     /// group hides the legends.
     QStringList LegendTexts() const;
 
-    /// Bars and prices to and from pixels of this widget, as drawn last; without panes before that.
+    /// Bars and prices to and from pixels of this widget.
     PlotMapping Mapping() const;
 
     /// The trend lines of the symbol and data period, and the tools to draw them.
@@ -136,6 +136,7 @@ private:
     void LoadHistory(bool evenWhenShared);
     std::shared_ptr<const BarSeries> FindBars(bool evenWhenShared);
     ChartTitle MakeTitle() const;
+    QString Message() const;
     void ShowMessage();
     bool TakeGroup(const CString& name);
     void FollowGroup();
@@ -164,8 +165,7 @@ private:
     int m_groupUniNum = -1;
     bool m_risingRed = true;
     PlotCursor m_cursor;
-    QString m_failure;       // why there is no history
-    bool m_isStale = false;  // what changed while it was hidden is still to be drawn
+    QString m_failure;  // why there is no history
 
     QCustomPlot* m_plot;
     QLabel* m_message;

@@ -96,17 +96,19 @@ void DrawingBoard::Arrange() {
         }
     }
     m_layer->SetLines(std::move(lines));
-    const DrawingFrame frame = m_asked.frame();
-    if (m_move) {
-        m_layer->SetPreview(m_move->now);
-    } else if (m_mouse && m_tool.IsActive() && frame.IsDrawable()) {
-        m_layer->SetPreview(m_tool.Preview(frame.AnchorAt(*m_mouse)));
-    } else {
-        m_layer->SetPreview(std::nullopt);
+    m_layer->SetPreview(m_move ? std::optional(m_move->now) : ToolPreview());
+}
+
+std::optional<TrendLine> DrawingBoard::ToolPreview() const {
+    if (!m_mouse || !m_tool.IsActive()) {
+        return std::nullopt;
     }
+    const DrawingFrame frame = m_asked.frame();
+    return frame.IsDrawable() ? m_tool.Preview(frame.AnchorAt(*m_mouse)) : std::nullopt;
 }
 
 void DrawingBoard::Repaint() {
+    m_asked.frame();  // draws first what else of the chart is to be drawn
     Arrange();
     m_layer->layer()->replot();
 }

@@ -367,11 +367,15 @@ TEST_F(ChartViewTest, AnotherSymbolAndPeriodAreOneLoadAndOneRedraw) {
     view->SetGroup(kSecond);
     EXPECT_EQ(replotted.size(), 2) << "A hidden view draws when it is shown.";
     EXPECT_TRUE(view->LegendTexts()[1].startsWith("指數平滑"));
-    view->show();
-    EXPECT_EQ(replotted.size(), 3);
-    EXPECT_EQ(view->Mapping().panes.size(), 2u);
     view->resize(700, 500);
-    EXPECT_EQ(replotted.size(), 4);
+    view->show();
+    view->resize(710, 500);
+    EXPECT_EQ(replotted.size(), 2) << "Drawn when it is painted,";
+    view->grab();
+    EXPECT_EQ(replotted.size(), 3);
+    view->resize(720, 510);
+    EXPECT_EQ(view->Mapping().panes.size(), 2u);
+    EXPECT_EQ(replotted.size(), 4) << "or asked where its panes are.";
 }
 
 TEST_F(ChartViewTest, OneBarAndLevelPricesAreDrawn) {
