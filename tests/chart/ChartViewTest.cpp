@@ -60,6 +60,7 @@ protected:
 TEST_F(ChartViewTest, ShowsItsGroupAndWhatAMessageSaysOfIt) {
     EXPECT_EQ(view->GroupUniNum(), 5);
     EXPECT_TRUE(view->LegendTexts()[0].contains("移動平均線(5,10,20,60)"));
+    EXPECT_EQ(view->Mapping().panes[1].low, 0) << "Volumes stand on the ground.";
     QSignalSpy changed(view.get(), &ChartView::groupChanged);
     view->SetGroup("No such group");
     EXPECT_EQ(changed.size(), 0);
@@ -83,6 +84,44 @@ TEST_F(ChartViewTest, ShowsItsGroupAndWhatAMessageSaysOfIt) {
         EXPECT_EQ(mapping.left > 25, side != 0) << side;
         EXPECT_EQ(view->width() - mapping.left - mapping.width > 25, side != 1) << side;
     }
+}
+
+TEST_F(ChartViewTest, EachOptionChangesThePicture) {
+    view->SetCursorBar(560);
+    const auto picture = [&] { return view->grab().toImage(); };
+    for (bool CommonProp::*option :
+         {&CommonProp::bChartGrid, &CommonProp::bHighLow, &CommonProp::bShowTAInfo,
+          &CommonProp::bCursor, &CommonProp::bCrossLine, &CommonProp::bCursorOld}) {
+        const auto flipped = [&] {
+            Options(kFirst).*option = !(Options(kFirst).*option);
+            TellGroupChange(kFirst);
+            return picture();
+        };
+        const QImage before = picture();
+        EXPECT_TRUE(flipped() != before);
+        EXPECT_TRUE(flipped() == before);
+    }
+    const QImage before = picture();
+    view->SetRisingRed(false);
+    EXPECT_TRUE(picture() != before);
+    QPalette dark = view->palette();
+    dark.setColor(QPalette::Base, Qt::black);
+    view->setPalette(dark);
+    EXPECT_LT(qGray(picture().pixel(1, 1)), 60);
+}
+
+TEST_F(ChartViewTest, ALanguageSwitchIsFollowed) {
+    view->ScrollBars(-100);
+    const auto inView = view->VisibleBars();
+    language.Select(Language::English);
+    EXPECT_TRUE(view->LegendTexts()[1].startsWith("Volume(5,20) Volume 1599"));
+    EXPECT_TRUE(view->CursorText().contains("  C "));
+    EXPECT_EQ(view->VisibleBars(), inView);
+    view->Show({kUser, zigZag.symbol, 3, 1});
+    const auto* message = view->findChild<QLabel*>();
+    EXPECT_TRUE(message->text().startsWith("No data\n"));
+    language.Select(Language::TraditionalChinese);
+    EXPECT_TRUE(message->text().startsWith("沒有資料\n"));
 }
 
 TEST_F(ChartViewTest, AVanishedGroupGivesWayToTheDefault) {
@@ -186,6 +225,30 @@ TEST_F(ChartViewTest, TheWheelKeepsTheBarUnderTheMouse) {
     Wheel(mouse, -4);
     EXPECT_LT(view->Mapping().PixelsPerBar(), width);
     EXPECT_NEAR(view->Mapping().BarAt(mouse.x()), bar, 0.05);
+}
+
+TEST_F(ChartViewTest, BarsWithoutAPixelOfTheirOwnAreJoined) {
+    view->resize(300, 400);
+    view->ShowAll();
+    const auto* plot = view->findChild<QCustomPlot*>();
+    auto* candles = qobject_cast<QCPFinancial*>(plot->axisRects()[0]->plottables()[0]);
+    ASSERT_NE(candles, nullptr);
+    const auto shown = candles->data();
+    const int step = static_cast<int>(shown->at(1)->key - shown->at(0)->key);
+    ASSERT_GT(step, 1);
+    Bar joined = Bars()[0];
+    for (int i = 1; i < step; ++i) {
+        const Bar& bar = (*bars)[static_cast<std::size_t>(i)];
+        joined = {0,
+                  joined.open,
+                  std::max(joined.high, bar.high),
+                  std::min(joined.low, bar.low),
+                  bar.close,
+                  0};
+    }
+    const QCPFinancialData& first = *shown->at(0);
+    EXPECT_EQ(std::tuple(first.open, first.high, first.low, first.close),
+              std::tuple(joined.open, joined.high, joined.low, joined.close));
 }
 
 TEST_F(ChartViewTest, ADragPans) {
