@@ -31,7 +31,7 @@ int StartTerminal(const ta::terminal::Options& options) {
     ta::terminal::Session session(options);
     ta::terminal::MainWindow window(session);
     Paint(window);
-    return window.CurrentChart().PaneCount();
+    return window.Parts().tabs.Current().PaneCount();
 }
 
 void StartBareWindow() {

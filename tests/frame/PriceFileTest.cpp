@@ -1,3 +1,4 @@
+#include "terminal/frame/openers/Openers.h"
 #include "terminal/quotes/UserMarket.h"
 #include "tests/frame/FrameFixture.h"
 
@@ -42,12 +43,12 @@ TEST_F(PriceFile, BadRowsStopItOrAreSkipped) {
     const QString path = WriteFile("bad.csv", kBadRows);
     for (const int answer : {1, -1}) {
         m_prompts.ExpectChoice(answer);
-        EXPECT_FALSE(Window().OpenCsv(path));
+        EXPECT_FALSE(OpenPriceFile(Window().Parts(), path));
     }
     EXPECT_EQ(Chart().SymbolId(), "SPX");
     EXPECT_EQ(OwnSymbols(), 0u);
     m_prompts.ExpectChoice(0);
-    EXPECT_TRUE(Window().OpenCsv(path));
+    EXPECT_TRUE(OpenPriceFile(Window().Parts(), path));
     EXPECT_EQ(Chart().BarCount(), 2);
     const QString text = m_prompts.Last().text;
     EXPECT_TRUE(text.contains("第 3 列") && text.contains("第 5 列")) << text.toStdString();
@@ -57,12 +58,12 @@ TEST_F(PriceFile, WhatIsNoPriceFileIsTold) {
     for (const QString& path : {WriteFile("letter.csv", "Dear Sir,\nthanks\n"),
                                 WriteFile("empty.csv", ""), FilePath("nowhere.csv")}) {
         m_prompts.ExpectMessage();
-        EXPECT_FALSE(Window().OpenCsv(path));
+        EXPECT_FALSE(OpenPriceFile(Window().Parts(), path));
         EXPECT_EQ(m_prompts.Last().icon, ui::PromptIcon::Error);
     }
     m_prompts.ExpectMessage();  // headings, but no row to show
-    EXPECT_FALSE(
-        Window().OpenCsv(WriteFile("nothing.csv", "Date,Open,High,Low,Close\nx,1,1,1,1\n")));
+    EXPECT_FALSE(OpenPriceFile(Window().Parts(),
+                               WriteFile("nothing.csv", "Date,Open,High,Low,Close\nx,1,1,1,1\n")));
     EXPECT_EQ(OwnSymbols(), 0u);
     EXPECT_EQ(Chart().SymbolId(), "SPX");
 }
@@ -73,7 +74,7 @@ TEST_F(PriceFile, ListsTheFirstBadRowsAndCountsTheRest) {
         text += "bad,1,1,1,1,1\n";
     }
     m_prompts.ExpectChoice(0);
-    EXPECT_TRUE(Window().OpenCsv(WriteFile("many.csv", text)));
+    EXPECT_TRUE(OpenPriceFile(Window().Parts(), WriteFile("many.csv", text)));
     EXPECT_TRUE(m_prompts.Last().text.contains("100"));
     EXPECT_TRUE(m_prompts.Last().text.contains("88"));
     EXPECT_LT(m_prompts.Last().text.count('\n'), 20);

@@ -176,7 +176,7 @@ TEST_F(StoredGarbage, IsDrawnSavedBackAndDrawnAgain) {
     EXPECT_EQ(Repository().GetStudyCountByGroupName("abc"), 0);
     EXPECT_EQ(Repository().GetStudyCountByGroupName("\xA4\x61"), kMost);
     Choose(terminal::Command::NewTab);
-    EXPECT_EQ(Window().TabCount(), 2);
+    EXPECT_EQ(Tabs().count(), 2);
 }
 
 TEST_F(StoredGarbage, LinesAreDrawnListedAndKept) {

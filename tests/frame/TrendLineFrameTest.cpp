@@ -4,7 +4,7 @@
 #include "tests/frame/FrameFixture.h"
 
 #include "platform/ui/TextBridge.h"
-#include "terminal/frame/TrendLineListDialog.h"
+#include "terminal/frame/openers/TrendLineListDialog.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/lines/TrendLineStore.h"
 #include "terminal/plot/PlotMapping.h"
@@ -26,8 +26,8 @@ const CString kSomeLine = "2004/2a7fff/1/0/0/17900,100/17950,110";
 class TrendLineFrame : public FrameTest {
 protected:
     terminal::DrawingBoard& Board() { return Chart().Drawings(); }
-    bool IsChecked(Command command) { return Window().GetCommands().At(command).isChecked(); }
-    bool IsEnabled(Command command) { return Window().GetCommands().At(command).isEnabled(); }
+    bool IsChecked(Command command) { return Action(command).isChecked(); }
+    bool IsEnabled(Command command) { return Action(command).isEnabled(); }
     /// Clicks at shares of the price pane's width and height.
     void Click(double x, double y) {
         const terminal::PlotMapping mapping = Chart().Mapping();
@@ -36,7 +36,6 @@ protected:
             Chart().findChild<QCustomPlot*>(), Qt::LeftButton, {},
             QPointF(mapping.left + x * mapping.width, pane.top + y * pane.height).toPoint());
     }
-    QString Status() { return Window().statusBar()->currentMessage(); }
     /// Another terminal saves this list of groups, and these lines of SPX.
     void SaveInOther(const std::vector<CString>& groups, const std::vector<CString>& lines) {
         terminal::SqliteStore other;
@@ -65,15 +64,15 @@ TEST_F(TrendLineFrame, TheToolbarFollowsTheDrawing) {
     EXPECT_TRUE(IsChecked(Command::DrawPointer));
     EXPECT_FALSE(IsEnabled(Command::DeleteAllLines));
     auto* bar = Window().findChild<terminal::DrawingBar*>();
-    QAction& tool = Window().GetCommands().At(Command::DrawSegment);
+    QAction& tool = Action(Command::DrawSegment);
     EXPECT_EQ(tool.text(), "線段");
     QTest::mouseClick(bar->widgetForAction(&tool), Qt::LeftButton);
     EXPECT_EQ(Board().Tool(), TrendLineKind::Segment);
     EXPECT_TRUE(IsChecked(Command::DrawSegment));
-    EXPECT_FALSE(Window().statusBar()->currentMessage().isEmpty()) << "What to do.";
+    EXPECT_FALSE(Status().isEmpty()) << "What to do.";
     QTest::keyClick(&Chart(), Qt::Key_Escape);
     EXPECT_TRUE(IsChecked(Command::DrawPointer));
-    EXPECT_TRUE(Window().statusBar()->currentMessage().isEmpty());
+    EXPECT_TRUE(Status().isEmpty());
 
     DrawSegment(0.5);
     EXPECT_TRUE(IsChecked(Command::DrawPointer));
@@ -94,7 +93,7 @@ TEST_F(TrendLineFrame, TheHintGoesWithTheTool) {
     EXPECT_EQ(Status(), "") << "It is drawn.";
     auto* bar = Window().findChild<terminal::DrawingBar*>();
     const auto press = [&](Command command) {
-        QAction& tool = Window().GetCommands().At(command);
+        QAction& tool = Action(command);
         QTest::mouseClick(bar->widgetForAction(&tool), Qt::LeftButton);
     };
     press(Command::DrawRailLine);
@@ -129,7 +128,7 @@ TEST_F(TrendLineFrame, TheHintGoesWithTheTool) {
     Chart().SetPeriod(1, 0);
     EXPECT_EQ(Status(), "");
     press(Command::DrawLine);
-    Window().CloseTab(1);
+    Tabs().Close(1);
     EXPECT_EQ(Status(), "");
 }
 
@@ -138,10 +137,10 @@ TEST_F(TrendLineFrame, ToolsWorkOnTheChartInFront) {
     Click(0.3, 0.5);
     Choose(Command::NewTab);
     EXPECT_TRUE(IsChecked(Command::DrawPointer));
-    EXPECT_FALSE(Window().ChartAt(0).Drawings().Tool()) << "Dropped with its tab.";
+    EXPECT_FALSE(Tabs().At(0).Drawings().Tool()) << "Dropped with its tab.";
     DrawSegment(0.5);
-    EXPECT_EQ(Window().ChartAt(0).Drawings().LineCount(), 1);
-    Window().CloseTab(1);
+    EXPECT_EQ(Tabs().At(0).Drawings().LineCount(), 1);
+    Tabs().Close(1);
     EXPECT_TRUE(IsEnabled(Command::DeleteAllLines));
     m_prompts.ExpectYesNo(true);
     Choose(Command::DeleteAllLines);
