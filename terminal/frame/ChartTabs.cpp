@@ -49,7 +49,7 @@ ChartView& ChartTabs::Add(const TabState& state) {
     Connect(*chart);
     chart->SetRisingRed(m_risingRed);
     chart->SetGroup(CTaSettingHandle::GetInstance().GetGroupNameByUniNum(state.group));
-    Show(*chart, {state.market, ui::FromQString(state.symbol), state.period, state.count});
+    chart->Show({state.market, ui::FromQString(state.symbol), state.period, state.count});
     addTab(chart, QString());
     ShowTitle(*chart);
     return *chart;
@@ -98,15 +98,6 @@ void ChartTabs::tabRemoved(int) {
     emit changed();
 }
 
-void ChartTabs::Show(ChartView& chart, const BarsKey& history) {
-    // Without the old symbol, whose history in the new period nobody asked for.
-    if (chart.Period() != history.period || chart.Count() != history.count) {
-        chart.SetSymbol(0, {});
-        chart.SetPeriod(history.period, history.count);
-    }
-    chart.SetSymbol(history.market, history.symbol);
-}
-
 void ChartTabs::OpenSymbol(std::uint8_t market, const CString& id) {
     ChartView& chart = Current();
     const PeriodSet available = AvailablePeriods(m_markets, market, id);
@@ -120,14 +111,14 @@ void ChartTabs::OpenSymbol(std::uint8_t market, const CString& id) {
         wanted.period = kPeriods[first].code;
         wanted.count = kPeriods[first].count;
     }
-    Show(chart, wanted);
+    chart.Show(wanted);
     chart.setFocus();
 }
 
 void ChartTabs::SelectPeriod(int index) {
     const FramePeriod& period = kPeriods[static_cast<std::size_t>(index)];
     ChartView& chart = Current();
-    Show(chart, {chart.Market(), chart.SymbolId(), period.code, period.count});
+    chart.Show({chart.Market(), chart.SymbolId(), period.code, period.count});
     chart.setFocus();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/TaData.h"
+#include "platform/Types.h"
 #include "terminal/frame/FrameState.h"
 
 #include <QTabWidget>
@@ -71,7 +71,6 @@ protected:
 
 private:
     void Connect(ChartView& chart);
-    void Show(ChartView& chart, const BarsKey& history);
     void ShowTitle(const ChartView& chart);
 
     MarketData& m_markets;
