@@ -140,6 +140,12 @@ TEST_F(GroupFileTest, ImportReplacesWithModeOne) {
     EXPECT_EQ(drawInfo->shapes, Names{"z"});
     EXPECT_EQ(drawInfo->paramModes.back(), kDrawInfoReplace);
     EXPECT_EQ(drawInfo->shapeModes.back(), kDrawInfoReplace);
+    // Another party's commit does not take the group away half-loaded.
+    store.RunBefore("SaveTAStudyShowCount", 2, [this] { memory.reloadFlag = true; });
+    ImportGroupSetting(repository, "X", ProfileReader("[X]\nTechWndShowKey=9\n"));
+    EXPECT_NE(repository.GetUniNumByGroupName("X"), -1);
+    EXPECT_EQ(memory.wndShowKeys[1], 9);
+    EXPECT_TRUE(memory.reloadFlag);
 }
 
 TEST_F(GroupFileTest, GroupsThatTheFormatCannotCarryAreNamed) {

@@ -335,7 +335,9 @@ TEST_F(GroupImportTest, WhatAnotherPartyHasChangedSinceTheListsWereFilled) {
 }
 
 TEST_F(GroupImportTest, LackOfMemoryForAValueIsToldAndTheImportGoesOn) {
-    std::string bytes = FileOf({"X", "B"});
+    // The value of X does not fit, the list of Y is too much once it is split.
+    std::string bytes = FileOf({"X", "B", "Y"});
+    bytes.replace(bytes.rfind("=new"), 4, "=" + std::string(30'000, '$'));
     bytes.replace(bytes.find("=new"), 4, "=" + std::string(1 << 20, 'x'));
     CTAGroupImport& dialog = OpenBytes(bytes);
     {
@@ -355,6 +357,7 @@ TEST_F(GroupImportTest, LackOfMemoryForAValueIsToldAndTheImportGoesOn) {
         EXPECT_EQ(prompts.Last().text, kNoMemory);
     }
     EXPECT_EQ(Params("X"), Names{""});
+    EXPECT_EQ(Params("Y"), Names{""});
     EXPECT_EQ(Studies("X"), (StudyLists{{23}}));
     EXPECT_EQ(Params("B"), Names{"new"});
     EXPECT_EQ(Params("A"), Names{"a"});
