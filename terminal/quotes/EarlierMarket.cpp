@@ -62,13 +62,14 @@ QString EarlierIndex(const QString& folder) {
     return QDir(folder).filePath("index.csv");
 }
 
-std::vector<UserSymbol> ReadEarlierMarket(const QString& folder, QStringList* problems) {
+std::optional<std::vector<UserSymbol>> ReadEarlierMarket(const QString& folder,
+                                                         QStringList* problems) {
     QFile index(EarlierIndex(folder));
-    std::vector<UserSymbol> found;
     if (!index.open(QIODevice::ReadOnly)) {
         problems->append(Unreadable(index));
-        return found;
+        return std::nullopt;
     }
+    std::vector<UserSymbol> found;
     const std::string bytes = index.readAll().toStdString();
     CsvReader lines(bytes);
     for (lines.Next(); lines.Next();) {  // the first one is the heading

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace ta::terminal {
@@ -15,8 +16,9 @@ namespace ta::terminal {
 /// The index of the folder.
 QString EarlierIndex(const QString& folder);
 
-/// What the folder holds, in the order of its index; nothing when there is no index. What cannot be
-/// read is left out and told in `problems`, a line each.
-std::vector<UserSymbol> ReadEarlierMarket(const QString& folder, QStringList* problems);
+/// What the folder holds, in the order of its index; nothing when the index cannot be read. What
+/// cannot be read is left out and told in `problems`, a line each.
+std::optional<std::vector<UserSymbol>> ReadEarlierMarket(const QString& folder,
+                                                         QStringList* problems);
 
 }  // namespace ta::terminal

@@ -127,10 +127,13 @@ void UserMarket::TakeOverEarlier() {
     if (!QFile::exists(index)) {
         return;
     }
-    const std::vector<UserSymbol> earlier = ReadEarlierMarket(m_folder, &m_problems);
+    const auto earlier = ReadEarlierMarket(m_folder, &m_problems);
+    if (!earlier) {
+        return;
+    }
     const QString fault = Write([&](UserMarketFile& file) {
         const std::vector<Symbol> known = file.Symbols();
-        for (const UserSymbol& own : earlier) {
+        for (const UserSymbol& own : *earlier) {
             if (std::ranges::find(known, own.symbol.id, &Symbol::id) == known.end()) {
                 file.Add(own.symbol, own.bars);
             }

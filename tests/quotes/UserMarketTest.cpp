@@ -346,6 +346,12 @@ TEST_F(EarlierFiles, WaitUntilTheyCanBeTakenOver) {
     EXPECT_EQ(UserMarket(m_folder).Problems().size(), 2);
     EXPECT_EQ(Files("index.csv*"), QStringList("index.csv"));
     QDir().rmdir(Path());
+    const QByteArray index = Read("index.csv");
+    QFile::remove(Path("index.csv"));
+    QDir().mkpath(Path("index.csv"));  // not to be read
+    EXPECT_NE(Problem().find("index.csv"), std::string::npos);
+    EXPECT_TRUE(QDir().rmdir(Path("index.csv")));
+    Write("index.csv", index);
     EXPECT_EQ(Stored(), "ONE TWO");
     // Run again, the earlier version has made new ones: what is here stays.
     Write("index.csv", "id,name,prices,step\nONE,x,daily,1\nTHREE,x,daily,1\n");
