@@ -1,5 +1,6 @@
 #include "terminal/lines/DrawingLayer.h"
 
+#include "platform/ui/PenSamples.h"
 #include "terminal/plot/PlotNumbers.h"
 
 #include <cmath>
@@ -74,7 +75,7 @@ void DrawingLayer::DrawLine(QPainter& painter, const TrendLine& line, const Draw
             Draw(painter, guide);
         }
     }
-    painter.setPen(QPen(colour, line.width + (selected ? 1 : 0), PenStyleOf(line.style)));
+    painter.setPen(QPen(colour, line.width + (selected ? 1 : 0), ui::PenStyleOf(line.style)));
     for (const QLineF& part : picture.lines) {
         Draw(painter, part);
     }

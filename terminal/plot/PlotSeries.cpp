@@ -1,5 +1,6 @@
 #include "terminal/plot/PlotSeries.h"
 
+#include "platform/ui/PenSamples.h"
 #include "terminal/plot/PlotTheme.h"
 
 #include <qcustomplot.h>
@@ -140,9 +141,9 @@ public:
                 const ChartOutput& output)
         : m_graph(keyAxis, valueAxis) {
         const StudyShape& shape = output.shape;
-        const int width = std::clamp(shape.width, 1, 5);
+        const int width = std::clamp(shape.width, 1, ui::kMaxPenWidth);
         const QColor colour = theme.Readable(shape.colour);
-        m_graph->setPen(QPen(colour, width, PenStyleOf(shape.style)));
+        m_graph->setPen(QPen(colour, width, ui::PenStyleOf(shape.style)));
         if (output.kind == StudyDrawKind::Dots) {
             m_graph->setLineStyle(QCPGraph::lsNone);
             m_graph->setScatterStyle(

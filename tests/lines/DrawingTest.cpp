@@ -225,6 +225,7 @@ TEST_F(TrendLineDrawing, ALineStaysAtItsBarsWhenTheWindowIsResized) {
     const TrendLine before = OnlyLine();
     EXPECT_TRUE(IsPainted(*view, Kind::Segment, Point(240, 100)));
     view->resize(500, 420);
+    Board().SelectNext();  // paints lines before the chart is drawn in its new size
     EXPECT_TRUE(IsPainted(*view, Kind::Segment, Point(240, 100)));
     view->ScrollBars(-20);
     EXPECT_TRUE(IsPainted(*view, Kind::Segment, Point(230, 98.75)));

@@ -225,14 +225,6 @@ TEST(NumberTextTest, LargeNumbersInTheUnitsOfTheLanguage) {
     EXPECT_EQ(NumberText(931800000, NumberKind::Volume, 2), "931.80M");
 }
 
-TEST(PlotThemeTest, StoredStylesAreThePensOfTheToolkitInTheirOrder) {
-    for (int style = 0; style <= 4; ++style) {
-        EXPECT_EQ(PenStyleOf(style), Qt::SolidLine + style);
-    }
-    EXPECT_EQ(PenStyleOf(-1), Qt::SolidLine);
-    EXPECT_EQ(PenStyleOf(9), Qt::DashDotDotLine);
-}
-
 TEST(PlotThemeTest, ColoursStandOutFromEitherBackground) {
     QPalette dark;
     dark.setColor(QPalette::Base, QColor(0x14, 0x17, 0x1c));
