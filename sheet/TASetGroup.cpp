@@ -345,8 +345,8 @@ void CTASetGroup::OnDelete() {
     const int uniNum = UniNumOfRow(*row);
     const auto position = static_cast<std::size_t>(m_ui->groupList->currentRow());
     if (!::Ask(*this,
-             QString("%1 - 「%2」")
-                 .arg(LangText("IDS_TECHVIEW-STRING_GROUPSETTING_CHKDELETE"), ToQString(name)))) {
+               QString("%1 - 「%2」")
+                   .arg(LangText("IDS_TECHVIEW-STRING_GROUPSETTING_CHKDELETE"), ToQString(name)))) {
         return;
     }
     std::vector<CString> names = GroupNames();
