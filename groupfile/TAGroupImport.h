@@ -36,8 +36,6 @@ protected:
 private:
     struct TADIALOGS_HIDDEN Merge;
 
-    void vLoadLanguageString() override;
-    void RegisterControls();
     void ConnectSummary(QListWidget& list);
     void RefuseWrongFile();
     void InitialGroupListBox();

@@ -32,7 +32,6 @@
     <message id="IDS_TADIALOGS-GROUPFILE_INSERT"><translation>Insert &gt;&gt;&gt;</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_INSERT_ALL"><translation>Insert all</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_RESTORE"><translation>Restore</translation></message>
-    <message id="IDS_TADIALOGS-GROUPFILE_ASK_CREATE"><translation>The file “%1” does not exist. Create it?</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_NOT_CARRIED"><translation>The file format cannot carry these groups unchanged (a name with a comma, blanks at its ends, or equal to another but for case, or a “$” in a setting). They will differ after an import:&#10;&#10;%1</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_VANISHED"><translation>Another program has changed the file since it was opened. These groups are no longer in it and were not imported:&#10;&#10;%1</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_LIST_SEPARATOR"><translation>, </translation></message>

@@ -32,7 +32,6 @@
     <message id="IDS_TADIALOGS-GROUPFILE_INSERT"><translation>插入&gt;&gt;&gt;</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_INSERT_ALL"><translation>全部插入</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_RESTORE"><translation>還原</translation></message>
-    <message id="IDS_TADIALOGS-GROUPFILE_ASK_CREATE"><translation>檔案「%1」不存在，要建立嗎？</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_NOT_CARRIED"><translation>群組檔無法完整保存下列群組，匯入後會與原來不同（名稱含有逗號、前後有空白或僅大小寫不同，或設定含有「$」）：&#10;&#10;%1</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_VANISHED"><translation>檔案開啟後已被其他程式變更，下列群組已不在檔案中，因此沒有匯入：&#10;&#10;%1</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_LIST_SEPARATOR"><translation>、</translation></message>

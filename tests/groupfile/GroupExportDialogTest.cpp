@@ -151,13 +151,15 @@ TEST_F(GroupExportTest, ANewFileIsAskedForUntilItHasAName) {
     Show(dialog);
     Click(Find<QPushButton>(dialog, "selectButton"));
     prompts.ExpectSaveFile(Path("*.TASG"));
+    prompts.ExpectMessage();
     prompts.ExpectSaveFile(Path("first.TASG"));
     prompts.ExpectYesNo(false);
     prompts.ExpectSaveFile(Path("second.TASG"));
     prompts.ExpectYesNo(true);
     prompts.ExpectMessage();
     Click(Find<QPushButton>(dialog, "okButton"));
-    EXPECT_EQ(prompts.All()[2].text, "create first.TASG?");
+    EXPECT_EQ(prompts.All()[1].text, "no file: *.TASG");
+    EXPECT_EQ(prompts.All()[3].text, "create first.TASG?");
     EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("first.TASG")), 0);
     EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("second.TASG")), 1);
     EXPECT_EQ(GroupList(Read(Path("second.TASG"))), text::FromUtf8("Trend,許功蓋,Volume"));
