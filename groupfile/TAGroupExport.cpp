@@ -2,38 +2,15 @@
 
 #include "groupfile/GroupFile.h"
 #include "groupfile/GroupSummary.h"
+#include "platform/ui/ComponentFont.h"
 #include "platform/ui/FileAccess.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/TaSettingHandle.h"
 #include "ui_TAGroupExport.h"
 
 #include <QFileInfo>
-#include <QStyledItemDelegate>
-
-#include <algorithm>
 
 using namespace ta::ui;
-
-namespace {
-
-constexpr int kCheckColumn = 0;
-constexpr int kNameColumn = 1;
-constexpr int kCheckColumnWidth = 20;
-
-/// Outlines check boxes so that they are seen on a dark list as well: styles take the outline from
-/// the window colour, which is as dark as the list.
-class CheckBoxDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->palette.setColor(QPalette::Window, option->palette.color(QPalette::Text));
-    }
-};
-
-}  // namespace
 
 CTAGroupExport::CTAGroupExport(QWidget* parent)
     : DialogBase(parent), m_ui(std::make_unique<Ui::TAGroupExport>()) {
@@ -41,71 +18,35 @@ CTAGroupExport::CTAGroupExport(QWidget* parent)
     m_ui->setupUi(this);
     SetButtons(*m_ui->okButton, *m_ui->cancelButton);
     Handle(m_ui->selectButton, &QPushButton::clicked, [this] { OnButtonSelect(); });
-    // The space bar checks the row, in whichever column it was clicked.
-    Handle(m_ui->groupList, &QTableWidget::currentCellChanged, [this] {
-        m_ui->groupList->setCurrentCell(m_ui->groupList->currentRow(), kCheckColumn);
-    });
 }
 
 CTAGroupExport::~CTAGroupExport() = default;
 
 bool CTAGroupExport::OnInitDialog() {
-    m_ui->groupList->setFont(font());
+    m_ui->groupList->setFont(CComponentComFont::GetComponentComFont());
     vFillItem();
-    vLoadLanguageString();
     m_ui->groupList->setFocus();
     return true;
 }
 
 void CTAGroupExport::vFillItem() {
-    QTableWidget& list = *m_ui->groupList;
-    list.setHorizontalHeaderItem(kCheckColumn, new QTableWidgetItem);
-    list.setHorizontalHeaderItem(
-        kNameColumn, new QTableWidgetItem(LangText("IDS_TECHVIEW-STRING_GROUPEXPORT_GROUPNAME")));
-    list.setRowCount(static_cast<int>(m_groupNames.size()));
-    for (int row = 0; row < list.rowCount(); ++row) {
-        auto* check = new QTableWidgetItem;
-        check->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-        check->setCheckState(Qt::Unchecked);
-        list.setItem(row, kCheckColumn, check);
-        const CString& name = m_groupNames[static_cast<std::size_t>(row)];
-        list.setItem(row, kNameColumn, new QTableWidgetItem(ToQString(name)));
+    std::vector<QStringList> rows;
+    for (const CString& name : m_groupNames) {
+        rows.push_back({ToQString(name)});
     }
-    list.setItemDelegateForColumn(kCheckColumn, new CheckBoxDelegate(&list));
-    list.horizontalHeader()->setMinimumSectionSize(kCheckColumnWidth);
-    list.setColumnWidth(kCheckColumn, kCheckColumnWidth);
-    list.resizeRowsToContents();
-}
-
-void CTAGroupExport::vLoadLanguageString() {
-    LoadLanguageStrings();
+    m_ui->groupList->SetRows(rows);
 }
 
 void CTAGroupExport::OnButtonSelect() {
-    m_ui->selectButton->setText(LangText(m_checkAll == 0
-                                             ? "IDS_TECHVIEW-STRING_GROUPEXPORT_CHECK_ALL"
-                                             : "IDS_TECHVIEW-STRING_GROUPEXPORT_UNCHECK_ALL"));
-    for (int row = 0; row < m_ui->groupList->rowCount(); ++row) {
-        m_ui->groupList->item(row, kCheckColumn)
-            ->setCheckState(m_checkAll == 1 ? Qt::Checked : Qt::Unchecked);
-    }
+    SetTextKey(*m_ui->selectButton, m_checkAll == 0
+                                        ? "IDS_TECHVIEW-STRING_GROUPEXPORT_CHECK_ALL"
+                                        : "IDS_TECHVIEW-STRING_GROUPEXPORT_UNCHECK_ALL");
+    m_ui->groupList->CheckAll(m_checkAll == 1);
     m_checkAll = 1 - m_checkAll;
 }
 
-bool CTAGroupExport::IsChecked(int row) const {
-    return m_ui->groupList->item(row, kCheckColumn)->checkState() == Qt::Checked;
-}
-
-bool CTAGroupExport::IsAnyChecked() const {
-    bool any = false;
-    for (int row = 0; row < m_ui->groupList->rowCount(); ++row) {
-        any = any || IsChecked(row);
-    }
-    return any;
-}
-
 void CTAGroupExport::OnOK() {
-    if (!IsAnyChecked()) {
+    if (m_ui->groupList->CheckedRows().empty()) {
         TellKey("IDS_DIALOG-EXPORTTA_SELECT");
         return;
     }
@@ -168,10 +109,8 @@ std::vector<CString> CTAGroupExport::ExportList() const {
         return m_groupNames;
     }
     std::vector<CString> names;
-    for (std::size_t row = 0; row < m_groupNames.size(); ++row) {
-        if (IsChecked(static_cast<int>(row))) {
-            names.push_back(m_groupNames[row]);
-        }
+    for (const int row : m_ui->groupList->CheckedRows()) {
+        names.push_back(m_groupNames[static_cast<std::size_t>(row)]);
     }
     return names;
 }

@@ -43,10 +43,7 @@ protected:
 
 private:
     void vFillItem();
-    void vLoadLanguageString() override;
     void OnButtonSelect();
-    bool IsChecked(int row) const;
-    bool IsAnyChecked() const;
     std::vector<CString> ExportList() const;
     void TellGroupsNotCarried(const QString& path);
 

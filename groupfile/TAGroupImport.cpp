@@ -29,16 +29,6 @@ struct CTAGroupImport::Merge {
 
 namespace {
 
-constexpr int kIdReplaceExisting = 16098;
-constexpr int kIdInsert = 16278;
-constexpr int kIdInsertAll = 16279;
-constexpr int kIdExistingList = 20093;
-constexpr int kIdFileList = 20094;
-constexpr int kIdMergeList = 20095;
-constexpr int kIdReplace = 20096;
-constexpr int kIdReplaceAll = 20097;
-constexpr int kIdRestore = 20098;
-
 CTaSettingHandle& Repository() {
     return CTaSettingHandle::GetInstance();
 }
@@ -77,7 +67,7 @@ CTAGroupImport::CTAGroupImport(const QString& path, QWidget* parent)
       m_merge(std::make_unique<Merge>()),
       m_ui(std::make_unique<Ui::TAGroupImport>()) {
     m_ui->setupUi(this);
-    RegisterControls();
+    SetButtons(*m_ui->okButton, *m_ui->cancelButton);
     for (QListWidget* list : {m_ui->existingList, m_ui->fileList}) {
         ConnectSummary(*list);
     }
@@ -88,19 +78,6 @@ CTAGroupImport::CTAGroupImport(const QString& path, QWidget* parent)
 
 CTAGroupImport::~CTAGroupImport() = default;
 
-void CTAGroupImport::RegisterControls() {
-    SetButtons(*m_ui->okButton, *m_ui->cancelButton);
-    SetDlgItem(kIdExistingList, *m_ui->existingList);
-    SetDlgItem(kIdFileList, *m_ui->fileList);
-    SetDlgItem(kIdMergeList, *m_ui->mergeList);
-    SetDlgItem(kIdReplaceExisting, *m_ui->replaceExistingCheckBox);
-    SetDlgItem(kIdReplace, *m_ui->replaceButton);
-    SetDlgItem(kIdReplaceAll, *m_ui->replaceAllButton);
-    SetDlgItem(kIdInsert, *m_ui->insertButton);
-    SetDlgItem(kIdInsertAll, *m_ui->insertAllButton);
-    SetDlgItem(kIdRestore, *m_ui->restoreButton);
-}
-
 void CTAGroupImport::ConnectSummary(QListWidget& list) {
     const auto show = [this, &list](const QListWidgetItem* item) {
         Guard([&] { ShowSummary(list, item); });
@@ -110,7 +87,6 @@ void CTAGroupImport::ConnectSummary(QListWidget& list) {
 }
 
 bool CTAGroupImport::OnInitDialog() {
-    vLoadLanguageString();
     m_ui->replaceButton->hide();
     RefuseWrongFile();
     InitialGroupListBox();
@@ -119,10 +95,6 @@ bool CTAGroupImport::OnInitDialog() {
     InsertAllGroup();
     m_ui->mergeList->setFocus();
     return true;
-}
-
-void CTAGroupImport::vLoadLanguageString() {
-    LoadLanguageStrings();
 }
 
 QString CTAGroupImport::ReadFile() {

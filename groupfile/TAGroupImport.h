@@ -57,8 +57,6 @@ protected:
 private:
     struct TADIALOGS_HIDDEN Merge;
 
-    void vLoadLanguageString() override;
-    void RegisterControls();
     void ConnectSummary(QListWidget& list);
     QString ReadFile();
     void RefuseWrongFile();

@@ -13,10 +13,6 @@ using namespace ta::ui;
 
 namespace {
 
-constexpr int kIdNameLabel = 20090;
-constexpr int kIdNameEdit = 20091;
-constexpr int kIdGroupCombo = 16276;
-
 constexpr std::size_t kMaxNameBytes = 30;
 
 /// Turns what is entered into what can be stored, with the caret behind the same character.
@@ -41,9 +37,6 @@ CTAGroupEditDlg::CTAGroupEditDlg(QWidget* parent)
     m_ui->setupUi(this);
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     SetButtons(*m_ui->okButton, *m_ui->cancelButton);
-    SetDlgItem(kIdNameLabel, *m_ui->nameLabel);
-    SetDlgItem(kIdNameEdit, *m_ui->nameEdit);
-    SetDlgItem(kIdGroupCombo, *m_ui->groupCombo);
     m_ui->nameEdit->setValidator(new CodePageValidator(m_ui->nameEdit));
 }
 
