@@ -439,7 +439,7 @@ void MainWindow::EditStudies(const ChartView& chart, int pane, int study) {
 }
 
 void MainWindow::EditSettings(const SettingsPlace& place) {
-    const CString added = OpenSettings(*this, m_session.Store(), place);
+    const CString added = OpenSettings(*this, place);
     if (!added.empty()) {
         CurrentChart().SetGroup(added);
     }
