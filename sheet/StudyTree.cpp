@@ -112,10 +112,10 @@ StudyType StudyTree::CurrentType() const {
 }
 
 void StudyTree::Select(Place place) {
-    if (QTreeWidgetItem* node = topLevelItem(place.pane)) {
-        QTreeWidgetItem* study = node->child(place.study);
-        setCurrentItem(study != nullptr ? study : node);
-    }
+    QTreeWidgetItem* node = topLevelItem(place.pane);
+    QTreeWidgetItem* study = node == nullptr ? nullptr : node->child(place.study);
+    // Also when it is null: else the tree would choose one when it gets the focus.
+    setCurrentItem(study != nullptr ? study : node);
 }
 
 void StudyTree::SelectType(StudyType type) {

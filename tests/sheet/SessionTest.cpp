@@ -4,8 +4,6 @@
 #include "platform/Text.h"
 #include "tests/sheet/SheetFixture.h"
 
-#include <QTest>
-
 namespace ta::test {
 namespace {
 

@@ -76,6 +76,8 @@ void SheetFixture::UseModule(ChartModule& module) {
 }
 
 void SheetFixture::Store(unsigned group, const StudyLists& lists) {
+    std::erase_if(memory.studyLists,
+                  [group](const auto& each) { return each.first.first == group; });
     for (std::size_t pane = 0; pane < lists.size(); ++pane) {
         memory.studyLists[{group, "StudyTypeLogKey0" + std::to_string(pane + 1)}] = lists[pane];
     }
@@ -102,10 +104,24 @@ void SheetFixture::Open(unsigned page, int pane, int study, const CString& group
     TakeWrites();
 }
 
-void SheetFixture::PressKey(int key, Qt::KeyboardModifiers modifiers) {
+void SheetFixture::Turn(unsigned page) {
+    ASSERT_TRUE(Sheet().SetActivePage(static_cast<int>(page)));
+    QCoreApplication::processEvents();
+}
+
+void SheetFixture::Activate() {
     Sheet().activateWindow();
     ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == &Sheet(); }));
+}
+
+void SheetFixture::PressKey(int key, Qt::KeyboardModifiers modifiers) {
+    Activate();
     Press(Sheet(), key, modifiers);
+}
+
+void SheetFixture::End(int button) {
+    Activate();
+    Click(*Sheet().GetDlgItem(button));
 }
 
 void SheetFixture::TabTo(QWidget& control) {
@@ -210,8 +226,7 @@ void SheetFixture::AddStudy(const QString& search) {
         Press(dialog, Qt::Key_Return);
     });
     PressInTree(Qt::Key_Insert);
-    Sheet().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&Sheet()));
+    Activate();
 }
 
 void SheetFixture::Enter(const QString& name, const QString& text) {

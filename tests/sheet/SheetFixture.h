@@ -83,16 +83,18 @@ protected:
     Control& InFront(const char* name) {
         return Find<Control>(*Sheet().GetActivePage(), name);
     }
-    void Turn(unsigned page) { ASSERT_TRUE(Sheet().SetActivePage(static_cast<int>(page))); }
+    void Turn(unsigned page);
     QPushButton& Button(const char* name) { return InFront<QPushButton>(name); }
     void ClickButton(const char* name) { Click(Button(name)); }
-    /// A key for the control with the focus; the sheet gets active again when it has closed a
-    /// dialog.
+    /// The sheet gets active again when it has closed a dialog.
+    void Activate();
+    /// A key for the control with the focus.
     void PressKey(int key, Qt::KeyboardModifiers modifiers = {});
     /// Goes to a control by the Tab key.
     void TabTo(QWidget& control);
-    void Save() { PressKey(Qt::Key_Return); }
-    void Cancel() { Click(*Sheet().GetDlgItem(ui::kIdCancel)); }
+    void Save() { End(ui::kIdOk); }
+    void Cancel() { End(ui::kIdCancel); }
+    void End(int button);
     Changes Changed();
     void AwaitPrompts();
     /// Another terminal has committed what the test has put into the store.

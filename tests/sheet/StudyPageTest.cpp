@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -98,7 +99,7 @@ TEST_F(StudyPageTest, ATypicalEditIsSavedAndReported) {
     EXPECT_TRUE(Sheet().IsEditStudy());
     EXPECT_EQ(StoredParams(kAverages), (Numbers{5, 10, 20, 60})) << "not before it is saved";
     EXPECT_EQ(DrawInfo().vecGetStudyShapes(kAverages), shapesBefore);
-    Save();
+    PressKey(Qt::Key_Return);
     EXPECT_FALSE(Sheet().isVisible());
     EXPECT_EQ(StoredParams(kAverages), (Numbers{7, 11, 20, 60}));
     const auto shapes = DrawInfo().vecGetStudyShapes(kAverages);
@@ -138,7 +139,7 @@ TEST_F(StudyPageTest, AValueThatCannotBeIsShownAtItsFieldAndNotSaved) {
     EXPECT_EQ(SelectedStudy(), "移動平均線");
     EXPECT_TRUE(Value("期數2").hasFocus()) << "the first one";
     EXPECT_EQ(StoredParams(kAverages), (Numbers{5, 10, 20, 60}));
-    EXPECT_EQ(memory.packCount, 0);
+    EXPECT_EQ(memory.params[0], Names());
     EXPECT_EQ(Changed(), Changes{});
 
     Enter("期數2", "");
@@ -213,10 +214,10 @@ TEST_F(StudyPageTest, WhatTheChartDoesNotUseIsDisabledAndSaysSo) {
         bool colour, width, style;
     } cases[] = {
         {0, 0, "K線", false, false, false},     // candlesticks
-        {0, 1, "SAR", true, true, false},       // dots
+        {0, 1, "轉向點", true, true, false},    // dots
         {0, 2, "均線1", true, true, true},      // a line
         {1, 0, "成交量", false, false, false},  // volume bars
-        {1, 1, "柱狀體", false, false, false},  // a histogram
+        {1, 1, "OSC", false, false, false},     // a histogram
     };
     Open(kStudies, 0, 1);
     for (const auto& each : cases) {
@@ -587,76 +588,99 @@ public:
     }
 };
 
-class StudyPageRoomTest : public StudyPageTest,
-                          public testing::WithParamInterface<terminal::Language::Id> {
+/// In a process of its own, on the screen of a small notebook computer, in a font of 150 %.
+class SmallScreenDeathTest : public SheetFixture,
+                             public testing::WithParamInterface<terminal::Language::Id> {
 protected:
-    StudyPageRoomTest() {
-        m_language.Select(GetParam());
-        BKQuoteInterface::SetBKInterface(&m_translated);
-        QFont large = m_before;
-        large.setPointSizeF(m_before.pointSizeF() * 1.5);
-        QApplication::setFont(large);
-    }
-    ~StudyPageRoomTest() override {
-        QApplication::setFont(m_before);
-        BKQuoteInterface::SetBKInterface(nullptr);
+    SmallScreenDeathTest() {
+        testing::FLAGS_gtest_death_test_style = "threadsafe";
+        Write(Path("screen.json"),
+              R"({"synchronousWindowSystemEvents": false, "windowFrameMargins": true, "screens": [
+                  {"name": "small", "x": 0, "y": 0, "width": 1366, "height": 768,
+                   "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
     }
 
-    /// Every widget has its room and stays within its parent.
-    static void ExpectNothingCut(QWidget& window) {
+    void UseLanguageAndFont() {
+        m_language.Select(GetParam());
+        BKQuoteInterface::SetBKInterface(&m_translated);
+        QFont large = QApplication::font();
+        large.setPointSizeF(large.pointSizeF() * 1.5);
+        QApplication::setFont(large);
+    }
+
+    /// Says what is wrong to the process that waits.
+    void Require(bool holds, const QString& what) {
+        if (!holds) {
+            std::fprintf(stderr, "%s\n", qPrintable(what));
+            m_ok = false;
+        }
+    }
+
+    /// Buttons have their room, and what takes the focus can be brought into view.
+    void RequireReachable(QWidget& window) {
+        Require(window.screen()->availableGeometry().contains(window.frameGeometry()),
+                "larger than the screen");
         for (QWidget* widget : window.findChildren<QWidget*>()) {
-            if (!widget->isVisible() || widget->isWindow()) {
+            if (!widget->isVisible() || widget->isWindow() || !widget->isEnabled()) {
                 continue;
             }
-            const std::string name = std::string(widget->metaObject()->className()) + ' ' +
-                                     widget->objectName().toStdString();
-            const bool scrolls = widget->parentWidget()->objectName() == "qt_scrollarea_viewport";
-            EXPECT_TRUE(scrolls || widget->parentWidget()->rect().contains(widget->geometry()))
-                << name;
-            if (qobject_cast<QPushButton*>(widget) != nullptr ||
-                qobject_cast<QToolButton*>(widget) != nullptr) {
-                EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << name;
-                EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << name;
+            const QString name = widget->metaObject()->className() + (' ' + widget->objectName());
+            if (qobject_cast<QAbstractButton*>(widget) != nullptr) {
+                const QSize room = widget->size().boundedTo(widget->minimumSizeHint());
+                Require(room == widget->minimumSizeHint(), name + " is cut");
             }
-            const auto* label = qobject_cast<QLabel*>(widget);
-            if (label != nullptr && !label->wordWrap() && label->objectName() != "groupLabel") {
-                EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
+            if ((widget->focusPolicy() & Qt::TabFocus) != 0) {
+                for (QWidget* up = widget->parentWidget(); up != nullptr; up = up->parentWidget()) {
+                    if (auto* area = qobject_cast<QScrollArea*>(up)) {
+                        area->ensureWidgetVisible(widget);
+                    }
+                }
+                Require(!widget->visibleRegion().isEmpty(), name + " cannot be seen");
             }
         }
     }
 
+    [[noreturn]] void CheckRoom() {
+        UseLanguageAndFont();
+        Require(QApplication::primaryScreen()->size() == QSize(1366, 768), "another screen");
+        Store(0, {{kAverages, kIchimoku, kSar}, {kStochasticRsi, kMacd}});
+        Load();
+        Open(kGroups, 0, 0);
+        RequireReachable(Sheet());
+        Turn(kStudies);
+        for (QTreeWidgetItemIterator item(&Tree()); *item != nullptr; ++item) {
+            Tree().setCurrentItem(*item);
+            if (QAbstractSpinBox* field = View().findChild<QAbstractSpinBox*>()) {
+                field->setFocus();
+                QTest::keyClicks(field, "99999");
+            }
+            QCoreApplication::processEvents();
+            RequireReachable(Sheet());
+            Require(View().horizontalScrollBar()->maximum() == 0,
+                    (*item)->text(0) + " does not fit");
+        }
+        OnDialog([this](ui::DialogBase& dialog) {
+            RequireReachable(dialog);
+            dialog.reject();
+        });
+        ClickButton("addButton");
+        std::_Exit(m_ok ? 0 : 1);
+    }
+
 private:
-    QFont m_before = QApplication::font();
+    bool m_ok = true;
     terminal::Language m_language;
     TranslatedQuotes m_translated;
 };
 
-TEST_P(StudyPageRoomTest, NothingIsCutInALargeFont) {
-    Store(0, {{kAverages, kIchimoku, kSar}, {kStochasticRsi, kMacd}});
-    Load();
-    Open(kStudies, 0, 1);
-    for (QTreeWidgetItemIterator item(&Tree()); *item != nullptr; ++item) {
-        Tree().setCurrentItem(*item);
-        if (QAbstractSpinBox* field = View().findChild<QAbstractSpinBox*>()) {
-            field->setFocus();
-            QTest::keyClicks(field, "99999");
-        }
-        QCoreApplication::processEvents();
-        ExpectNothingCut(Sheet());
-        EXPECT_EQ(View().horizontalScrollBar()->maximum(), 0)
-            << (*item)->text(0).toStdString() << " does not fit";
-        EXPECT_FALSE(Tree().horizontalScrollBar()->isVisible());
-    }
-    OnDialog([](ui::DialogBase& dialog) {
-        ExpectNothingCut(dialog);
-        dialog.reject();
-    });
-    ClickButton("addButton");
-    prompts.ExpectYesNo(false);
-    Sheet().reject();
+TEST_P(SmallScreenDeathTest, EverythingIsReachable) {
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + Path("screen.json").toUtf8());
+    EXPECT_EXIT(CheckRoom(), testing::ExitedWithCode(0), "");
+    qputenv("QT_QPA_PLATFORM", platform);
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, StudyPageRoomTest,
+INSTANTIATE_TEST_SUITE_P(Languages, SmallScreenDeathTest,
                          testing::Values(terminal::Language::TraditionalChinese,
                                          terminal::Language::English));
 
