@@ -40,14 +40,13 @@ SettingsSession& SessionPage::Session() const {
 
 // ---- Room ----
 
-void SessionPage::MakeScrollable() {
-    m_form = new QWidget;
-    m_form->setLayout(layout());  // the form's controls go with it
+void SessionPage::SetForm(QWidget& form) {
+    m_form = &form;
     auto* area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(m_form);
+    area->setWidget(&form);
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(0, 0, 0, 0);
     page->addWidget(area);

@@ -38,8 +38,8 @@ protected:
     /// Puts the close-time question, once for all pages.
     void OnCancel() override;
 
-    /// Call behind the form's setupUi.
-    void MakeScrollable();
+    /// Takes the page's form, which scrolls in the page.
+    void SetForm(QWidget& form);
     /// Refuses, with the reason, to take the last study out of the first pane; see
     /// EmptiesFirstPane. Whether it did.
     bool TellEmptyPane(const std::vector<std::vector<StudyType>>& before,

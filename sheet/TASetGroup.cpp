@@ -104,8 +104,9 @@ void CTASetGroup::AddShortcuts() {
 }
 
 bool CTASetGroup::OnInitDialog() {
-    m_ui->setupUi(this);
-    MakeScrollable();
+    auto* form = new QWidget;
+    m_ui->setupUi(form);
+    SetForm(*form);
     m_ui->groupList->setMinimumWidth(fontMetrics().horizontalAdvance(QString(kListWidth, u'功')));
     LoadLanguageStrings();
     NameLists();

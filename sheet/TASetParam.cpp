@@ -62,8 +62,9 @@ void CTASetParam::SetStudySpecialType(VolumeAmountType type, bool first, bool se
 }
 
 bool CTASetParam::OnInitDialog() {
-    m_ui->setupUi(this);
-    MakeScrollable();
+    auto* form = new QWidget;
+    m_ui->setupUi(form);
+    SetForm(*form);
     m_ui->studyTree->SetDragEnabled(true);
     m_ui->studyTree->setMinimumWidth(fontMetrics().horizontalAdvance('0') * kTreeCharacters);
     LoadLanguageStrings();
