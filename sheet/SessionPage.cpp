@@ -42,6 +42,7 @@ SettingsSession& SessionPage::Session() const {
 
 void SessionPage::SetForm(QWidget& form) {
     m_form = &form;
+    AddFormPart(form);
     auto* area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
@@ -70,11 +71,6 @@ Answer AskSave(QWidget& parent) {
     return ui::CurrentPrompts().AskYesNo(&parent, ui::PromptIcon::Question, {},
                                          LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK"),
                                          Answer::Yes);
-}
-
-bool SessionPage::Ask(const QString& question, const QString& title) {
-    return ui::CurrentPrompts().AskYesNo(this, ui::PromptIcon::Question, title, question) ==
-           Answer::Yes;
 }
 
 bool SessionPage::TellEmptyPane(const StudyLists& before, const StudyLists& after) {

@@ -44,8 +44,6 @@ protected:
     /// EmptiesFirstPane. Whether it did.
     bool TellEmptyPane(const std::vector<std::vector<StudyType>>& before,
                        const std::vector<std::vector<StudyType>>& after);
-    /// A yes/no question about something that cannot be taken back: Enter is No.
-    bool Ask(const QString& question, const QString& title = {});
 
 private:
     mutable std::unique_ptr<SettingsSession> m_own;

@@ -108,8 +108,6 @@ bool CTASetGroup::OnInitDialog() {
     m_ui->setupUi(form);
     SetForm(*form);
     m_ui->groupList->setMinimumWidth(fontMetrics().horizontalAdvance(QString(kListWidth, u'功')));
-    LoadLanguageStrings();
-    NameLists();
     ConnectControls();
     AddShortcuts();
     LoadScreens();
@@ -118,7 +116,8 @@ bool CTASetGroup::OnInitDialog() {
     return true;
 }
 
-void CTASetGroup::NameLists() {
+void CTASetGroup::vLoadLanguageString() {
+    SessionPage::vLoadLanguageString();
     // The labels' texts without their mnemonics, "(&G)" or "&G".
     static const QRegularExpression mnemonic(R"(\s*\(&.\)|&)");
     for (const QLabel* label : {m_ui->groupLabel, m_ui->studyLabel, m_ui->screenLabel}) {
@@ -303,7 +302,8 @@ void CTASetGroup::OnDelete() {
     const auto position = static_cast<unsigned>(m_ui->groupList->currentRow());
     const QString question = LangText("IDS_TECHVIEW-STRING_GROUPSETTING_CHKDELETE");
     // Other terminals may delete groups while the question stands.
-    if (Ask(QString("%1 - 「%2」").arg(question, ToQString(name))) && Session().DeleteGroup(name)) {
+    if (Ask(QString("%1 - 「%2」").arg(question, ToQString(name)), "") == Answer::Yes &&
+        Session().DeleteGroup(name)) {
         const CString next = Repository().GetGroupNameByIndex(position);
         OnListEdited(next.empty() ? Repository().GetSystemDefaultGroup() : next);
     }

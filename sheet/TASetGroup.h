@@ -37,13 +37,13 @@ public:
 
 protected:
     bool OnInitDialog() override;
+    void vLoadLanguageString() override;
     bool HasEdits() const override;
     void WriteEdits() override;
 
 private:
     void ConnectControls();
     void AddShortcuts();
-    void NameLists();
 
     void ReloadGroups(const CString& select);
     void ShowSelectedGroup();

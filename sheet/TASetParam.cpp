@@ -67,7 +67,6 @@ bool CTASetParam::OnInitDialog() {
     SetForm(*form);
     m_ui->studyTree->SetDragEnabled(true);
     m_ui->studyTree->setMinimumWidth(fontMetrics().horizontalAdvance('0') * kTreeCharacters);
-    LoadLanguageStrings();
     ConnectControls();
     AddShortcuts();
     if (SharedSession() == nullptr && m_state->initial) {

@@ -1,6 +1,5 @@
 // The study page's controls: what the user edits.
 
-#include "platform/SyncInfo.h"
 #include "platform/ui/TextBridge.h"
 #include "sheet/DefaultChanges.h"
 #include "sheet/Repository.h"
@@ -29,10 +28,6 @@ std::vector<DefaultChanges> ChangesOfGroup(SettingsSession& session, const CStri
         }
     }
     return changes;
-}
-
-QString BoxTitle() {
-    return ToQString(CSyncInfo::GetSettingCFG().SYS_szGetMessageBoxTitle());
 }
 
 }  // namespace
@@ -213,8 +208,7 @@ void CTASetParam::OnRestoreStudy() {
     const StudyFacts study = *m_state->study;
     const StudyValues values = Session().Draft(m_state->group).SettingsOf(study);
     if (Ask(LangText("IDS_TADIALOGS-SHEET_ASK_RESTORE_STUDY", study.name,
-                     ChangesToDefaults(study, values).join('\n')),
-            BoxTitle()) &&
+                     ChangesToDefaults(study, values).join('\n'))) == Answer::Yes &&
         IsGroupUpToDate()) {
         Session().Draft(m_state->group).RestoreDefaults(study);
         ShowCurrentStudy();
@@ -224,8 +218,7 @@ void CTASetParam::OnRestoreStudy() {
 void CTASetParam::OnRestoreGroup() {
     const std::vector<DefaultChanges> changes = ChangesOfGroup(Session(), m_state->group);
     if (Ask(LangText("IDS_TADIALOGS-SHEET_ASK_RESTORE_GROUP", ToQString(m_state->group),
-                     QString::number(changes.size()), InSomeLines(changes)),
-            BoxTitle()) &&
+                     QString::number(changes.size()), InSomeLines(changes))) == Answer::Yes &&
         IsGroupUpToDate()) {
         for (const DefaultChanges& each : changes) {
             Session().Draft(m_state->group).RestoreDefaults(each.study);
