@@ -23,8 +23,8 @@ struct CTAGroupImport::Merge {
     std::optional<ProfileReader> file;  ///< once it could be read
     std::vector<CString> fromFile;      ///< the names in the file
     std::size_t listed = 0;             ///< how many names it lists
-    int added = 0;
-    int overwritten = 0;
+    std::vector<CString> added;
+    std::vector<CString> overwritten;
 };
 
 namespace {
@@ -242,15 +242,15 @@ void CTAGroupImport::OnOK() {
 }
 
 std::vector<CString> CTAGroupImport::LoadMergeList(bool& noMemory) {
-    m_merge->added = 0;
-    m_merge->overwritten = 0;
+    m_merge->added.clear();
+    m_merge->overwritten.clear();
     std::vector<CString> names;
     for (const CString& name : m_merge->lists.GetMergeList()) {
         const bool exists = Repository().FindGroup(name) == 1;
         const bool isLoaded = m_merge->lists.IsLoadSettingFromFile(name);
         if (isLoaded) {
             ta::groupfile::ImportGroupSetting(Repository(), name, *m_merge->file, &noMemory);
-            ++(exists ? m_merge->overwritten : m_merge->added);
+            (exists ? m_merge->overwritten : m_merge->added).push_back(name);
         }
         if (isLoaded || exists) {
             names.push_back(name);
@@ -278,19 +278,19 @@ int CTAGroupImport::ImportGroupSetting(const CString& name, const QString& path)
     return isImported ? 1 : 0;
 }
 
-int CTAGroupImport::AddedCount() const {
+const std::vector<CString>& CTAGroupImport::AddedGroups() const {
     return m_merge->added;
 }
 
-int CTAGroupImport::OverwrittenCount() const {
+const std::vector<CString>& CTAGroupImport::OverwrittenGroups() const {
     return m_merge->overwritten;
 }
 
 QString CTAGroupImport::ResultText() const {
-    if (m_merge->added + m_merge->overwritten == 0) {
+    if (m_merge->added.empty() && m_merge->overwritten.empty()) {
         return LangText("IDS_TADIALOGS-GROUPFILE_NOTHING_IMPORTED");
     }
     return LangText("IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK") + '\n' +
-           LangText("IDS_TADIALOGS-GROUPFILE_IMPORTED", QString::number(m_merge->added),
-                    QString::number(m_merge->overwritten));
+           LangText("IDS_TADIALOGS-GROUPFILE_IMPORTED", QString::number(m_merge->added.size()),
+                    QString::number(m_merge->overwritten.size()));
 }

@@ -43,9 +43,10 @@ public:
     /// nothing changes, when the file cannot be read, or for lack of memory, which is told.
     int ImportGroupSetting(const CString& name, const QString& path);
 
-    /// After OK: how many groups the import added, and how many it loaded over existing ones.
-    int AddedCount() const;
-    int OverwrittenCount() const;
+    /// After OK: the groups that the import added, and those that it loaded over existing ones, in
+    /// the list's order.
+    const std::vector<CString>& AddedGroups() const;
+    const std::vector<CString>& OverwrittenGroups() const;
     /// After OK: what to tell the user, "IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK" with both
     /// counts, or that the file had nothing to import.
     QString ResultText() const;

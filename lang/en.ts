@@ -93,7 +93,7 @@
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_SAVE"><translation>&amp;Save</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_CANCEL"><translation>&amp;Cancel</translation></message>
     <message id="IDS_TADIALOGS-SHEET_CHANGED_ELSEWHERE"><translation>The settings have just been changed by another window or terminal; the new ones are used from now on.</translation></message>
-    <message id="IDS_TADIALOGS-SHEET_LOST_GROUP_EDITS"><translation>What was added, renamed, deleted, reordered or moved on the group page and not saved is gone and has to be done again.</translation></message>
+    <message id="IDS_TADIALOGS-SHEET_LOST_GROUP_EDITS"><translation>What was added, renamed, deleted or reordered on the group page and not saved is gone and has to be done again.</translation></message>
     <message id="IDS_TADIALOGS-SHEET_LOST_STUDY_EDITS"><translation>These groups are gone, and with them the unsaved edits of their studies: %1</translation></message>
     <message id="IDS_TADIALOGS-SHEET_KEPT_STUDY_EDITS"><translation>Unsaved edits on the study page are still there, and you can go on with them on the new settings.</translation></message>
     <message id="IDS_TADIALOGS-SHEET_GO_ON"><translation>Go on editing</translation></message>
@@ -123,6 +123,7 @@
     <message id="IDS_OPTIONAL-SHEET_GROUP_DIALOG_ADD_TITLE"><translation>Add a group</translation></message>
     <message id="IDS_OPTIONAL-SHEET_GROUP_DIALOG_MODIFY_TITLE"><translation>Rename the group</translation></message>
     <message id="IDS_OPTIONAL-SHEET_GROUP_DIALOG_ADD_STATIC"><translation>&amp;Name of the group:</translation></message>
+    <message id="IDS_TADIALOGS-SHEET_NOT_IN_CODE_PAGE"><translation>Your code page has no “%1”; it was replaced by “?”.</translation></message>
     <message id="IDS_SETTING-SHEET_OK"><translation>&amp;OK</translation></message>
     <message id="IDS_SETTING-SHEET_CANCEL"><translation>&amp;Cancel</translation></message>
     <message id="IDS_TADIALOGS-SHEET_PARAM_TITLE"><translation>Studies and Parameters</translation></message>
@@ -146,6 +147,7 @@
     <message id="IDS_TADIALOGS-SHEET_TO_NEXT_PANE_TIP"><translation>Moves the selected study to the pane behind (Ctrl+→); dragging does the same</translation></message>
     <message id="IDS_TADIALOGS-SHEET_SHOW_COUNT"><translation>Panes s&amp;hown:</translation></message>
     <message id="IDS_TADIALOGS-SHEET_PANE_FULL"><translation>Pane %1 already holds %2 studies, the most there can be. Remove a study first, or choose another pane.</translation></message>
+    <message id="IDS_TADIALOGS-SHEET_FIRST_PANE"><translation>Pane 1 must keep at least one study. Without one, the first four panes would get the default studies when the settings are loaded next.</translation></message>
     <message id="IDS_TADIALOGS-SHEET_SETTINGS"><translation>Parameters and shapes</translation></message>
     <message id="IDS_TADIALOGS-SHEET_STUDY_TITLE"><translation>%1 (%2)</translation></message>
     <message id="IDS_TADIALOGS-SHEET_NO_STUDY_SELECTED"><translation>Select a study on the left to set its parameters and shapes, or add one to the selected pane.</translation></message>

@@ -93,9 +93,9 @@
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_SAVE"><translation>儲存(&amp;S)</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_CANCEL"><translation>取消(&amp;C)</translation></message>
     <message id="IDS_TADIALOGS-SHEET_CHANGED_ELSEWHERE"><translation>設定剛被另一個視窗或終端機變更，將改用新的設定。</translation></message>
-    <message id="IDS_TADIALOGS-SHEET_LOST_GROUP_EDITS"><translation>在群組頁上尚未儲存的新增、改名、刪除、排序與移動已經失效，請重新操作。</translation></message>
+    <message id="IDS_TADIALOGS-SHEET_LOST_GROUP_EDITS"><translation>在群組頁上尚未儲存的新增、改名、刪除與排序已經失效，請重新操作。</translation></message>
     <message id="IDS_TADIALOGS-SHEET_LOST_STUDY_EDITS"><translation>下列群組已經不存在，尚未儲存的指標編輯無法保留：%1</translation></message>
-    <message id="IDS_TADIALOGS-SHEET_KEPT_STUDY_EDITS"><translation>指標頁上尚未儲存的編輯仍然保留，可以在新的設定上繼續編輯。</translation></message>
+    <message id="IDS_TADIALOGS-SHEET_KEPT_STUDY_EDITS"><translation>尚未儲存的指標編輯仍然保留，可以在新的設定上繼續編輯。</translation></message>
     <message id="IDS_TADIALOGS-SHEET_GO_ON"><translation>繼續編輯</translation></message>
     <message id="IDS_TADIALOGS-SHEET_CLOSE"><translation>關閉視窗</translation></message>
     <message id="IDS_TECHVIEW-STRING_GROUPSETTING_TITLE"><translation>群組設定</translation></message>
@@ -123,6 +123,7 @@
     <message id="IDS_OPTIONAL-SHEET_GROUP_DIALOG_ADD_TITLE"><translation>新增群組</translation></message>
     <message id="IDS_OPTIONAL-SHEET_GROUP_DIALOG_MODIFY_TITLE"><translation>修改群組名稱</translation></message>
     <message id="IDS_OPTIONAL-SHEET_GROUP_DIALOG_ADD_STATIC"><translation>群組名稱(&amp;N)：</translation></message>
+    <message id="IDS_TADIALOGS-SHEET_NOT_IN_CODE_PAGE"><translation>系統的字碼頁沒有「%1」，已換成「?」。</translation></message>
     <message id="IDS_SETTING-SHEET_OK"><translation>確定(&amp;O)</translation></message>
     <message id="IDS_SETTING-SHEET_CANCEL"><translation>取消(&amp;C)</translation></message>
     <message id="IDS_TADIALOGS-SHEET_PARAM_TITLE"><translation>指標與參數</translation></message>
@@ -146,6 +147,7 @@
     <message id="IDS_TADIALOGS-SHEET_TO_NEXT_PANE_TIP"><translation>將選取的指標移到下一個圖（Ctrl+→），也可以用滑鼠拖曳</translation></message>
     <message id="IDS_TADIALOGS-SHEET_SHOW_COUNT"><translation>顯示圖數(&amp;H)：</translation></message>
     <message id="IDS_TADIALOGS-SHEET_PANE_FULL"><translation>圖 %1 已有 %2 個指標，無法再加入。請先移除不需要的指標，或改放在其他圖。</translation></message>
+    <message id="IDS_TADIALOGS-SHEET_FIRST_PANE"><translation>圖 1 至少要有一個指標，否則下次載入時，前四個圖會換成預設的指標。</translation></message>
     <message id="IDS_TADIALOGS-SHEET_SETTINGS"><translation>參數與圖形設定</translation></message>
     <message id="IDS_TADIALOGS-SHEET_STUDY_TITLE"><translation>%1（%2）</translation></message>
     <message id="IDS_TADIALOGS-SHEET_NO_STUDY_SELECTED"><translation>請在左側選取指標，以設定參數與圖形；或按「新增指標」在選取的圖中加入指標。</translation></message>

@@ -7,6 +7,8 @@
 /// The options that are common to all panes of a group's chart, and the state of its axes.
 class CommonProp {
 public:
+    bool operator==(const CommonProp&) const = default;
+
     // The common chart options, in the order in which they are stored.
     std::uint32_t uScalePos = 0;  ///< side of the value axis: 0 right, 1 left, 2 both
     bool bChartGrid = true;

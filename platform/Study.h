@@ -46,6 +46,20 @@ enum class StudyDrawKind {
     Dots,
 };
 
+/// What of a StudyShape, besides its visibility, is used where this kind is drawn; the rest comes
+/// from the chart's theme.
+struct StudyShapeUse {
+    bool colour = false;
+    bool width = false;
+    bool style = false;
+};
+
+constexpr StudyShapeUse ShapeUseOf(StudyDrawKind kind) {
+    const bool isLine = kind == StudyDrawKind::Line;
+    const bool isGraph = isLine || kind == StudyDrawKind::Dots;
+    return {.colour = isGraph, .width = isGraph, .style = isLine};
+}
+
 /// A parameter of a study, as an editor needs it.
 struct StudyParamInfo {
     CString chineseName;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 namespace ta::settings {
 namespace {
@@ -58,6 +59,15 @@ SettingsSnapshot SettingsSnapshot::Take(CTaSettingHandle& repository) {
     }
     repository.GetGroupNameList(snapshot.m_names);
     return snapshot;
+}
+
+bool SettingsSnapshot::Group::operator==(const Group& other) const {
+    const auto values = [](const Group& group) {
+        return std::tie(group.name, group.record.iUniNum, group.record.iStudyShowCount,
+                        group.record.iTechWndShowKey, group.record.vStudyList, group.params,
+                        group.shapes, group.common);
+    };
+    return values(*this) == values(other);
 }
 
 void SettingsSnapshot::Restore(CTaSettingHandle& repository) const {

@@ -17,6 +17,9 @@ public:
     /// gone made again; the list of groups is written to the store, where it is pending.
     void Restore(CTaSettingHandle& repository) const;
 
+    /// Whether both hold the same.
+    bool operator==(const SettingsSnapshot&) const = default;
+
     const std::vector<CString>& GroupNames() const { return m_names; }
 
 private:
@@ -26,6 +29,8 @@ private:
         std::vector<CString> params;
         std::vector<CString> shapes;
         ::CommonProp common;
+
+        bool operator==(const Group& other) const;
     };
 
     void Fill(const Group& group, ST_TA_DRAWINFO& record) const;

@@ -24,6 +24,10 @@ QString ColourName(std::uint32_t colour) {
     return '#' + QString::number(colour, 16).rightJustified(6, '0').toUpper();
 }
 
+QString DefaultText(const StudyParamInfo& param) {
+    return FormatNumber(param.defaultValue, param.decimals);
+}
+
 /// What differs between two shapes; empty when nothing.
 QStringList Differences(const StudyShape& from, const StudyShape& to) {
     QStringList parts;
@@ -56,25 +60,48 @@ QString StyleName(int style) {
     return LangText(kKeys[static_cast<std::size_t>(std::clamp(style, 0, 4))]);
 }
 
-QStringList ChangesToDefaults(const StudyFacts& study, const QStringList& params,
-                              const std::vector<StudyShape>& shapes) {
+QStringList ChangesToDefaults(const StudyFacts& study, const StudyValues& values) {
     QStringList changes;
     for (std::size_t i = 0; i < study.params.size(); ++i) {
-        const StudyParamInfo& info = study.params[i];
-        const QString& text = params[static_cast<int>(i)];
-        if (ParseNumber(text) != RoundedTo(info.decimals, info.defaultValue)) {
-            changes.append(Change(study.ParamName(i), text.isEmpty() ? "?" : text,
-                                  FormatNumber(info.defaultValue, info.decimals)));
+        const QString& text = values.params[static_cast<int>(i)];
+        const QString preset = DefaultText(study.params[i]);
+        if (text != preset) {
+            changes.append(Change(study.ParamName(i), text.isEmpty() ? "?" : text, preset));
         }
     }
     for (std::size_t i = 0; i < study.shapes.size(); ++i) {
-        const QStringList parts = Differences(shapes[i], study.shapes[i].defaultShape);
+        const QStringList parts = Differences(values.shapes[i], study.shapes[i].defaultShape);
         if (!parts.isEmpty()) {
             changes.append(LangText("IDS_TADIALOGS-SHEET_SHAPE_CHANGE", study.ShapeName(i),
                                     groupfile::Listed(parts)));
         }
     }
     return changes;
+}
+
+bool IsDefault(const StudyFacts& study, const StudyValues& values) {
+    return std::ranges::equal(study.params, values.params, {}, DefaultText) &&
+           std::ranges::equal(study.shapes, values.shapes, {}, &StudyShapeInfo::defaultShape);
+}
+
+QString InSomeLines(const std::vector<DefaultChanges>& changes) {
+    constexpr int kMostLines = 20;
+    QStringList lines;
+    QStringList more;
+    for (const DefaultChanges& each : changes) {
+        if (lines.size() >= kMostLines) {
+            more.append(each.study.name);
+            continue;
+        }
+        lines.append(each.study.name);
+        for (const QString& change : each.lines) {
+            lines.append("    " + change);
+        }
+    }
+    if (!more.isEmpty()) {
+        lines.append(LangText("IDS_TADIALOGS-SHEET_RESTORE_MORE", groupfile::Listed(more)));
+    }
+    return lines.join('\n');
 }
 
 }  // namespace ta::sheet

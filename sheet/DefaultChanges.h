@@ -1,8 +1,10 @@
 #pragma once
 
-#include "sheet/StudyFacts.h"
+#include "sheet/GroupValues.h"
 
 #include <QStringList>
+
+#include <vector>
 
 /// What restoring a study's defaults would change, in words.
 namespace ta::sheet {
@@ -11,8 +13,17 @@ namespace ta::sheet {
 QString StyleName(int style);
 
 /// A line for each parameter and shape that restoring the defaults would change, "期數1：7 → 5".
-/// `params` has a text per parameter, as typed; `shapes` a shape per shape of the study.
-QStringList ChangesToDefaults(const StudyFacts& study, const QStringList& params,
-                              const std::vector<StudyShape>& shapes);
+QStringList ChangesToDefaults(const StudyFacts& study, const StudyValues& values);
+/// Whether there is none.
+bool IsDefault(const StudyFacts& study, const StudyValues& values);
+
+/// A study with its changes.
+struct DefaultChanges {
+    StudyFacts study;
+    QStringList lines;
+};
+
+/// The changes of several studies, in full for the first ones and in about twenty lines.
+QString InSomeLines(const std::vector<DefaultChanges>& changes);
 
 }  // namespace ta::sheet

@@ -1,11 +1,9 @@
 #include "sheet/GroupRows.h"
 
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
+#include "sheet/Repository.h"
 
 #include <QListWidget>
-
-#include <algorithm>
 
 namespace ta::sheet {
 namespace {
@@ -15,21 +13,8 @@ constexpr int kUniNumRole = Qt::UserRole + 1;
 
 }  // namespace
 
-std::vector<CString> GroupNames() {
-    std::vector<CString> names;
-    CTaSettingHandle::GetInstance().GetGroupNameList(names);
-    return names;
-}
-
 bool IsFull(std::size_t count, int maximum) {
     return maximum >= 0 && count >= static_cast<std::size_t>(maximum);
-}
-
-std::vector<CString> InOrder(std::vector<CString> names, const std::vector<CString>& order) {
-    std::ranges::stable_sort(names, {}, [&order](const CString& name) {
-        return std::ranges::find(order, name) - order.begin();
-    });
-    return names;
 }
 
 void FillGroupRows(QListWidget& list) {
@@ -37,7 +22,7 @@ void FillGroupRows(QListWidget& list) {
     for (const CString& name : GroupNames()) {
         auto* row = new QListWidgetItem(ui::ToQString(name), &list);
         row->setData(kNameRole, QByteArray::fromStdString(name));
-        row->setData(kUniNumRole, CTaSettingHandle::GetInstance().GetUniNumByGroupName(name));
+        row->setData(kUniNumRole, Repository().GetUniNumByGroupName(name));
     }
 }
 

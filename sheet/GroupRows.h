@@ -11,12 +11,8 @@ class QListWidgetItem;
 /// The list box of the groups: rows that carry the group's name in bytes and its UniNum.
 namespace ta::sheet {
 
-/// The repository's groups in its order.
-std::vector<CString> GroupNames();
 /// Whether no further group may be added; a negative maximum is no limit.
 bool IsFull(std::size_t count, int maximum);
-/// `names` in the order in which `order` has them; what it does not have, behind.
-std::vector<CString> InOrder(std::vector<CString> names, const std::vector<CString>& order);
 
 /// Fills the list with the repository's groups; nothing is selected.
 void FillGroupRows(QListWidget& list);

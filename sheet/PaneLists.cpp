@@ -59,8 +59,35 @@ int MoveStudy(StudyLists& lists, int pane, int study, int toPane, int toStudy) {
     return place;
 }
 
-void SwapPanes(StudyLists& lists, int pane, int other) {
-    std::swap(Pane(lists, pane), Pane(lists, other));
+Place MoveBy(StudyLists& lists, Place place, int by) {
+    if (place.study < 0) {
+        std::swap(Pane(lists, place.pane), Pane(lists, place.pane + by));
+        return {place.pane + by, -1};
+    }
+    const int before = by < 0 ? place.study - 1 : place.study + 2;
+    return {place.pane, MoveStudy(lists, place.pane, place.study, place.pane, before)};
+}
+
+bool EmptiesFirstPane(const StudyLists& before, const StudyLists& after) {
+    return StudyCount(before, 0) > 0 && StudyCount(after, 0) == 0;
+}
+
+Place PlaceAfter(const StudyLists& before, const StudyLists& after, Place place) {
+    const StudyType type = StudyAt(before, place.pane, place.study);
+    if (type == kNoStudy || StudyAt(after, place.pane, place.study) == type) {
+        return place;
+    }
+    std::vector<int> panes{place.pane};
+    for (int pane = 0; pane < kPaneCount; ++pane) {
+        panes.push_back(pane);
+    }
+    for (const int pane : panes) {
+        const std::vector<StudyType>& studies = after[static_cast<std::size_t>(pane)];
+        if (const auto found = std::ranges::find(studies, type); found != studies.end()) {
+            return {pane, static_cast<int>(found - studies.begin())};
+        }
+    }
+    return {place.pane, std::min(place.study, StudyCount(after, place.pane) - 1)};
 }
 
 }  // namespace ta::sheet

@@ -122,9 +122,10 @@ void ShapeEditRow::MakeControls(QWidget& parent) {
                          StyleName(style));
     }
     // What the kind of drawing has no use for.
-    const bool isLine = m_row.kind == StudyDrawKind::Line;
-    m_style->setEnabled(isLine);
-    m_width->setEnabled(isLine || m_row.kind == StudyDrawKind::Dots);
+    const StudyShapeUse use = ShapeUseOf(m_row.kind);
+    m_colour->setEnabled(use.colour);
+    m_width->setEnabled(use.width);
+    m_style->setEnabled(use.style);
 }
 
 void ShapeEditRow::NameControls() {
@@ -160,7 +161,7 @@ void ShapeEditRow::ConnectControls() {
     });
     connect(m_colour, &QPushButton::clicked, this, &ShapeEditRow::ChooseColour);
     connect(m_revert.button, &QToolButton::clicked, this, [this] {
-        m_colour->setFocus();  // the button is about to hide
+        m_visible->setFocus();  // the button is about to hide
         Edit(m_row.defaultShape);
     });
 }
@@ -190,8 +191,10 @@ void ShapeEditRow::ShowShape() {
     const QColor colour = QColor::fromRgb(shape.colour);
     m_visible->setChecked(shape.visible);
     m_colour->setIcon(ColourSwatch(*m_colour, m_colour->iconSize(), colour));
-    m_colour->setToolTip(colour.name().toUpper());
-    m_colour->setAccessibleDescription(m_colour->toolTip());
+    m_colour->setAccessibleDescription(colour.name().toUpper());
+    if (m_colour->isEnabled()) {
+        m_colour->setToolTip(m_colour->accessibleDescription());
+    }
     m_width->setValue(shape.width);
     m_style->setCurrentIndex(shape.style);
     m_revert.SetDiffers(shape != m_row.defaultShape);

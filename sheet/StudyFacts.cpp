@@ -1,8 +1,11 @@
 #include "sheet/StudyFacts.h"
 
+#include "platform/ConfigStore.h"
+#include "platform/DrawInfo.h"
+#include "platform/SyncInfo.h"
 #include "platform/ui/DialogBase.h"
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
+#include "sheet/Repository.h"
 
 #include <algorithm>
 
@@ -10,10 +13,6 @@ namespace ta::sheet {
 namespace {
 
 using ui::ToQString;
-
-CTaSettingHandle& Repository() {
-    return CTaSettingHandle::GetInstance();
-}
 
 /// Null when there is none. Valid until the repository is asked again.
 const StudyInfo* FindInfo(StudyType type) {
@@ -51,6 +50,36 @@ QString StudyFacts::ShapeName(std::size_t index) const {
 std::optional<StudyFacts> FactsOf(StudyType type) {
     const StudyInfo* info = FindInfo(type);
     return info == nullptr ? std::nullopt : std::optional<StudyFacts>(*info);
+}
+
+StudyDefaults::StudyDefaults() {
+    const Services& services = CSyncInfo::GetSettingCFG().GetServices();
+    if (services.chartModule == nullptr || services.configStore == nullptr) {
+        return;
+    }
+    m_drawInfo = services.chartModule->MakeTaDrawInfo(Repository());
+    std::vector<CString> strings;
+    services.configStore->LoadTAStudyParamDefaultSetting(strings);
+    m_drawInfo->vVecCstring2MapParam(strings, kDrawInfoReplace);
+    strings.clear();
+    services.configStore->LoadTAStudyShapeDefaultSetting(strings);
+    m_drawInfo->vVecCstring2MapShapeParam(strings, kDrawInfoReplace);
+}
+
+StudyDefaults::~StudyDefaults() = default;
+
+void StudyDefaults::Apply(StudyFacts& study) const {
+    if (m_drawInfo == nullptr) {
+        return;
+    }
+    const std::vector<double> params = m_drawInfo->vecGetStudyParams(study.type);
+    for (std::size_t i = 0; i < std::min(params.size(), study.params.size()); ++i) {
+        study.params[i].defaultValue = params[i];
+    }
+    const std::vector<StudyShape> shapes = m_drawInfo->vecGetStudyShapes(study.type);
+    for (std::size_t i = 0; i < std::min(shapes.size(), study.shapes.size()); ++i) {
+        study.shapes[i].defaultShape = shapes[i];
+    }
 }
 
 std::vector<StudyFacts> UsableStudies(StudyCategory category) {

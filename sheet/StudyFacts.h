@@ -5,8 +5,11 @@
 
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <vector>
+
+class TaDrawInfo;
 
 /// What the chart module tells of its studies, copied: its own objects die when the settings are
 /// loaded again.
@@ -29,6 +32,19 @@ struct StudyFacts {
 
 /// Nothing for a study that the chart module does not know.
 std::optional<StudyFacts> FactsOf(StudyType type);
+
+/// The defaults of a new group: the chart module's, with the store's default strings over them.
+class StudyDefaults {
+public:
+    StudyDefaults();
+    ~StudyDefaults();
+
+    /// Puts them in the place of the chart module's own.
+    void Apply(StudyFacts& study) const;
+
+private:
+    std::unique_ptr<TaDrawInfo> m_drawInfo;
+};
 
 /// The studies of a category that the user may use, in the chart module's order.
 std::vector<StudyFacts> UsableStudies(StudyCategory category);

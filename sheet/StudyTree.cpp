@@ -1,9 +1,6 @@
 #include "sheet/StudyTree.h"
 
 #include "platform/ui/DialogBase.h"
-#include "platform/ui/TextBridge.h"
-#include "settings/StudyLists.h"
-#include "settings/TaSettingHandle.h"
 #include "sheet/StudyFacts.h"
 
 #include <QHeaderView>
@@ -45,64 +42,40 @@ StudyTree::StudyTree(QWidget* parent) : QTreeWidget(parent) {
 
 // ---- Contents ----
 
-void StudyTree::SetStudies(const std::vector<std::vector<StudyType>>& lists, int showCount) {
-    const Place place = PlaceOf(currentItem());
+void StudyTree::SetStudies(const StudyLists& lists, int showCount) {
+    SetStudies(lists, showCount,
+               m_lists.empty() ? Place() : PlaceAfter(m_lists, lists, CurrentPlace()));
+}
+
+void StudyTree::SetStudies(const StudyLists& lists, int showCount, Place place) {
     {
         const QSignalBlocker quiet(this);
         EndDrag(false);
         clear();
+        m_lists = lists;
         m_showCount = showCount;
-        const StudyLists packed = settings::PackStudyLists(lists);
-        for (int pane = 0; pane < NodeCount(packed, showCount); ++pane) {
-            AddPane(packed[static_cast<std::size_t>(pane)]);
+        const int count = std::max(NodeCount(lists, showCount), place.pane + 1);
+        for (int pane = 0; pane < count; ++pane) {
+            AddPane(pane);
         }
-        NumberPanes();
         expandAll();
         MeasureTexts();
-        if (const QTreeWidgetItem* node = topLevelItem(place.pane)) {
-            Select(place.pane, std::min(place.study, node->childCount() - 1));
-        }
+        Select(place);
     }
     emit currentItemChanged(currentItem(), nullptr);
 }
 
-void StudyTree::AddPane(const std::vector<StudyType>& studies) {
-    auto* node = new QTreeWidgetItem(this);
-    for (const StudyType type : studies) {
-        if (type != kNoStudy) {
-            auto* item = new QTreeWidgetItem(node, {StudyLabel(type)});
-            item->setData(0, kTypeRole, type);
-        }
+void StudyTree::AddPane(int pane) {
+    const bool shown = pane < m_showCount;
+    const QString text =
+        ui::LangText(shown ? "IDS_TADIALOGS-SHEET_PANE" : "IDS_TADIALOGS-SHEET_HIDDEN_PANE",
+                     QString::number(pane + 1));
+    auto* node = new QTreeWidgetItem(this, {text});
+    for (int study = 0; study < StudyCount(m_lists, pane); ++study) {
+        const StudyType type = StudyAt(m_lists, pane, study);
+        auto* item = new QTreeWidgetItem(node, {StudyLabel(type)});
+        item->setData(0, kTypeRole, type);
     }
-}
-
-void StudyTree::NumberPanes() {
-    for (int pane = 0; pane < topLevelItemCount(); ++pane) {
-        const bool shown = pane < m_showCount;
-        topLevelItem(pane)->setText(
-            0, ui::LangText(shown ? "IDS_TADIALOGS-SHEET_PANE" : "IDS_TADIALOGS-SHEET_HIDDEN_PANE",
-                            QString::number(pane + 1)));
-    }
-}
-
-std::vector<std::vector<StudyType>> StudyTree::Studies() const {
-    StudyLists lists;
-    settings::InitStudyType(lists);
-    for (int pane = 0; pane < topLevelItemCount(); ++pane) {
-        const QTreeWidgetItem& node = *topLevelItem(pane);
-        for (int study = 0; study < node.childCount(); ++study) {
-            lists[static_cast<std::size_t>(pane)][static_cast<std::size_t>(study)] =
-                TypeOf(*node.child(study));
-        }
-    }
-    return lists;
-}
-
-StudyType StudyTree::TypeOf(const QTreeWidgetItem& item) const {
-    CTaSettingHandle& repository = CTaSettingHandle::GetInstance();
-    const CString name = ui::FromQString(item.text(0));
-    const StudyType named = repository.StudyNameToStudyType(name);
-    return repository.StudyTypeToStudyName(named) == name ? named : item.data(0, kTypeRole).toInt();
 }
 
 void StudyTree::SetFaulty(const std::set<StudyType>& types) {
@@ -125,7 +98,7 @@ void StudyTree::SetFaulty(const std::set<StudyType>& types) {
 
 // ---- The current place ----
 
-StudyTree::Place StudyTree::PlaceOf(const QTreeWidgetItem* item) const {
+Place StudyTree::PlaceOf(const QTreeWidgetItem* item) const {
     if (item == nullptr) {
         return {};
     }
@@ -133,59 +106,36 @@ StudyTree::Place StudyTree::PlaceOf(const QTreeWidgetItem* item) const {
     return {indexFromItem(node).row(), node == item ? -1 : indexFromItem(item).row()};
 }
 
-int StudyTree::CurrentPane() const {
-    return PlaceOf(currentItem()).pane;
-}
-
-int StudyTree::CurrentStudy() const {
-    return PlaceOf(currentItem()).study;
-}
-
 StudyType StudyTree::CurrentType() const {
-    return CurrentStudy() < 0 ? kNoStudy : currentItem()->data(0, kTypeRole).toInt();
+    const Place place = CurrentPlace();
+    return m_lists.empty() ? kNoStudy : StudyAt(m_lists, place.pane, place.study);
 }
 
-void StudyTree::Select(int pane, int study) {
-    QTreeWidgetItem* node = topLevelItem(pane);
-    QTreeWidgetItem* item = node == nullptr || study < 0 ? node : node->child(study);
-    if (item != nullptr) {
-        setCurrentItem(item);
-    }
+void StudyTree::Select(Place place) {
+    QTreeWidgetItem* node = topLevelItem(place.pane);
+    QTreeWidgetItem* study = node == nullptr ? nullptr : node->child(place.study);
+    // Also when it is null: else the tree would choose one when it gets the focus.
+    setCurrentItem(study != nullptr ? study : node);
 }
 
-bool StudyTree::SelectType(StudyType type) {
+void StudyTree::SelectType(StudyType type) {
     for (int pane = 0; pane < topLevelItemCount(); ++pane) {
         for (int study = 0; study < topLevelItem(pane)->childCount(); ++study) {
-            if (topLevelItem(pane)->child(study)->data(0, kTypeRole).toInt() == type) {
-                Select(pane, study);
-                return true;
+            if (StudyAt(m_lists, pane, study) == type) {
+                return Select({pane, study});
             }
         }
     }
-    return false;
 }
 
-bool StudyTree::MoveCurrent(int by) {
-    QTreeWidgetItem* item = currentItem();
+bool StudyTree::CanMove(int by) const {
+    const QTreeWidgetItem* item = currentItem();
     if (item == nullptr) {
         return false;
     }
-    QTreeWidgetItem* parent = item->parent() != nullptr ? item->parent() : invisibleRootItem();
-    const int from = parent->indexOfChild(item);
-    const int to = from + by;
-    if (to < 0 || to >= parent->childCount()) {
-        return false;
-    }
-    {
-        const QSignalBlocker quiet(this);
-        parent->takeChild(from);
-        parent->insertChild(to, item);
-        NumberPanes();
-        expandAll();
-        setCurrentItem(item);
-    }
-    emit currentItemChanged(item, nullptr);
-    return true;
+    const QTreeWidgetItem* parent =
+        item->parent() != nullptr ? item->parent() : invisibleRootItem();
+    return parent->child(parent->indexOfChild(const_cast<QTreeWidgetItem*>(item)) + by) != nullptr;
 }
 
 // The toolkit's own fitting to the contents measures every text again at each layout.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Export.h"
-#include "platform/Types.h"
+#include "sheet/PaneLists.h"
 
 #include <QBasicTimer>
 #include <QTreeWidget>
@@ -20,26 +20,22 @@ class TADIALOGS_EXPORT StudyTree : public QTreeWidget {
 public:
     explicit StudyTree(QWidget* parent = nullptr);
 
-    /// Fills the tree and then signals the current item, once. The place that was selected stays
-    /// so when it is still there, else the nearest one of its pane.
-    void SetStudies(const std::vector<std::vector<StudyType>>& lists, int showCount);
-    /// The lists in display order, 10 of 8 slots. A study whose text cannot be turned back into a
-    /// type keeps the type with which it came.
-    std::vector<std::vector<StudyType>> Studies() const;
+    /// Fills the tree with 10 lists of 8 slots and then signals the current item, once. The study
+    /// that was selected stays so where it is now; see PlaceAfter.
+    void SetStudies(const StudyLists& lists, int showCount);
+    /// The same with a place to select; its pane gets a node also behind the last one shown. The
+    /// pane itself where it has no such study; nothing without a pane.
+    void SetStudies(const StudyLists& lists, int showCount, Place place);
+    /// What the tree was filled with; empty at first.
+    const StudyLists& Studies() const { return m_lists; }
 
-    /// Pane (from 0) and study (from 0; -1 for the pane node) of the current item; both -1 without.
-    int CurrentPane() const;
-    int CurrentStudy() const;
-    /// The type of the current item; kNoStudy when it is no study.
+    /// The current item's place and type; kNoStudy when it is no study.
+    Place CurrentPlace() const { return PlaceOf(currentItem()); }
     StudyType CurrentType() const;
-    /// Ignored when there is no such item.
-    void Select(int pane, int study = -1);
-    /// Selects the first item of a study; false when it is not there.
-    bool SelectType(StudyType type);
-    /// Exchanges the current item, study or pane, with its next (`by` 1) or previous (-1) sibling
-    /// and keeps it current; the pane nodes are numbered again. false when there is no such
-    /// sibling.
-    bool MoveCurrent(int by);
+    /// Selects the first item of a study, if there is one.
+    void SelectType(StudyType type);
+    /// Whether the current item has a next (`by` 1) or previous (-1) sibling.
+    bool CanMove(int by) const;
 
     /// Marks the items of these studies, and no others, with a warning.
     void SetFaulty(const std::set<StudyType>& types);
@@ -66,24 +62,17 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    struct Place {
-        int pane = -1;
-        int study = -1;
-
-        bool operator==(const Place&) const = default;
-    };
-
     Place PlaceOf(const QTreeWidgetItem* item) const;
     Place DropPlaceAt(const QPoint& position) const;
     QRect DropMark() const;
     void DragTo(const QPoint& position);
     void EndDrag(bool drop);
-    void AddPane(const std::vector<StudyType>& studies);
-    void NumberPanes();
+    void AddPane(int pane);
+    void Select(Place place);
     void MeasureTexts();
     void FitColumn();
-    StudyType TypeOf(const QTreeWidgetItem& item) const;
 
+    StudyLists m_lists;
     int m_showCount = 0;
     int m_textWidth = 0;  ///< of the widest row
     bool m_dragEnabled = false;

@@ -79,7 +79,7 @@ void StudyTree::timerEvent(QTimerEvent* event) {
 }
 
 /// Above a study's middle: before it; below: behind it; on a pane: behind its last study.
-StudyTree::Place StudyTree::DropPlaceAt(const QPoint& position) const {
+Place StudyTree::DropPlaceAt(const QPoint& position) const {
     const int y = std::clamp(position.y(), 0, viewport()->height() - 1);
     const QTreeWidgetItem* item = itemAt(viewport()->width() / 2, y);
     if (item == nullptr) {

@@ -5,6 +5,7 @@
 #include "ui_TAGroupEditDlg.h"
 
 #include <QCloseEvent>
+#include <QLineEdit>
 #include <QValidator>
 
 #include <vector>
@@ -18,16 +19,33 @@ constexpr std::size_t kMaxNameBytes = 30;
 /// Turns what is entered into what can be stored, with the caret behind the same character.
 class CodePageValidator : public QValidator {
 public:
-    using QValidator::QValidator;
+    /// `lacking` gets the characters that the code page lacks; it is not cleared.
+    CodePageValidator(QString& lacking, QObject* parent) : QValidator(parent), m_lacking(lacking) {}
 
     State validate(QString& input, int& caret) const override {
+        const QString stored = AsStored(input);
+        if (stored != input) {
+            m_lacking = Lacking(input);
+        }
         caret = static_cast<int>(AsStored(input.left(caret)).size());
-        input = AsStored(input);
+        input = stored;
         return Acceptable;
     }
 
 private:
     static QString AsStored(const QString& text) { return ToQString(FromQString(text)); }
+    static QString Lacking(const QString& text) {
+        QString lacking;
+        for (const char32_t code : text.toStdU32String()) {
+            const QString character = QString::fromUcs4(&code, 1);
+            if (AsStored(character) == "?" && !lacking.contains(character)) {
+                lacking += character;
+            }
+        }
+        return lacking.remove('?');
+    }
+
+    QString& m_lacking;
 };
 
 }  // namespace
@@ -37,7 +55,8 @@ CTAGroupEditDlg::CTAGroupEditDlg(QWidget* parent)
     m_ui->setupUi(this);
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     SetButtons(*m_ui->okButton, *m_ui->cancelButton);
-    m_ui->nameEdit->setValidator(new CodePageValidator(m_ui->nameEdit));
+    m_ui->nameEdit->setValidator(new CodePageValidator(m_lacking, m_ui->nameEdit));
+    Handle(m_ui->nameEdit, &QLineEdit::textEdited, [this] { ShowLacking(); });
 }
 
 CTAGroupEditDlg::~CTAGroupEditDlg() = default;
@@ -82,6 +101,13 @@ void CTAGroupEditDlg::ShowEdit() {
     m_ui->nameEdit->show();
     m_ui->nameEdit->setText(ToQString(m_name));
     m_ui->nameEdit->setFocus();
+}
+
+void CTAGroupEditDlg::ShowLacking() {
+    const QString lacking = std::exchange(m_lacking, {});
+    m_ui->faultLabel->setText(
+        lacking.isEmpty() ? QString() : LangText("IDS_TADIALOGS-SHEET_NOT_IN_CODE_PAGE", lacking));
+    m_ui->nameEdit->setAccessibleDescription(m_ui->faultLabel->text());
 }
 
 void CTAGroupEditDlg::ShowGroups() {

@@ -41,9 +41,12 @@ private:
     void vLoadLanguageString() override;
     void ShowEdit();
     void ShowGroups();
+    /// Says at the field which characters of the last edit became "?".
+    void ShowLacking();
     CString EnteredName() const;
 
     int m_mode = kAdd;
     CString m_name;
+    QString m_lacking;
     std::unique_ptr<Ui::TAGroupEditDlg> m_ui;
 };

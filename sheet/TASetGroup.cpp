@@ -5,11 +5,11 @@
 #include "platform/FormatText.h"
 #include "platform/QuoteInterface.h"
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
 #include "sheet/GroupRows.h"
+#include "sheet/Repository.h"
 #include "sheet/ScreenLines.h"
+#include "sheet/SettingsSession.h"
 #include "sheet/TAGroupEditDlg.h"
-#include "sheet/TaSettingSheet.h"
 #include "ui_TASetGroup.h"
 
 #include <QFileInfo>
@@ -30,19 +30,6 @@ constexpr int kListWidth = 15 + 2;
 constexpr int kUp = -1;
 constexpr int kDown = 1;
 
-CTaSettingHandle& Repository() {
-    return CTaSettingHandle::GetInstance();
-}
-
-/// The studies of every group that is in the list.
-std::map<CString, StudyLists> StudiesOfGroups() {
-    std::map<CString, StudyLists> studies;
-    for (const CString& name : GroupNames()) {
-        Repository().GetStudyListByGroupName(name, studies[name]);
-    }
-    return studies;
-}
-
 /// Asks for a name, preset with `name`, which it replaces; false when the user cancelled.
 bool AskName(QWidget& parent, CTAGroupEditDlg::Mode mode, CString& name) {
     CTAGroupEditDlg dialog(&parent);
@@ -53,22 +40,20 @@ bool AskName(QWidget& parent, CTAGroupEditDlg::Mode mode, CString& name) {
     return entered;
 }
 
-bool Ask(QWidget& parent, const QString& question) {
-    return CurrentPrompts().AskYesNo(&parent, PromptIcon::Question, {}, question) == Answer::Yes;
-}
-
 }  // namespace
 
-CTASetGroup::CTASetGroup() : m_ui(std::make_unique<Ui::TASetGroup>()) {
-    m_ui->setupUi(this);
-    m_ui->groupList->setMinimumWidth(fontMetrics().horizontalAdvance(QString(kListWidth, u'功')));
-    ConnectControls();
-}
+CTASetGroup::CTASetGroup()
+    : SessionPage("IDS_TECHVIEW-STRING_GROUPSETTING_TITLE"),
+      m_ui(std::make_unique<Ui::TASetGroup>()) {}
 
 CTASetGroup::~CTASetGroup() = default;
 
-CTaSettingSheet* CTASetGroup::Sheet() const {
-    return qobject_cast<CTaSettingSheet*>(GetSheet());
+int CTASetGroup::IsDragList() const {
+    return Session().IsDragged() ? 1 : 0;
+}
+
+int CTASetGroup::IsEditGroup() const {
+    return Session().IsEdited() ? 1 : 0;
 }
 
 void CTASetGroup::ConnectControls() {
@@ -82,7 +67,9 @@ void CTASetGroup::ConnectControls() {
     Handle(m_ui->groupList, &DragListBox::dragEnded, [this] { OnDragEnd(); });
     Handle(m_ui->groupList, &DragListBox::currentItemChanged, [this] { ShowSelectedGroup(); });
     Handle(m_ui->studyTree, &StudyTree::currentItemChanged, [this] { UpdateButtons(); });
+}
 
+void CTASetGroup::AddShortcuts() {
     const struct {
         QKeySequence keys;
         QWidget* list;
@@ -102,15 +89,20 @@ void CTASetGroup::ConnectControls() {
 }
 
 bool CTASetGroup::OnInitDialog() {
-    LoadLanguageStrings();
-    NameLists();
+    auto* form = new QWidget;
+    m_ui->setupUi(form);
+    SetForm(*form);
+    m_ui->groupList->setMinimumWidth(fontMetrics().horizontalAdvance(QString(kListWidth, u'功')));
+    ConnectControls();
+    AddShortcuts();
     LoadScreens();
-    ReloadGroups(Sheet() != nullptr ? Sheet()->GetActiveGroup() : m_group);
+    ReloadGroups(Session().ActiveGroup());
     m_ui->groupList->setFocus();
     return true;
 }
 
-void CTASetGroup::NameLists() {
+void CTASetGroup::vLoadLanguageString() {
+    SessionPage::vLoadLanguageString();
     // The labels' texts without their mnemonics, "(&G)" or "&G".
     static const QRegularExpression mnemonic(R"(\s*\(&.\)|&)");
     for (const QLabel* label : {m_ui->groupLabel, m_ui->studyLabel, m_ui->screenLabel}) {
@@ -119,21 +111,11 @@ void CTASetGroup::NameLists() {
 }
 
 void CTASetGroup::OnSetActive() {
-    if (CTaSettingSheet* sheet = Sheet(); sheet != nullptr && sheet->GetActiveGroup() != m_group) {
-        m_ui->groupList->setCurrentRow(RowOf(*m_ui->groupList, sheet->GetActiveGroup()));
+    if (Session().ActiveGroup() != m_group) {
+        m_ui->groupList->setCurrentRow(RowOf(*m_ui->groupList, Session().ActiveGroup()));
     }
     // The study page may have edited them.
     RefreshStudies();
-}
-
-bool CTASetGroup::HasEdits() const {
-    return m_bEditGroup != 0 || m_bDragList != 0 || m_bModify != 0;
-}
-
-void CTASetGroup::ForgetEdits() {
-    m_bModify = 0;
-    m_bEditGroup = 0;
-    m_bDragList = 0;
 }
 
 void CTASetGroup::OnSettingsReloaded() {
@@ -143,13 +125,12 @@ void CTASetGroup::OnSettingsReloaded() {
     m_canEdit = true;
     m_ui->groupList->SetDragEnabled(true);
     m_ui->hintLabel->clear();
-    if (m_bEditGroup != 0 || m_bDragList != 0) {
+    if (HasEdits()) {  // done between the reload and now
         RefreshHint();
-    }
-    if (!HasEdits()) {
+    } else {
         LoadScreens();
     }
-    ReloadGroups(Sheet() != nullptr ? Sheet()->GetActiveGroup() : m_group);
+    ReloadGroups(Session().ActiveGroup());
 }
 
 // ---- What is shown ----
@@ -166,32 +147,18 @@ void CTASetGroup::ReloadGroups(const CString& select) {
 void CTASetGroup::ShowSelectedGroup() {
     const QListWidgetItem* row = m_ui->groupList->currentItem();
     m_group = row == nullptr ? CString() : NameOfRow(*row);
-    if (CTaSettingSheet* sheet = Sheet()) {
-        sheet->SetActiveGroup(m_group);
-    }
+    Session().SetActiveGroup(m_group);
     RefreshStudies();
     ShowScreens();
     UpdateButtons();
 }
 
-CTASetGroup::Studies CTASetGroup::ShownStudies() const {
-    Studies studies{.group = m_group, .lists = {}, .showCount = 0};
-    if (const CTaSettingSheet* sheet = Sheet()) {
-        studies.lists = sheet->GetShownStudies(m_group);
-        studies.showCount = sheet->GetShownCount(m_group);
-    } else {
-        Repository().GetStudyListByGroupName(m_group, studies.lists);
-        studies.showCount = Repository().GetStudyCountByGroupName(m_group);
-    }
-    return studies;
-}
-
 void CTASetGroup::RefreshStudies() {
-    Studies shown = ShownStudies();
-    if (shown != m_studies) {
-        m_ui->studyTree->SetStudies(shown.lists, shown.showCount);
-        m_studies = std::move(shown);
-        UpdateButtons();
+    StudyTree& tree = *m_ui->studyTree;
+    const GroupDraft& draft = Session().Draft(m_group);
+    if (tree.Studies() != draft.Studies() || m_showCount != draft.ShowCount()) {
+        m_showCount = draft.ShowCount();
+        tree.SetStudies(draft.Studies(), m_showCount);
     }
 }
 
@@ -220,7 +187,7 @@ void CTASetGroup::ShowScreens() {
 }
 
 void CTASetGroup::RefreshHint() {
-    if (m_bEditGroup == 0) {
+    if (!Session().IsEdited()) {
         m_canEdit = false;
         m_ui->hintLabel->setText(LangText("IDS_TECHVIEW-STRING_GROUPSETTING_DISABLE_EDIT"));
     } else {
@@ -236,18 +203,8 @@ void CTASetGroup::UpdateButtons() {
     m_ui->importButton->setEnabled(m_canEdit);
     m_ui->modifyButton->setEnabled(m_canEdit && selected);
     m_ui->deleteButton->setEnabled(m_canEdit && selected && m_ui->groupList->count() > 1);
-    m_ui->moveUpButton->setEnabled(CanMoveStudy(kUp));
-    m_ui->moveDownButton->setEnabled(CanMoveStudy(kDown));
-}
-
-bool CTASetGroup::CanMoveStudy(int by) const {
-    QTreeWidgetItem* item = m_ui->studyTree->currentItem();
-    if (item == nullptr) {
-        return false;
-    }
-    const QTreeWidgetItem* parent =
-        item->parent() != nullptr ? item->parent() : m_ui->studyTree->invisibleRootItem();
-    return parent->child(parent->indexOfChild(item) + by) != nullptr;
+    m_ui->moveUpButton->setEnabled(m_ui->studyTree->CanMove(kUp));
+    m_ui->moveDownButton->setEnabled(m_ui->studyTree->CanMove(kDown));
 }
 
 // ---- Saving ----
@@ -255,48 +212,36 @@ bool CTASetGroup::CanMoveStudy(int by) const {
 int CTASetGroup::SaveChange() {
     StoreOrder();
     StoreStudies();
-    m_bModify = 0;
+    Session().ClearModified();
     return 1;
 }
 
+bool CTASetGroup::HasEdits() const {
+    return Session().HasListEdits();
+}
+
+void CTASetGroup::WriteEdits() {
+    SaveChange();
+}
+
 void CTASetGroup::StoreOrder() {
-    // Groups that another terminal has added or deleted since the list was filled stay so.
-    const std::vector<CString> before = GroupNames();
-    std::vector<CString> names = InOrder(before, NamesOfRows(*m_ui->groupList));
-    if (names != before) {
-        m_bModify = 1;
-    }
-    Repository().SetGroupNameList(names);
+    Session().StoreOrder(NamesOfRows(*m_ui->groupList));
 }
 
 void CTASetGroup::StoreStudies() {
-    // What the study page has edited or saved in the meantime.
-    RefreshStudies();
-    Repository().SetStudyListByGroupName(m_group, m_ui->studyTree->Studies());
-    if (CTaSettingSheet* sheet = Sheet()) {
-        sheet->OnStudiesStored(m_group);
-    }
-    m_studies = ShownStudies();
-}
-
-void CTASetGroup::ReportChange(int uniNum) {
-    if (CTaSettingSheet* sheet = Sheet()) {
-        sheet->AddToChangeGroupList(static_cast<unsigned>(uniNum));
-    }
+    Session().WriteStudies(m_group);
 }
 
 // ---- Editing the list of groups ----
 
 void CTASetGroup::OnListEdited(const CString& select) {
     ReloadGroups(select);
-    m_bModify = 1;
-    m_bEditGroup = 1;
     RefreshHint();
     m_ui->groupList->setFocus();
 }
 
 void CTASetGroup::OnAdd() {
-    if (m_bDragList != 0) {
+    if (Session().IsDragged()) {
         return;
     }
     if (IsFull(GroupNames().size(), Repository().GetMaxTAGroupCount())) {
@@ -305,10 +250,9 @@ void CTASetGroup::OnAdd() {
     }
     CString name;
     while (AskName(*this, CTAGroupEditDlg::kAdd, name)) {
-        if (Repository().AddGroupSetting(name) != 0) {
+        if (Session().AddGroup(name)) {
             StoreStudies();
             OnListEdited(name);
-            ReportChange(Repository().GetUniNumByGroupName(name));
             return;
         }
         TellKey("IDS_TECHVIEW-STRING_GROUPIMPORT_EXIST_ALREADY");
@@ -316,65 +260,56 @@ void CTASetGroup::OnAdd() {
 }
 
 void CTASetGroup::OnModify() {
-    if (m_bDragList != 0 || m_group.empty()) {
+    if (Session().IsDragged() || m_group.empty()) {
         return;
     }
-    const CString oldName = m_group;
-    CString name = oldName;
+    CString name = m_group;
     while (AskName(*this, CTAGroupEditDlg::kModify, name)) {
         if (Repository().FindGroup(name) == 0) {
             SaveChange();
-            if (Repository().ModifyGroupName(oldName, name) != 0) {
+            if (Session().RenameGroup(m_group, name)) {
                 OnListEdited(name);
-                ReportChange(Repository().GetUniNumByGroupName(name));
             }
             return;
         }
         const CString format = BKQuoteInterface::GetBKInterface().LangGetLangString(
             "IDS_OPTIONAL-SHEET_MSG_ITEM_EXIST");
         Tell(ToQString(ta::text::Format(format, name)));
+        name = m_group;
     }
 }
 
 void CTASetGroup::OnDelete() {
-    const QListWidgetItem* row = m_ui->groupList->currentItem();
-    if (m_bDragList != 0 || row == nullptr || GroupNames().size() <= 1) {
+    if (Session().IsDragged() || m_group.empty() || GroupNames().size() <= 1) {
         return;
     }
-    const CString name = NameOfRow(*row);
-    const int uniNum = UniNumOfRow(*row);
-    const auto position = static_cast<std::size_t>(m_ui->groupList->currentRow());
-    if (!::Ask(*this,
-               QString("%1 - 「%2」")
-                   .arg(LangText("IDS_TECHVIEW-STRING_GROUPSETTING_CHKDELETE"), ToQString(name)))) {
-        return;
+    const CString name = m_group;
+    const auto position = static_cast<unsigned>(m_ui->groupList->currentRow());
+    const QString question = LangText("IDS_TECHVIEW-STRING_GROUPSETTING_CHKDELETE");
+    // Other terminals may delete groups while the question stands.
+    if (Ask(QString("%1 - 「%2」").arg(question, ToQString(name)), "") == Answer::Yes &&
+        Session().DeleteGroup(name)) {
+        const CString next = Repository().GetGroupNameByIndex(position);
+        OnListEdited(next.empty() ? Repository().GetSystemDefaultGroup() : next);
     }
-    std::vector<CString> names = GroupNames();
-    std::erase(names, name);
-    if (names.empty()) {
-        return;  // another terminal has deleted the others
-    }
-    Repository().SetGroupNameList(names);
-    OnListEdited(position < names.size() ? names[position] : Repository().GetSystemDefaultGroup());
-    ReportChange(uniNum);
 }
 
 void CTASetGroup::OnDragEnd() {
-    if (m_bEditGroup != 0) {
+    if (Session().IsEdited()) {
         return;
     }
     const std::vector<CString> names = GroupNames();
-    if (Sheet() != nullptr && Sheet()->IsReloadPending()) {
+    if (SharedSession() != nullptr && Session().News().pending) {
         return;  // the rows are of the old state and will be filled again
     }
     const std::vector<CString> rows = NamesOfRows(*m_ui->groupList);
     if (names.size() != rows.size()) {
-        m_bEditGroup = 1;
+        Session().SetEdited();
         RefreshHint();
         return;
     }
-    m_bDragList = names != rows ? 1 : 0;
-    if (m_bDragList != 0) {
+    Session().SetDragged(names != rows);
+    if (names != rows) {
         RefreshHint();
     }
 }
@@ -393,72 +328,37 @@ void CTASetGroup::OnImport() {
     }
     StoreOrder();
     const int row = std::max(m_ui->groupList->currentRow(), 0);
-    const auto before = StudiesOfGroups();
-    if (CTAGroupImport(path, this).DoModal() != kIdOk) {
-        return;
+    CTAGroupImport import(path, this);
+    if (import.DoModal() == kIdOk) {
+        Session().NoteImport(import.OverwrittenGroups());
+        LoadScreens();
+        OnListEdited(Repository().GetGroupNameByIndex(static_cast<unsigned>(row)));
+        Tell(import.ResultText(), PromptIcon::None);
     }
-    if (CTaSettingSheet* sheet = Sheet()) {
-        sheet->NoteStoreCommitted();
-        for (const auto& [name, studies] : StudiesOfGroups()) {
-            const auto old = before.find(name);
-            if (old != before.end() && old->second != studies) {
-                sheet->OnStudiesStored(name);
-            }
-        }
-    }
-    OnImported(row);
-}
-
-void CTASetGroup::OnImported(int row) {
-    LoadScreens();
-    OnListEdited(Repository().GetGroupNameByIndex(static_cast<unsigned>(row)));
-    const int count = m_ui->groupList->count();
-    for (int index = 0; index < count; ++index) {
-        ReportChange(Repository().GetUniNumByGroupIndex(index));
-    }
-    TellKey("IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK", PromptIcon::None);
 }
 
 void CTASetGroup::OnExport() {
     StoreOrder();
-    if (CTAGroupExport(this).DoModal() == kIdOk && Sheet() != nullptr) {
-        Sheet()->NoteStoreCommitted();
-    }
+    CTAGroupExport(this).DoModal();
 }
 
 // ---- Moving studies ----
 
 void CTASetGroup::OnMoveStudy(int by) {
+    StudyTree& tree = *m_ui->studyTree;
     RefreshStudies();
-    if (!m_ui->studyTree->MoveCurrent(by)) {
+    if (!tree.CanMove(by)) {
         return;
     }
-    m_bModify = 1;
+    StudyLists lists = tree.Studies();
+    const Place place = MoveBy(lists, tree.CurrentPlace(), by);
+    if (TellEmptyPane(tree.Studies(), lists)) {
+        return;
+    }
+    Session().Draft(m_group).SetStudies(lists);
+    Session().NoteModified();
+    tree.SetStudies(lists, m_showCount, place);
     StoreStudies();
-    ReportChange(Repository().GetUniNumByGroupName(m_group));
-    m_ui->studyTree->setFocus();
-    UpdateButtons();
-}
-
-// ---- Closing ----
-
-void CTASetGroup::OnCancel() {
-    CTaSettingSheet* sheet = Sheet();
-    if (sheet != nullptr && sheet->IsAskBeforeClose() != 0) {
-        return;
-    }
-    if (!HasEdits()) {
-        PropertyPage::OnCancel();
-        return;
-    }
-    const bool save = ::Ask(*this, LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK"));
-    if (save) {
-        SaveChange();
-    }
-    if (sheet != nullptr) {
-        sheet->SetAlwaysSaveFlag(save ? 1 : 0);
-    }
-    if (!save) {
-        PropertyPage::OnCancel();
-    }
+    Session().ReportGroup(static_cast<unsigned>(Repository().GetUniNumByGroupName(m_group)));
+    tree.setFocus();
 }

@@ -1,10 +1,9 @@
 #include "sheet/TASetParam.h"
 
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
-#include "sheet/GroupDrafts.h"
+#include "sheet/Repository.h"
+#include "sheet/SettingsSession.h"
 #include "sheet/TASetParamState.h"
-#include "sheet/TaSettingSheet.h"
 #include "ui_TASetParam.h"
 
 #include <QSignalBlocker>
@@ -19,34 +18,42 @@ namespace {
 // The room for the longest names of studies.
 constexpr int kTreeCharacters = 42;
 
-CTaSettingHandle& Repository() {
-    return CTaSettingHandle::GetInstance();
+/// The rows of the study's parameters (shapes) in the editor.
+std::vector<CTaParamSettingView::ParamRow> ParamRows(const StudyFacts& study,
+                                                     const StudyValues& values) {
+    std::vector<CTaParamSettingView::ParamRow> rows;
+    for (std::size_t i = 0; i < study.params.size(); ++i) {
+        rows.push_back({study.ParamName(i), study.params[i], values.params[static_cast<int>(i)]});
+    }
+    return rows;
 }
 
-CTaSettingSheet* SheetOf(const PropertyPage& page) {
-    return qobject_cast<CTaSettingSheet*>(page.GetSheet());
+std::vector<CTaParamSettingView::ShapeRow> ShapeRows(const StudyFacts& study,
+                                                     const StudyValues& values) {
+    std::vector<CTaParamSettingView::ShapeRow> rows;
+    for (std::size_t i = 0; i < study.shapes.size(); ++i) {
+        const StudyShapeInfo& info = study.shapes[i];
+        rows.push_back({study.ShapeName(i), info.kind, values.shapes[i], info.defaultShape});
+    }
+    return rows;
 }
 
 }  // namespace
 
 CTASetParam::CTASetParam()
-    : m_state(std::make_unique<State>()), m_ui(std::make_unique<Ui::TASetParam>()) {
-    m_ui->setupUi(this);
-    m_ui->studyTree->SetDragEnabled(true);
-    m_ui->studyTree->setMinimumWidth(fontMetrics().horizontalAdvance('0') * kTreeCharacters);
-    ConnectControls();
-    AddShortcuts();
-}
+    : SessionPage("IDS_TADIALOGS-SHEET_PARAM_TITLE"),
+      m_state(std::make_unique<State>()),
+      m_ui(std::make_unique<Ui::TASetParam>()) {}
 
 CTASetParam::~CTASetParam() = default;
 
 void CTASetParam::SetInitialSelection(const CString& group, int nShowCount, int nSelPane,
                                       int nSelStudy) {
-    m_state->group = group;
     const int paneCount =
         nShowCount > 0 ? nShowCount : Repository().GetStudyCountByGroupName(group);
-    m_state->initial =
-        State::Selection{group, paneCount, std::max(nSelPane, 0), std::max(nSelStudy, 0)};
+    const int pane = std::max(nSelPane, 0);
+    const bool isThere = pane < paneCount && pane < kPaneCount;
+    m_state->initial = {group, isThere ? Place{pane, std::max(nSelStudy, 0) - 1} : Place()};
 }
 
 void CTASetParam::SetStudySpecialType(VolumeAmountType type, bool first, bool second) {
@@ -55,7 +62,16 @@ void CTASetParam::SetStudySpecialType(VolumeAmountType type, bool first, bool se
 }
 
 bool CTASetParam::OnInitDialog() {
-    LoadLanguageStrings();
+    auto* form = new QWidget;
+    m_ui->setupUi(form);
+    SetForm(*form);
+    m_ui->studyTree->SetDragEnabled(true);
+    m_ui->studyTree->setMinimumWidth(fontMetrics().horizontalAdvance('0') * kTreeCharacters);
+    ConnectControls();
+    AddShortcuts();
+    if (SharedSession() == nullptr && m_state->initial) {
+        Session().SetActiveGroup(m_state->initial->group);
+    }
     m_ui->studyTree->setFocus();
     return true;
 }
@@ -64,119 +80,102 @@ bool CTASetParam::OnInitDialog() {
 
 void CTASetParam::OnSetActive() {
     Refresh();
-    if (const auto selection = std::exchange(m_state->initial, std::nullopt);
-        selection && selection->group == m_state->group) {
-        SelectAtFirst(selection->pane < selection->paneCount ? selection->pane : -1,
-                      selection->study);
-    } else if (m_ui->studyTree->CurrentPane() < 0) {
-        m_ui->studyTree->Select(0);
-    }
-    if (m_state->Draft().FaultyStudies().contains(m_ui->studyTree->CurrentType())) {
+    if (Session().Draft(m_state->group).FaultyStudies().contains(m_ui->studyTree->CurrentType())) {
         ShowFirstFault();
     }
 }
 
-void CTASetParam::SelectAtFirst(int pane, int study) {
-    m_ui->studyTree->setCurrentItem(nullptr);
-    if (pane >= 0 && pane < kPaneCount) {
-        m_ui->studyTree->Select(pane);
-        m_ui->studyTree->Select(pane, study - 1);
+void CTASetParam::OnSettingsReloaded() {
+    if (IsCreated()) {
+        Refresh();
     }
 }
 
 void CTASetParam::Refresh() {
-    State& state = *m_state;
-    state.drafts.Update();
-    CTaSettingSheet* sheet = SheetOf(*this);
-    if (sheet != nullptr) {
-        state.group = sheet->GetActiveGroup();
+    SettingsSession& session = Session();
+    if (Repository().FindGroup(session.ActiveGroup()) == 0) {
+        session.SetActiveGroup(Repository().GetSystemDefaultGroup());
     }
-    if (Repository().FindGroup(state.group) == 0) {
-        state.group = Repository().GetSystemDefaultGroup();
-        if (sheet != nullptr) {
-            sheet->SetActiveGroup(state.group);
-        }
-    }
-    if (std::exchange(state.shownGroup, state.group) != state.group) {
-        m_ui->studyTree->clear();
-    }
-    const QString name = ToQString(state.group);
+    const GroupDraft& draft = session.Draft(session.ActiveGroup());
+    const bool isOther = m_state->number != draft.UniNum() || m_ui->studyTree->Studies().empty();
+    m_state->group = draft.Group();
+    m_state->number = draft.UniNum();
+    const QString name = ToQString(m_state->group);
     m_ui->groupLabel->setText(LangText("IDS_TADIALOGS-SHEET_GROUP", name));
     m_ui->groupLabel->setToolTip(name);
-    FillTree();
+    const auto initial = std::exchange(m_state->initial, std::nullopt);
+    if (initial && initial->group == m_state->group) {
+        FillTree(&initial->place);
+    } else {
+        const Place first{0, -1};
+        FillTree(isOther ? &first : nullptr);
+    }
 }
 
-void CTASetParam::FillTree() {
-    State& state = *m_state;
-    const int showCount = state.Draft().ShowCount();
+void CTASetParam::FillTree(const Place* select) {
+    const GroupDraft& draft = Session().Draft(m_state->group);
+    StudyTree& tree = *m_ui->studyTree;
     const QSignalBlocker quiet(m_ui->showCountSpin);
-    m_ui->showCountSpin->setValue(showCount);
-    state.filled = state.Draft().Studies();
-    m_ui->studyTree->SetStudies(state.filled, showCount);
+    m_ui->showCountSpin->setValue(draft.ShowCount());
+    if (select != nullptr) {
+        tree.SetStudies(draft.Studies(), draft.ShowCount(), *select);
+    } else {
+        tree.SetStudies(draft.Studies(), draft.ShowCount());
+    }
 }
 
 void CTASetParam::ShowCurrentStudy() {
-    State& state = *m_state;
     CTaParamSettingView& view = *m_ui->settingView;
+    GroupDraft& draft = Session().Draft(m_state->group);
     const StudyType type = m_ui->studyTree->CurrentType();
-    state.shown = type == kNoStudy ? std::nullopt : FactsOf(type);
+    m_state->study = draft.IsEditable() ? Session().Facts(type) : std::nullopt;
     if (type == kNoStudy) {
         view.ShowHint(LangText("IDS_TADIALOGS-SHEET_NO_STUDY_SELECTED"));
-    } else if (!state.shown || !state.Draft().IsEditable()) {
-        state.shown.reset();
+    } else if (!m_state->study) {
         view.ShowHint(LangText("IDS_TADIALOGS-SHEET_STUDY_NOT_EDITABLE", StudyLabel(type)));
     } else {
-        const StudyFacts& study = *state.shown;
-        const QString title =
-            LangText("IDS_TADIALOGS-SHEET_STUDY_TITLE", study.name, study.abbreviation);
-        view.ShowStudy(title, state.ParamRows(), state.ShapeRows());
+        const StudyFacts& study = *m_state->study;
+        const StudyValues& values = draft.SettingsOf(study);
+        view.ShowStudy(LangText("IDS_TADIALOGS-SHEET_STUDY_TITLE", study.name, study.abbreviation),
+                       ParamRows(study, values), ShapeRows(study, values));
     }
     ShowFaults();
     UpdateButtons();
 }
 
 void CTASetParam::ShowFaults() {
-    GroupDraft& draft = m_state->Draft();
-    if (m_state->shown) {
-        m_ui->settingView->SetParamFaults(draft.Faults(*m_state->shown));
+    GroupDraft& draft = Session().Draft(m_state->group);
+    if (m_state->study) {
+        m_ui->settingView->SetParamFaults(draft.Faults(*m_state->study));
     }
     m_ui->studyTree->SetFaulty(draft.FaultyStudies());
 }
 
-bool CTASetParam::ShowFirstFault() {
-    const std::set<StudyType> faulty = m_state->Draft().FaultyStudies();
-    if (faulty.empty()) {
-        return false;
+void CTASetParam::ShowFirstFault() {
+    GroupDraft& draft = Session().Draft(m_state->group);
+    const std::set<StudyType> faulty = draft.FaultyStudies();
+    if (!faulty.contains(m_ui->studyTree->CurrentType())) {
+        const auto types = StudiesIn(draft.Studies());
+        m_ui->studyTree->SelectType(*std::ranges::find_if(
+            types, [&faulty](StudyType type) { return faulty.contains(type); }));
     }
-    StudyTree& tree = *m_ui->studyTree;
-    if (!faulty.contains(tree.CurrentType())) {
-        const auto types = StudiesIn(m_state->filled);
-        const auto first = std::ranges::find_if(
-            types, [&faulty](StudyType type) { return faulty.contains(type); });
-        tree.SelectType(first == types.end() ? *faulty.begin() : *first);
-    }
-    if (m_state->shown) {
-        const QStringList faults = m_state->Draft().Faults(*m_state->shown);
+    if (m_state->study) {
+        const QStringList faults = draft.Faults(*m_state->study);
         const auto fault =
             std::ranges::find_if(faults, [](const QString& reason) { return !reason.isEmpty(); });
         m_ui->settingView->FocusParam(static_cast<int>(fault - faults.begin()));
     }
-    return true;
 }
 
 // ---- Saving and closing ----
 
 bool CTASetParam::CanSave() {
-    State& state = *m_state;
-    state.drafts.Update();
-    for (const GroupDraft& draft : state.drafts.All()) {
+    const CTaSettingHandle::ReloadHold hold(Repository());
+    for (GroupDraft& draft : Session().Drafts()) {
         if (draft.FaultyStudies().empty()) {
             continue;
         }
-        state.group = draft.Group();
-        if (CTaSettingSheet* sheet = SheetOf(*this)) {
-            sheet->SetActiveGroup(state.group);
-        }
+        Session().SetActiveGroup(draft.Group());
         Refresh();
         ShowFirstFault();
         return false;
@@ -188,112 +187,17 @@ int CTASetParam::SaveStudy() {
     if (!CanSave()) {
         return 0;
     }
-    QStringList refused;
-    for (GroupDraft& draft : m_state->drafts.All()) {
-        if (!draft.IsChanged()) {
-            continue;
-        }
-        const GroupDraft::Saved saved = draft.Save();
-        std::ranges::copy(saved.types, std::back_inserter(m_state->savedTypes));
-        std::ranges::copy(saved.shapeNames, std::back_inserter(m_state->savedNames));
-        refused += saved.refused;
-        m_state->saved = true;
-        if (CTaSettingSheet* sheet = SheetOf(*this)) {
-            sheet->AddToChangeGroupList(static_cast<unsigned>(draft.UniNum()));
-        }
-    }
-    if (IsCreated()) {
-        Refresh();
-    }
+    const QStringList refused = Session().WriteDrafts();
     if (!refused.isEmpty()) {
         Tell(LangText("IDS_TADIALOGS-SHEET_REFUSED", refused.join('\n')));
     }
     return refused.isEmpty() ? 1 : 0;
 }
 
-void CTASetParam::OnCancel() {
-    CTaSettingSheet* sheet = SheetOf(*this);
-    if (sheet != nullptr && sheet->IsAskBeforeClose() != 0) {
-        return;
-    }
-    if (!HasEdits()) {
-        PropertyPage::OnCancel();
-        return;
-    }
-    const QString question = LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK");
-    const bool save =
-        CurrentPrompts().AskYesNo(this, PromptIcon::Question, {}, question) == Answer::Yes;
-    if (save && !CanSave()) {
-        if (GetSheet() != nullptr) {
-            GetSheet()->StayOpen(*this);
-        }
-        return;
-    }
-    if (save) {
-        SaveStudy();
-    }
-    if (sheet != nullptr) {
-        sheet->SetAlwaysSaveFlag(save ? 1 : 0);
-    }
-    if (!save) {
-        PropertyPage::OnCancel();
-    }
-}
-
-// ---- What others ask ----
-
 bool CTASetParam::HasEdits() const {
-    m_state->drafts.Update();
-    return m_state->drafts.IsChanged();
+    return Session().HasDraftEdits();
 }
 
-bool CTASetParam::IsEditStudy() const {
-    return m_state->saved || HasEdits();
-}
-
-const std::vector<StudyType>& CTASetParam::GetChangeStudyType() const {
-    return m_state->savedTypes;
-}
-
-const std::vector<CString>& CTASetParam::GetChangeStudyName() const {
-    return m_state->savedNames;
-}
-
-const std::vector<std::vector<StudyType>>* CTASetParam::DraftStudies(const CString& group) const {
-    m_state->drafts.Update();
-    const GroupDraft* draft = m_state->drafts.Find(group);
-    return draft == nullptr ? nullptr : draft->EditedStudies();
-}
-
-int CTASetParam::DraftShowCount(const CString& group) const {
-    m_state->drafts.Update();
-    const GroupDraft* draft = m_state->drafts.Find(group);
-    return draft == nullptr ? -1 : draft->EditedShowCount().value_or(-1);
-}
-
-bool CTASetParam::TakeDraftStudies(const CString& group) {
-    m_state->drafts.Update();
-    GroupDraft* draft = m_state->drafts.Find(group);
-    if (draft == nullptr || draft->EditedStudies() == nullptr) {
-        return false;
-    }
-    draft->ForgetStudies();
-    m_state->saved = true;
-    return true;
-}
-
-void CTASetParam::NoteReload() {
-    m_state->drafts.NoteReload();
-}
-
-std::vector<CString> CTASetParam::TakeLostDrafts() {
-    m_state->drafts.Update();
-    return m_state->drafts.TakeLost();
-}
-
-void CTASetParam::OnSettingsReloaded() {
-    m_state->drafts.Update();
-    if (IsCreated()) {
-        Refresh();
-    }
+void CTASetParam::WriteEdits() {
+    SaveStudy();
 }

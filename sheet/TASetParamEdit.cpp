@@ -1,10 +1,10 @@
 // The study page's controls: what the user edits.
 
-#include "platform/SyncInfo.h"
 #include "platform/ui/TextBridge.h"
-#include "sheet/PaneLists.h"
+#include "sheet/DefaultChanges.h"
+#include "sheet/Repository.h"
+#include "sheet/SettingsSession.h"
 #include "sheet/StudyPicker.h"
-#include "sheet/TASetParam.h"
 #include "sheet/TASetParamState.h"
 #include "ui_TASetParam.h"
 
@@ -15,6 +15,23 @@
 using namespace ta::ui;
 using namespace ta::sheet;
 
+namespace {
+
+/// The group's studies whose settings are not the defaults, with what restoring them changes.
+std::vector<DefaultChanges> ChangesOfGroup(SettingsSession& session, const CString& group) {
+    std::vector<DefaultChanges> changes;
+    GroupDraft& draft = session.Draft(group);
+    for (const StudyType type : StudiesIn(draft.Studies())) {
+        const auto study = draft.IsEditable() ? session.Facts(type) : std::nullopt;
+        if (study && !IsDefault(*study, draft.SettingsOf(*study))) {
+            changes.push_back({*study, ChangesToDefaults(*study, draft.SettingsOf(*study))});
+        }
+    }
+    return changes;
+}
+
+}  // namespace
+
 void CTASetParam::ConnectControls() {
     Handle(m_ui->studyTree, &QTreeWidget::currentItemChanged, [this] { ShowCurrentStudy(); });
     connect(m_ui->studyTree, &StudyTree::studyDropped, this,
@@ -24,19 +41,10 @@ void CTASetParam::ConnectControls() {
     connect(m_ui->showCountSpin, &QSpinBox::valueChanged, this,
             [this](int count) { Guard([&] { OnShowCount(count); }); });
     connect(m_ui->settingView, &CTaParamSettingView::paramEdited, this,
-            [this](int index, const QString& text) {
-                Guard([&] {
-                    m_state->Draft().SetParamText(*m_state->shown, index, text);
-                    ShowFaults();
-                    UpdateButtons();
-                });
-            });
+            [this](int index, const QString& text) { Guard([&] { OnParamEdited(index, text); }); });
     connect(m_ui->settingView, &CTaParamSettingView::shapeEdited, this,
             [this](int index, const StudyShape& shape) {
-                Guard([&] {
-                    m_state->Draft().SetShape(*m_state->shown, index, shape);
-                    UpdateButtons();
-                });
+                Guard([&] { OnShapeEdited(index, shape); });
             });
     Handle(m_ui->addButton, &QPushButton::clicked, [this] { OnAddStudy(); });
     Handle(m_ui->removeButton, &QPushButton::clicked, [this] { OnRemoveStudy(); });
@@ -66,38 +74,68 @@ void CTASetParam::AddShortcuts() {
 
 void CTASetParam::UpdateButtons() {
     const StudyTree& tree = *m_ui->studyTree;
-    const int pane = tree.CurrentPane();
-    const int study = tree.CurrentStudy();
-    const bool isStudy = study >= 0;
-    const int place = isStudy ? study : pane;
-    const int siblings = isStudy ? tree.topLevelItem(pane)->childCount() : tree.topLevelItemCount();
-    m_ui->addButton->setEnabled(pane >= 0);
+    const Place place = tree.CurrentPlace();
+    const bool isStudy = place.study >= 0;
+    m_ui->addButton->setEnabled(place.pane >= 0);
     m_ui->removeButton->setEnabled(isStudy);
-    m_ui->upButton->setEnabled(place > 0);
-    m_ui->downButton->setEnabled(place >= 0 && place + 1 < siblings);
-    m_ui->previousPaneButton->setEnabled(isStudy && pane > 0);
-    m_ui->nextPaneButton->setEnabled(isStudy && pane + 1 < tree.topLevelItemCount());
-    GroupDraft& draft = m_state->Draft();
-    m_ui->restoreStudyButton->setEnabled(m_state->shown &&
-                                         !draft.ChangesToDefaults(*m_state->shown).isEmpty());
-    m_ui->restoreGroupButton->setEnabled(!m_state->StudiesOffDefaults().empty());
+    m_ui->upButton->setEnabled(tree.CanMove(-1));
+    m_ui->downButton->setEnabled(tree.CanMove(1));
+    m_ui->previousPaneButton->setEnabled(isStudy && place.pane > 0);
+    m_ui->nextPaneButton->setEnabled(isStudy && place.pane + 1 < tree.topLevelItemCount());
+    GroupDraft& draft = Session().Draft(m_state->group);
+    m_ui->restoreStudyButton->setEnabled(
+        m_state->study && !IsDefault(*m_state->study, draft.SettingsOf(*m_state->study)));
+    m_ui->restoreGroupButton->setEnabled(!ChangesOfGroup(Session(), m_state->group).empty());
 }
 
-// ---- Studies ----
+// The settings may have been loaded again just now, and then the place is another one.
+
+bool CTASetParam::IsGroupUpToDate() {
+    Repository().ReloadTASetting();
+    const bool upToDate = Session().ActiveGroup() == m_state->group;
+    if (!upToDate) {
+        Refresh();
+    }
+    return upToDate;
+}
 
 bool CTASetParam::IsTreeUpToDate() {
-    // The settings may have been loaded again just now.
-    const bool upToDate = m_state->filled == m_state->Draft().Studies();
+    if (!IsGroupUpToDate()) {
+        return false;
+    }
+    const bool upToDate = Session().Draft(m_state->group).Studies() == m_ui->studyTree->Studies();
     if (!upToDate) {
         FillTree();
     }
     return upToDate;
 }
 
-void CTASetParam::SetStudies(const StudyLists& lists, int pane, int study) {
-    m_state->Draft().SetStudies(lists);
-    FillTree();
-    m_ui->studyTree->Select(pane, study);
+// ---- Settings ----
+
+void CTASetParam::OnParamEdited(int index, const QString& text) {
+    if (IsGroupUpToDate()) {
+        Session().Draft(m_state->group).SetParamText(*m_state->study, index, text);
+        ShowFaults();
+        UpdateButtons();
+    }
+}
+
+void CTASetParam::OnShapeEdited(int index, const StudyShape& shape) {
+    if (IsGroupUpToDate()) {
+        Session().Draft(m_state->group).SetShape(*m_state->study, index, shape);
+        UpdateButtons();
+    }
+}
+
+// ---- Studies ----
+
+void CTASetParam::SetStudies(const StudyLists& lists, Place place) {
+    if (TellEmptyPane(m_ui->studyTree->Studies(), lists)) {
+        return;
+    }
+    GroupDraft& draft = Session().Draft(m_state->group);
+    draft.SetStudies(lists);
+    m_ui->studyTree->SetStudies(draft.Studies(), draft.ShowCount(), place);
 }
 
 bool CTASetParam::RefuseFullPane(const StudyLists& lists, int pane) {
@@ -110,92 +148,80 @@ bool CTASetParam::RefuseFullPane(const StudyLists& lists, int pane) {
 }
 
 void CTASetParam::OnShowCount(int count) {
-    m_state->Draft().SetShowCount(count);
-    FillTree();
+    if (IsGroupUpToDate()) {
+        Session().Draft(m_state->group).SetShowCount(count);
+        FillTree();
+    }
 }
 
 void CTASetParam::OnAddStudy() {
-    const int pane = m_ui->studyTree->CurrentPane();
-    if (!IsTreeUpToDate() || RefuseFullPane(m_state->filled, pane)) {
+    const int pane = m_ui->studyTree->CurrentPlace().pane;
+    if (!IsTreeUpToDate() || RefuseFullPane(m_ui->studyTree->Studies(), pane)) {
         return;
     }
     StudyPicker picker(this);
     const bool chosen = picker.DoModal() == kIdOk;
     m_ui->studyTree->setFocus();
     if (chosen && IsTreeUpToDate()) {
-        StudyLists lists = m_state->filled;
+        StudyLists lists = m_ui->studyTree->Studies();
         AppendStudy(lists, pane, picker.ChosenStudy());
-        SetStudies(lists, pane, StudyCount(lists, pane) - 1);
+        SetStudies(lists, {pane, StudyCount(lists, pane) - 1});
     }
 }
 
 void CTASetParam::OnRemoveStudy() {
-    const int pane = m_ui->studyTree->CurrentPane();
-    const int study = m_ui->studyTree->CurrentStudy();
+    const auto [pane, study] = m_ui->studyTree->CurrentPlace();
     if (IsTreeUpToDate()) {
-        StudyLists lists = m_state->filled;
+        StudyLists lists = m_ui->studyTree->Studies();
         RemoveStudy(lists, pane, study);
-        SetStudies(lists, pane, std::min(study, StudyCount(lists, pane) - 1));
+        SetStudies(lists, {pane, std::min(study, StudyCount(lists, pane) - 1)});
     }
 }
 
 void CTASetParam::OnMove(int by) {
-    const int pane = m_ui->studyTree->CurrentPane();
-    const int study = m_ui->studyTree->CurrentStudy();
-    if (!IsTreeUpToDate()) {
-        return;
-    }
-    StudyLists lists = m_state->filled;
-    if (study < 0) {
-        SwapPanes(lists, pane, pane + by);
-        SetStudies(lists, pane + by, -1);
-    } else {
-        MoveStudy(lists, pane, study, pane, by < 0 ? study - 1 : study + 2);
-        SetStudies(lists, pane, study + by);
+    const Place place = m_ui->studyTree->CurrentPlace();
+    if (IsTreeUpToDate()) {
+        StudyLists lists = m_ui->studyTree->Studies();
+        const Place moved = MoveBy(lists, place, by);
+        SetStudies(lists, moved);
     }
 }
 
 void CTASetParam::OnMoveToPane(int by) {
-    const int pane = m_ui->studyTree->CurrentPane();
-    OnStudyDropped(pane, m_ui->studyTree->CurrentStudy(), pane + by, kSlotsPerPane);
+    const auto [pane, study] = m_ui->studyTree->CurrentPlace();
+    OnStudyDropped(pane, study, pane + by, kSlotsPerPane);
 }
 
 void CTASetParam::OnStudyDropped(int pane, int study, int toPane, int toStudy) {
-    if (!IsTreeUpToDate()) {
+    if (!IsTreeUpToDate() ||
+        (toPane != pane && RefuseFullPane(m_ui->studyTree->Studies(), toPane))) {
         return;
     }
-    StudyLists lists = m_state->filled;
-    if (toPane != pane && RefuseFullPane(lists, toPane)) {
-        return;
-    }
+    StudyLists lists = m_ui->studyTree->Studies();
     const int place = MoveStudy(lists, pane, study, toPane, toStudy);
-    SetStudies(lists, toPane, place);
+    SetStudies(lists, {toPane, place});
 }
 
 // ---- Defaults ----
 
-bool CTASetParam::AskRestore(const QString& question) {
-    const QString title = ToQString(CSyncInfo::GetSettingCFG().SYS_szGetMessageBoxTitle());
-    return CurrentPrompts().AskYesNo(this, PromptIcon::Question, title, question) == Answer::Yes;
-}
-
 void CTASetParam::OnRestoreStudy() {
-    const StudyFacts study = *m_state->shown;
-    const QStringList changes = m_state->Draft().ChangesToDefaults(study);
-    if (AskRestore(
-            LangText("IDS_TADIALOGS-SHEET_ASK_RESTORE_STUDY", study.name, changes.join('\n')))) {
-        m_state->Draft().RestoreDefaults(study);
+    const StudyFacts study = *m_state->study;
+    const StudyValues values = Session().Draft(m_state->group).SettingsOf(study);
+    if (Ask(LangText("IDS_TADIALOGS-SHEET_ASK_RESTORE_STUDY", study.name,
+                     ChangesToDefaults(study, values).join('\n'))) == Answer::Yes &&
+        IsGroupUpToDate()) {
+        Session().Draft(m_state->group).RestoreDefaults(study);
         ShowCurrentStudy();
     }
 }
 
 void CTASetParam::OnRestoreGroup() {
-    const std::vector<StudyFacts> studies = m_state->StudiesOffDefaults();
-    const QString group = ToQString(m_state->group);
-    if (AskRestore(LangText("IDS_TADIALOGS-SHEET_ASK_RESTORE_GROUP", group,
-                            QString::number(studies.size()), m_state->ChangesOf(studies)))) {
-        for (const StudyFacts& study : studies) {
-            m_state->Draft().RestoreDefaults(study);
+    const std::vector<DefaultChanges> changes = ChangesOfGroup(Session(), m_state->group);
+    if (Ask(LangText("IDS_TADIALOGS-SHEET_ASK_RESTORE_GROUP", ToQString(m_state->group),
+                     QString::number(changes.size()), InSomeLines(changes))) == Answer::Yes &&
+        IsGroupUpToDate()) {
+        for (const DefaultChanges& each : changes) {
+            Session().Draft(m_state->group).RestoreDefaults(each.study);
         }
         ShowCurrentStudy();
     }

@@ -1,41 +1,23 @@
 #pragma once
 
-#include "sheet/GroupDrafts.h"
+#include "sheet/PaneLists.h"
+#include "sheet/StudyFacts.h"
 #include "sheet/TASetParam.h"
-#include "sheet/TaParamSettingView.h"
 
 #include <optional>
 #include <utility>
-#include <vector>
 
-/// What the study page remembers.
+/// What the study page remembers of what it shows; the edits are the session's.
 struct CTASetParam::State {
     struct Selection {
         CString group;
-        int paneCount;
-        int pane;
-        int study;  ///< from 1; 0 for the pane
+        ta::sheet::Place place;
     };
 
-    ta::sheet::GroupDrafts drafts;
-    CString group;                               ///< the group to show
-    CString shownGroup;                          ///< the one that the tree shows
-    StudyLists filled;                           ///< the studies that the tree shows
+    CString group;                               ///< the group that the tree shows
+    int number = -1;                             ///< its UniNum
     std::optional<Selection> initial;            ///< until the page was active
-    std::optional<ta::sheet::StudyFacts> shown;  ///< the study in the editor
+    std::optional<ta::sheet::StudyFacts> study;  ///< the study in the editor
     VolumeAmountType specialType{};
     std::pair<bool, bool> specialFlags;
-    std::vector<StudyType> savedTypes;
-    std::vector<CString> savedNames;
-    bool saved = false;
-
-    /// The draft of the group to show.
-    ta::sheet::GroupDraft& Draft() { return drafts.At(group); }
-    /// The group's studies whose settings are not the defaults.
-    std::vector<ta::sheet::StudyFacts> StudiesOffDefaults();
-    /// What restoring their defaults changes, in some lines.
-    QString ChangesOf(const std::vector<ta::sheet::StudyFacts>& studies);
-    // The rows of the study in the editor.
-    std::vector<CTaParamSettingView::ParamRow> ParamRows();
-    std::vector<CTaParamSettingView::ShapeRow> ShapeRows();
 };

@@ -4,7 +4,9 @@
 #include "platform/Study.h"
 #include "platform/Types.h"
 #include "platform/ui/PropertySheet.h"
-#include "settings/GroupRecord.h"
+#include "sheet/SessionHost.h"
+
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -16,13 +18,14 @@ class CTASetParam;
 /// the study and parameter page. Run it with DoModal; afterwards it tells what changed, so that
 /// only the affected chart windows draw again.
 ///
-/// OK saves both pages and the repository, and commits. Cancel asks whether to save, at most once,
-/// when a page has unsaved changes: Yes saves like OK; No leaves the repository as it was when the
-/// sheet was made. What the pages had written to the store until then is pending there and for the
-/// caller to drop; only when an import or export committed it, the sheet saves the old state again.
+/// What is pending in the store is committed when the sheet is made. OK saves both pages and the
+/// repository, and commits. Cancel asks whether to save, at most once, when a page has unsaved
+/// changes: Yes saves like OK; No gives the repository and the store back the state at the
+/// beginning; no answer leaves the sheet open.
 ///
 /// All texts of names in the code page. None of the operations reports an error.
-class TADIALOGS_EXPORT CTaSettingSheet : public ta::ui::PropertySheet {
+class TADIALOGS_EXPORT CTaSettingSheet : public ta::ui::PropertySheet,
+                                         public ta::sheet::SessionHost {
     Q_OBJECT
 
 public:
@@ -62,23 +65,14 @@ public:
     int IsDragList() const;
     /// 1 when the list of groups was edited; 0 without a group page.
     int IsEditGroup() const;
-    /// Whether study settings were edited.
+    /// Whether study settings, or the places of studies, were edited.
     bool IsEditStudy() const;
 
     /// Writes what the pages hold into the repository, study page first. Always 0.
     int SaveChange() const;
 
-    // Between the pages.
-
-    /// The studies of a group as the user sees them: with the edits of the study page.
-    StudyLists GetShownStudies(const CString& group) const;
-    int GetShownCount(const CString& group) const;
-    /// The group page has stored the studies of a group.
-    void OnStudiesStored(const CString& group);
-    /// A file dialog has committed what was pending.
-    void NoteStoreCommitted();
-    /// Whether the repository was loaded again and the user does not know yet.
-    bool IsReloadPending() const;
+    /// What the pages work on. For them alone.
+    ta::sheet::SettingsSession& Session() const override;
 
 protected:
     bool OnInitDialog() override;
@@ -86,21 +80,13 @@ protected:
     void OnCancel() override;
 
 private:
-    struct TADIALOGS_HIDDEN Session;
-
     bool Save();
-    bool AskSave();
-    void Discard();
-    void OnReloaded();
-    QString ReloadText();
+    void End(int result);
+    QString ReloadText() const;
     void TellReload();
 
+    std::unique_ptr<ta::sheet::SettingsSession> m_session;
     CTASetGroup* m_pGroupPage = nullptr;
     CTASetParam* m_pParamPage = nullptr;
-    CString m_strActiveGroup;
-    std::vector<CString> m_vOrigGroupName;
-    std::vector<unsigned int> m_vChangeGroup;
-    int m_bAlwaysSave = 0;
-    int m_bAskedBeforeClose = 0;
-    std::unique_ptr<Session> m_session;
+    QTimer m_tellReload;
 };

@@ -30,6 +30,13 @@ QLineEdit* EditOf(QWidget& field) {
     return edit != nullptr ? edit : field.findChild<QLineEdit*>();
 }
 
+/// Which button Enter presses is the base's business alone.
+void LeaveEnterToBase(const QWidget& form) {
+    for (QPushButton* button : form.findChildren<QPushButton*>()) {
+        button->setAutoDefault(false);
+    }
+}
+
 }  // namespace
 
 DialogBase::DialogBase(QWidget* parent) : QDialog(parent), m_texts(std::make_unique<FormTexts>()) {
@@ -49,12 +56,11 @@ void DialogBase::Create() {
     if (std::exchange(m_initialised, true)) {
         return;
     }
-    // Which button Enter presses is this class's business alone.
-    for (QPushButton* button : findChildren<QPushButton*>()) {
-        button->setAutoDefault(false);
+    LeaveEnterToBase(*this);
+    if (isWindow()) {
+        const qreal enlarged = std::max(1.0, font().pointSizeF() / kFormPointSize);
+        resize((size() * enlarged).boundedTo(screen()->availableSize()));
     }
-    const qreal enlarged = std::max(1.0, font().pointSizeF() / kFormPointSize);
-    resize((size() * enlarged).boundedTo(screen()->availableSize()));
     m_texts->Collect(*this);
     Guard([this] { OnInitDialog(); });
     Guard([this] { vLoadLanguageString(); });
@@ -158,6 +164,11 @@ void DialogBase::keyPressEvent(QKeyEvent* event) {
 
 void DialogBase::vLoadLanguageString() {
     LoadLanguageStrings();
+}
+
+void DialogBase::AddFormPart(QWidget& part) {
+    LeaveEnterToBase(part);
+    m_texts->CollectPart(part);
 }
 
 void DialogBase::LoadLanguageStrings() {

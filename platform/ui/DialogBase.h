@@ -86,6 +86,8 @@ protected:
     /// Puts their texts in the place of the language keys that the form's controls carry, in the
     /// language in use.
     void LoadLanguageStrings();
+    /// For a part of the form that OnInitDialog has made, where the constructor makes none.
+    void AddFormPart(QWidget& part);
     /// From now on the control shows the text of another key, or a text that is no key, in place of
     /// what the form has; `property` is what it shows it as ("text", "title", "toolTip", ...).
     void SetTextKey(QWidget& control, const QString& key, const char* property = "text");

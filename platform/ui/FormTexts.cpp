@@ -49,6 +49,12 @@ void FormTexts::Collect(QWidget& form) {
     }
 }
 
+void FormTexts::CollectPart(QWidget& part) {
+    for (QWidget* control : part.findChildren<QWidget*>()) {
+        CollectControl(*control);
+    }
+}
+
 void FormTexts::CollectControl(QWidget& control) {
     for (const char* property : kProperties) {
         const QString key = control.property(property).toString();

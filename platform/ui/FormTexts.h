@@ -23,6 +23,8 @@ public:
     /// boxes, heads of tables and trees. What the user can edit is never taken for a key, and the
     /// controls of a dialog within the form are that dialog's own. The first call only.
     void Collect(QWidget& form);
+    /// The same with a part of the form that was made later.
+    void CollectPart(QWidget& part);
 
     /// From now on the property ("text") of the control holds the text of `key`, or `key` itself
     /// when it is no language key. Sets it at once.

@@ -4,7 +4,6 @@
 #include "settings/Messages.h"
 #include "settings/TaSettingHandle.h"
 #include "sheet/TaSettingSheet.h"
-#include "terminal/store/SqliteStore.h"
 
 #include <set>
 
@@ -77,14 +76,11 @@ void TellChartsOfGroups() {
     }
 }
 
-CString OpenSettings(QWidget& parent, SqliteStore& store, const SettingsPlace& place) {
+CString OpenSettings(QWidget& parent, const SettingsPlace& place) {
     const std::set<int> before = GroupNumbers();
-    SqliteStore::PendingState pending = store.Pending();
     CTaSettingSheet sheet("IDS_TERMINAL-FRAME_SETTINGS_TITLE", &parent, FirstPage(place.page),
                           place.group, place.paneCount, place.pane, place.study);
-    const bool saved = sheet.DoModal() == ui::kIdOk || sheet.IsAlwaysSave() == 1;
-    if (!saved) {
-        store.ReturnToPending(std::move(pending));
+    if (sheet.DoModal() != ui::kIdOk && sheet.IsAlwaysSave() == 0) {
         if (sheet.IsAskBeforeClose() != 0) {
             TellChartsOfGroups();  // one may have drawn itself meanwhile
         }

@@ -6,8 +6,6 @@ class QWidget;
 
 namespace ta::terminal {
 
-class SqliteStore;
-
 /// Where the settings sheet opens.
 struct SettingsPlace {
     enum class Page { Groups, Studies };
@@ -20,10 +18,9 @@ struct SettingsPlace {
 };
 
 /// Runs the settings sheet over `parent`. What it saves is told to the chart views of the changed
-/// groups; those whose group was deleted fall back on the default group. What is not saved is taken
-/// out of `store` again. The group to show: the active one of the sheet when the user has added it;
-/// else empty.
-CString OpenSettings(QWidget& parent, SqliteStore& store, const SettingsPlace& place);
+/// groups; those whose group was deleted fall back on the default group. The group to show: the
+/// active one of the sheet when the user has added it; else empty.
+CString OpenSettings(QWidget& parent, const SettingsPlace& place);
 
 /// Tells every chart view of every group, as after an edit that may have moved groups.
 void TellChartsOfGroups();

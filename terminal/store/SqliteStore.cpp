@@ -112,13 +112,6 @@ void SqliteStore::DiscardPending() {
     m_reload = true;
 }
 
-void SqliteStore::ReturnToPending(PendingState before) {
-    if (before.refreshes != m_refreshes) {
-        before.writes.ClearGroups();
-    }
-    m_pending = std::move(before.writes);
-}
-
 // ---- The reload flag ----
 
 bool SqliteStore::GetTASettingReloadType(bool& reload) {
@@ -176,7 +169,6 @@ bool SqliteStore::SetTASettingReloadType(bool reload) {
             // Written by position in the list of groups as it was: over another party's list they
             // would fall on other groups.
             m_pending.ClearGroups();
-            ++m_refreshes;
         }
         return refreshed;
     });

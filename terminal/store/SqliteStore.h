@@ -56,15 +56,6 @@ public:
     /// Drops the pending writes and raises the reload flag of this process.
     void DiscardPending();
 
-    /// What is pending at one moment.
-    struct PendingState {
-        PendingWrites writes;
-        unsigned refreshes = 0;  ///< tells whether another party has committed since
-    };
-    PendingState Pending() const { return {m_pending, m_refreshes}; }
-    /// Drops the writes that have become pending since, without a reload.
-    void ReturnToPending(PendingState before);
-
     /// Never touches the file in the middle of a run of calls: it looks at it when kQuietGap has
     /// passed since the last question, or kLongestBlind since the last look. Another process's
     /// commit is thus seen by the first question after a pause, and an operation that asks many
@@ -118,7 +109,6 @@ private:
     std::optional<std::string> m_vfs;
     StoreOpening m_store;  ///< its rows are the committed state that loads answer from
     PendingWrites m_pending;
-    unsigned m_refreshes = 0;
     bool m_fileIsNew = false;  ///< it took the place of a lost one and lacks its rows
     QString m_movedTo;  ///< where a file went that was replaced after Open; until it is reported
 

@@ -132,8 +132,8 @@ TEST_F(GroupImportTest, OkLoadsTheMarkedGroupsAndStoresTheList) {
     const CTAGroupImport& dialog = Open({"X", "B", "Y"});
     Ok();
     EXPECT_EQ(dialog.ResultText(), kImportOk + "\nadded 2, overwritten 1");
-    EXPECT_EQ(dialog.AddedCount(), 2);
-    EXPECT_EQ(dialog.OverwrittenCount(), 1);
+    EXPECT_EQ(dialog.AddedGroups(), (Names{"X", "Y"}));
+    EXPECT_EQ(dialog.OverwrittenGroups(), Names{"B"});
     EXPECT_EQ(GroupNames(), (Names{"A", "B", "C", "X", "Y"}));
     EXPECT_EQ(*memory.names, GroupNames());
     EXPECT_EQ(memory.params[0], Names{"a"});

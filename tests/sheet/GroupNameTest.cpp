@@ -51,6 +51,7 @@ protected:
         Press(dialog, Qt::Key_Return);
     }
     bool IsAccepted() { return !dialog.isVisible() && dialog.result() == QDialog::Accepted; }
+    QString Fault() { return Find<QLabel>(dialog, "faultLabel").text(); }
     /// The message of a refused name; the dialog stays open.
     QString Refusal(const QString& text) {
         prompts.ExpectMessage();
@@ -157,9 +158,13 @@ TEST_F(GroupNameTest, WhatCannotBeStoredShowsAtOnceWithTheCaretBehindIt) {
     Press(dialog, Qt::Key_Left);
     TypeText(Edit(), QString("😀"));
     EXPECT_EQ(Edit().text(), "a?b");
+    EXPECT_EQ(Fault(), "IDS_TADIALOGS-SHEET_NOT_IN_CODE_PAGE 😀");
     EXPECT_EQ(Edit().cursorPosition(), 2);
     // A zero-width joiner is no character that anybody sees.
-    TypeText(Edit(), QString("功") + QChar(0x200D) + QString("한y"));
+    TypeText(Edit(), QString("功") + QChar(0x200D));
+    EXPECT_EQ(Fault(), "") << "gone with the next edit";
+    TypeText(Edit(), QString("한y"));
+    EXPECT_EQ(Fault(), "IDS_TADIALOGS-SHEET_NOT_IN_CODE_PAGE 한");
     EXPECT_EQ(Edit().text(), QString("a?功?yb"));
     EXPECT_EQ(Edit().cursorPosition(), 5);
     Press(dialog, Qt::Key_Z, Qt::ControlModifier);

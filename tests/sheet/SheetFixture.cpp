@@ -1,10 +1,15 @@
 #include "tests/sheet/SheetFixture.h"
 
 #include "platform/SyncInfo.h"
+#include "platform/Text.h"
+#include "terminal/studies/TerminalChartModule.h"
 
 #include <QApplication>
 #include <QInputMethodEvent>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMouseEvent>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
@@ -17,7 +22,8 @@ constexpr std::pair<const char*, const char*> kTexts[] = {
     {"IDS_OPTIONAL-SHEET_MSG_ITEM_EXIST", "<%s> exists"},
     {"IDS_TADIALOGS-SHEET_PANE", "pane %1"},
     {"IDS_TADIALOGS-SHEET_HIDDEN_PANE", "hidden %1"},
-    {"IDS_TERMINAL-SHEET_UNKNOWN_STUDY", "study %1"},
+    {"IDS_TADIALOGS-SHEET_CHANGE", "%1: %2 to %3"},
+    {"IDS_TADIALOGS-SHEET_SHAPE_CHANGE", "%1 %2"},
 };
 
 void UseStore(SMXCfgIO2& store) {
@@ -32,6 +38,12 @@ void MoveMouse(QWidget& view, QPoint position) {
     QApplication::sendEvent(&view, &move);
 }
 
+void PressAndMove(QWidget& view, QPoint from, QPoint to) {
+    QTest::mousePress(&view, Qt::LeftButton, {}, from);
+    MoveMouse(view, (from + to) / 2);
+    MoveMouse(view, to);
+}
+
 }  // namespace
 
 SheetFixture::SheetFixture() {
@@ -39,24 +51,202 @@ SheetFixture::SheetFixture() {
         quotes.language[key] = text;
     }
     UseStore(store);
+    // The process-wide repository may use it until the end.
+    static auto& module = *new terminal::TerminalChartModule;
+    UseModule(module);
+    memory.names = Names{"Trend", "Swing", text::FromUtf8("許功蓋")};
+    memory.uniNums = {{0, 5}, {1, 3}, {2, 8}};
+    memory.showCounts = {{0, 3}, {1, 2}, {2, 1}};
+    Store(0,
+          {{kCandles, kAverages, kUnknown}, {kVolume}, {kStochastic, kExponential}, {}, {kMacd}});
+    Store(1, {{kCandles}, {kBands, kAverages}});
+    Store(2, {{kMacd}});
+    Load();
 }
 
 SheetFixture::~SheetFixture() {
+    m_sheet.reset();
     UseStore(memory);
 }
 
-std::vector<std::string> SheetFixture::TakeWrites() {
-    std::vector<std::string> lines = store.TakeLines();
+void SheetFixture::UseModule(ChartModule& module) {
+    Services services = CSyncInfo::GetSettingCFG().GetServices();
+    services.chartModule = &module;
+    CSyncInfo::GetSettingCFG().SetServices(services);
+}
+
+void SheetFixture::Store(unsigned group, const StudyLists& lists) {
+    std::erase_if(memory.studyLists,
+                  [group](const auto& each) { return each.first.first == group; });
+    for (std::size_t pane = 0; pane < lists.size(); ++pane) {
+        memory.studyLists[{group, "StudyTypeLogKey0" + std::to_string(pane + 1)}] = lists[pane];
+    }
+}
+
+TaDrawInfo& SheetFixture::DrawInfo(const CString& group) {
+    return dynamic_cast<TaDrawInfo&>(*Repository().GetDrawInfo(group));
+}
+
+Lines SheetFixture::TakeWrites() {
+    Lines lines = store.TakeLines();
     std::erase_if(lines, [](const std::string& line) {
         return line.starts_with("Get") || line.starts_with("Load");
     });
     return lines;
 }
 
+// ---- The sheet ----
+
+void SheetFixture::Open(unsigned page, int pane, int study, const CString& group, int showCount) {
+    m_sheet =
+        std::make_unique<CTaSettingSheet>("caption", nullptr, page, group, showCount, pane, study);
+    Show(*m_sheet);
+    TakeWrites();
+}
+
+void SheetFixture::Turn(unsigned page) {
+    ASSERT_TRUE(Sheet().SetActivePage(static_cast<int>(page)));
+    QCoreApplication::processEvents();
+}
+
+void SheetFixture::Activate() {
+    Sheet().activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == &Sheet(); }));
+}
+
+void SheetFixture::PressKey(int key, Qt::KeyboardModifiers modifiers) {
+    Activate();
+    Press(Sheet(), key, modifiers);
+}
+
+void SheetFixture::End(int button) {
+    Activate();
+    Click(*Sheet().GetDlgItem(button));
+}
+
+void SheetFixture::TabTo(QWidget& control) {
+    constexpr int kMostStops = 60;
+    for (int i = 0; i < kMostStops && !control.hasFocus(); ++i) {
+        PressKey(Qt::Key_Tab);
+    }
+    EXPECT_TRUE(control.hasFocus()) << "cannot be reached";
+}
+
+Changes SheetFixture::Changed() {
+    Changes changes;
+    EXPECT_EQ(Sheet().GetChangeGroupList(changes), 0);
+    return changes;
+}
+
+void SheetFixture::AwaitPrompts() {
+    ASSERT_TRUE(QTest::qWaitFor([this] { return prompts.Waiting() == 0; }));
+}
+
+void SheetFixture::ReloadAndGoOn() {
+    prompts.ExpectChoice(0);
+    Load();
+    AwaitPrompts();
+}
+
 void SheetFixture::OnDialog(DialogAction action) {
     m_driver.Expect([action = std::move(action)](QWidget& dialog) {
         action(dynamic_cast<ui::DialogBase&>(dialog));
     });
+}
+
+// ---- The group page ----
+
+void SheetFixture::EnterName(const QString& preset, const QString& name) {
+    OnDialog([preset, name](ui::DialogBase& dialog) {
+        auto& edit = Find<QLineEdit>(dialog, "nameEdit");
+        EXPECT_EQ(edit.text(), preset);
+        Press(dialog, Qt::Key_A, Qt::ControlModifier);
+        TypeText(edit, name);
+        Press(dialog, Qt::Key_Return);
+    });
+}
+
+void SheetFixture::AddGroup(const QString& name) {
+    EnterName("", name);
+    ClickButton("addButton");
+}
+
+void SheetFixture::RenameGroup(const QString& name) {
+    EnterName(SelectedGroup(), name);
+    ClickButton("modifyButton");
+}
+
+// ---- The tree ----
+
+QStringList SheetFixture::Panes() {
+    QStringList panes;
+    for (int pane = 0; pane < Tree().topLevelItemCount(); ++pane) {
+        const QTreeWidgetItem& node = *Tree().topLevelItem(pane);
+        QStringList studies;
+        for (int i = 0; i < node.childCount(); ++i) {
+            studies.append(node.child(i)->text(0));
+        }
+        panes.append(node.text(0) + ": " + studies.join(", "));
+    }
+    return panes;
+}
+
+void SheetFixture::ClickStudy(int pane, int study) {
+    QTreeWidgetItem* node = Tree().topLevelItem(pane);
+    QTreeWidgetItem* item = study < 0 ? node : node->child(study);
+    Tree().scrollToItem(item);
+    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {}, Tree().visualItemRect(item).center());
+}
+
+void SheetFixture::PressInTree(int key, Qt::KeyboardModifiers modifiers) {
+    Tree().setFocus();
+    PressKey(key, modifiers);
+}
+
+void SheetFixture::Drag(int pane, int study, int toPane, int toStudy, bool lower,
+                        const std::function<void(QPoint)>& end) {
+    QTreeWidgetItem* node = Tree().topLevelItem(toPane);
+    const QRect target = Tree().visualItemRect(toStudy < 0 ? node : node->child(toStudy));
+    const QPoint from = Tree().visualItemRect(Tree().topLevelItem(pane)->child(study)).center();
+    const QPoint to(target.center().x(), lower ? target.bottom() - 1 : target.top() + 1);
+    PressAndMove(*Tree().viewport(), from, to);
+    end(to);
+}
+
+void SheetFixture::Drop(int pane, int study, int toPane, int toStudy, bool lower) {
+    Drag(pane, study, toPane, toStudy, lower,
+         [this](QPoint at) { QTest::mouseRelease(Tree().viewport(), Qt::LeftButton, {}, at); });
+}
+
+// ---- The study page ----
+
+void SheetFixture::AddStudy(const QString& search) {
+    OnDialog([search](ui::DialogBase& dialog) {
+        TypeText(Find<QLineEdit>(dialog, "searchEdit"), search);
+        Press(dialog, Qt::Key_Return);
+    });
+    PressInTree(Qt::Key_Insert);
+    Activate();
+}
+
+void SheetFixture::Enter(const QString& name, const QString& text) {
+    QAbstractSpinBox& field = Value(name);
+    View().ensureWidgetVisible(&field);
+    Click(field);
+    QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&field, Qt::Key_Delete);
+    QTest::keyClicks(&field, text);
+}
+
+QStringList SheetFixture::Faults() {
+    static const QRegularExpression reason("_FAULT_|_RULE_");
+    QStringList faults;
+    for (const QLabel* label : View().findChildren<QLabel*>()) {
+        if (label->isVisible() && label->text().contains(reason)) {
+            faults.append(label->text());
+        }
+    }
+    return faults;
 }
 
 // ---- The user's hands ----
@@ -75,38 +265,16 @@ QStringList SheetFixture::Texts(const QListWidget& list) {
     return texts;
 }
 
-QStringList SheetFixture::Panes(const QTreeWidget& tree) {
-    QStringList panes;
-    for (int pane = 0; pane < tree.topLevelItemCount(); ++pane) {
-        const QTreeWidgetItem& node = *tree.topLevelItem(pane);
-        QStringList studies;
-        for (int i = 0; i < node.childCount(); ++i) {
-            studies.append(node.child(i)->text(0));
-        }
-        panes.append(node.text(0) + ": " + studies.join(", "));
-    }
-    return panes;
-}
-
-void SheetFixture::ClickStudy(QTreeWidget& tree, int pane, int study) {
-    QTreeWidgetItem* node = tree.topLevelItem(pane);
-    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {},
-                      tree.visualItemRect(study < 0 ? node : node->child(study)).center());
-}
-
 void SheetFixture::ClickRow(QListWidget& list, int row) {
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
                       list.visualItemRect(list.item(row)).center());
 }
 
 void SheetFixture::DragRow(QListWidget& list, int from, int to) {
-    QWidget& view = *list.viewport();
     const auto centre = [&list](int row) { return list.visualItemRect(list.item(row)).center(); };
     const QPoint target = centre(to);
-    QTest::mousePress(&view, Qt::LeftButton, {}, centre(from));
-    MoveMouse(view, (centre(from) + target) / 2);
-    MoveMouse(view, target);
-    QTest::mouseRelease(&view, Qt::LeftButton, {}, target);
+    PressAndMove(*list.viewport(), centre(from), target);
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, target);
 }
 
 }  // namespace ta::test

@@ -1,77 +1,81 @@
-// The sheet itself: its pages, and what it tells of changes.
+// The sheet itself: its pages and buttons, what it tells of changes, and the room it takes.
 
 #include "platform/SyncInfo.h"
-#include "sheet/TASetParam.h"
-#include "sheet/TaSettingSheet.h"
 #include "tests/sheet/SheetFixture.h"
 #include "tests/support/MemoryServices.h"
 
 namespace ta::test {
 namespace {
 
-using Changes = std::vector<unsigned>;
-
-class SettingSheetTest : public SheetFixture {
+class SheetTest : public SheetFixture {
 protected:
-    SettingSheetTest() {
-        Load();
-        for (const char* name : {"A", "B", "C"}) {
-            Repository().AddGroupSetting(name);
-        }
-        Repository().SaveAllGroupSetting();
-    }
-
-    std::unique_ptr<CTaSettingSheet> Make() {
-        return std::make_unique<CTaSettingSheet>("IDS_sheet", nullptr, 0, "A", 0, 0, 0);
-    }
-    static Changes Changed(CTaSettingSheet& sheet, Changes out = {}) {
-        EXPECT_EQ(sheet.GetChangeGroupList(out), 0);
+    Changes ChangedOver(Changes out) {
+        EXPECT_EQ(Sheet().GetChangeGroupList(out), 0);
         return out;
     }
 };
 
-TEST_F(SettingSheetTest, HasTheStudyPageAloneWhenHeMayNot) {
+TEST_F(SheetTest, HasTheStudyPageAloneWhenHeMayNot) {
     Services services = CSyncInfo::GetSettingCFG().GetServices();
     MemoryEntitlement entitlement;
     entitlement.denied.insert(Function::TaGroupEditing);
     services.entitlement = &entitlement;
     CSyncInfo::GetSettingCFG().SetServices(services);
-    {
-        const auto sheet = Make();
-        Show(*sheet);
-        EXPECT_EQ(sheet->GetPageCount(), 1);
-        EXPECT_NE(qobject_cast<CTASetParam*>(sheet->GetActivePage()), nullptr);
-        EXPECT_EQ(sheet->SaveChange(), 0);
-        Click(*sheet->GetDlgItem(ui::kIdOk));
-        EXPECT_FALSE(sheet->isVisible());
-    }
+    Open(0);
+    EXPECT_EQ(Sheet().GetPageCount(), 1);
+    EXPECT_NE(qobject_cast<CTASetParam*>(Sheet().GetActivePage()), nullptr);
+    EXPECT_EQ(Sheet().SaveChange(), 0);
+    EXPECT_EQ(Sheet().IsEditGroup() + Sheet().IsDragList(), 0);
+    Click(*Sheet().GetDlgItem(ui::kIdOk));
+    EXPECT_FALSE(Sheet().isVisible());
+    EndSheet();
     services.entitlement = nullptr;
     CSyncInfo::GetSettingCFG().SetServices(services);
 }
 
-TEST_F(SettingSheetTest, TheChangeListMixesNumbersAndPositions) {
-    const auto sheet = Make();
-    EXPECT_EQ(Changed(*sheet, {8, 9}), (Changes{8, 9})) << "Nothing changed: left as it was.";
-    sheet->AddToChangeGroupList(5);
-    sheet->AddToChangeGroupList(5);
-    ASSERT_EQ(Repository().ModifyGroupName("B", "b"), 1);
-    EXPECT_EQ(Changed(*sheet, {8, 9}), (Changes{5, 2}));
-    EXPECT_EQ(Changed(*sheet), (Changes{5, 2})) << "A second call gives the same.";
-    // With another number of groups, renames are not looked for.
-    const auto other = Make();
-    other->AddToChangeGroupList(7);
-    Repository().AddGroupSetting("D");
-    Repository().ModifyGroupName("A", "a");
-    EXPECT_EQ(Changed(*other), Changes{7});
+TEST_F(SheetTest, TwoButtonsStandWhereCancelAndApplyWould) {
+    Open();
+    const auto& save = dynamic_cast<QPushButton&>(*Sheet().GetDlgItem(ui::kIdOk));
+    const auto& cancel = dynamic_cast<QPushButton&>(*Sheet().GetDlgItem(ui::kIdCancel));
+    EXPECT_EQ(save.text(), "IDS_TECHVIEW-STRING_GROUPSETTING_SAVE");
+    EXPECT_EQ(cancel.text(), "IDS_TECHVIEW-STRING_GROUPSETTING_CANCEL");
+    EXPECT_FALSE(Sheet().GetDlgItem(ui::kIdApply)->isVisible());
+    EXPECT_EQ(save.size(), cancel.size());
+    EXPECT_GT(cancel.x(), save.geometry().right());
+    EXPECT_LT(cancel.x() - save.geometry().right(), save.width() / 4);
+    EXPECT_LT(Sheet().width() - cancel.geometry().right(), save.width() / 4);
+    EXPECT_EQ(Sheet().minimumSize(), Sheet().maximumSize()) << "not resizable";
+    const QSize size = Sheet().size();
+    Turn(kGroups);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Sheet().size(), size) << "one size for both pages";
 }
 
-TEST_F(SettingSheetTest, SavingSkipsPagesThatWereNeverShown) {
-    const auto sheet = Make();
-    Names order{"C", "A", "B"};
+TEST_F(SheetTest, TheChangeListMixesNumbersAndPositions) {
+    Open();
+    EXPECT_EQ(ChangedOver({8, 9}), (Changes{8, 9})) << "Nothing changed: left as it was.";
+    Sheet().AddToChangeGroupList(5);
+    Sheet().AddToChangeGroupList(5);
+    ASSERT_EQ(Repository().ModifyGroupName("Swing", "swing"), 1);
+    EXPECT_EQ(ChangedOver({8, 9}), (Changes{5, 1}));
+    EXPECT_EQ(Changed(), (Changes{5, 1})) << "A second call gives the same.";
+    // With another number of groups, renames are not looked for.
+    Open();
+    Sheet().AddToChangeGroupList(7);
+    Repository().AddGroupSetting("D");
+    Repository().ModifyGroupName("Trend", "a");
+    EXPECT_EQ(Changed(), Changes{7});
+}
+
+TEST_F(SheetTest, OpeningCommitsWhatIsPendingAndSavingSkipsPagesThatWereNeverShown) {
+    const int commits = memory.packCount;
+    CTaSettingSheet sheet("IDS_sheet", nullptr, 0, "Trend", 0, 0, 0);
+    EXPECT_EQ(memory.packCount, commits + 1);
+    Names order{"Swing", "Trend"};
     Repository().SetGroupNameList(order);
     TakeWrites();
-    EXPECT_EQ(sheet->SaveChange(), 0);
-    EXPECT_EQ(TakeWrites(), std::vector<std::string>());
+    EXPECT_EQ(sheet.SaveChange(), 0);
+    EXPECT_EQ(TakeWrites(), Lines());
     EXPECT_EQ(GroupNames(), order);
 }
 

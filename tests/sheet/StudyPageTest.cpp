@@ -6,7 +6,7 @@
 #include "platform/ui/TextBridge.h"
 #include "terminal/lang/Language.h"
 #include "terminal/studies/TerminalChartModule.h"
-#include "tests/sheet/StudyPageFixture.h"
+#include "tests/sheet/SheetFixture.h"
 #include "tests/support/MemoryServices.h"
 
 #include <QApplication>
@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -25,7 +26,7 @@
 namespace ta::test {
 namespace {
 
-using StudyPageTest = StudyPageFixture;
+using StudyPageTest = SheetFixture;
 
 // ---- What is shown ----
 
@@ -61,8 +62,8 @@ TEST_F(StudyPageTest, StartsWhereTheChartAsksItTo) {
         {20, 12, 1, {-1, -1}},
     };
     for (const auto& each : cases) {
-        Open(each.pane, each.study, "Trend", each.showCount);
-        EXPECT_EQ(std::pair(Tree().CurrentPane(), Tree().CurrentStudy()), each.selected)
+        Open(kStudies, each.pane, each.study, "Trend", each.showCount);
+        EXPECT_EQ(std::pair(Tree().CurrentPlace().pane, Tree().CurrentPlace().study), each.selected)
             << each.showCount << ' ' << each.pane << ' ' << each.study;
         EXPECT_EQ(ShowCount().value(), 3);
         EXPECT_FALSE(Sheet().IsEditStudy());
@@ -80,19 +81,25 @@ TEST_F(StudyPageTest, ATypicalEditIsSavedAndReported) {
     EXPECT_TRUE(Value("期數2").hasFocus());
     Press(Sheet(), Qt::Key_Up);
     EXPECT_EQ(Text("期數2"), "11");
+    auto& colour = Named<QPushButton>("均線1 IDS_TADIALOGS-SHEET_COLOUR");
+    prompts.ExpectCancel(ScriptedPrompts::Kind::Colour);
     prompts.ExpectColour(QColor(0x12, 0x34, 0x56));
-    Click(Named<QPushButton>("均線1 IDS_TADIALOGS-SHEET_COLOUR"));
-    Named<QSpinBox>("均線1 IDS_TADIALOGS-SHEET_WIDTH").setFocus();
+    TabTo(colour);
+    PressKey(Qt::Key_Space);
+    EXPECT_EQ(prompts.Last().preset, colour.accessibleDescription().toLower());
+    EXPECT_EQ(DrawInfo().vecGetStudyShapes(kAverages), shapesBefore) << "cancelled";
+    PressKey(Qt::Key_Space);
+    TabTo(Named<QSpinBox>("均線1 IDS_TADIALOGS-SHEET_WIDTH"));
     Press(Sheet(), Qt::Key_Up);
-    Named<QComboBox>("均線2 IDS_TADIALOGS-SHEET_STYLE").setFocus();
+    TabTo(Named<QComboBox>("均線2 IDS_TADIALOGS-SHEET_STYLE"));
     Press(Sheet(), Qt::Key_Down);
-    Named<QCheckBox>("均線3 IDS_TADIALOGS-SHEET_VISIBILITY").setFocus();
+    TabTo(Named<QCheckBox>("均線3 IDS_TADIALOGS-SHEET_VISIBILITY"));
     Press(Sheet(), Qt::Key_Space);
 
     EXPECT_TRUE(Sheet().IsEditStudy());
     EXPECT_EQ(StoredParams(kAverages), (Numbers{5, 10, 20, 60})) << "not before it is saved";
     EXPECT_EQ(DrawInfo().vecGetStudyShapes(kAverages), shapesBefore);
-    Save();
+    PressKey(Qt::Key_Return);
     EXPECT_FALSE(Sheet().isVisible());
     EXPECT_EQ(StoredParams(kAverages), (Numbers{7, 11, 20, 60}));
     const auto shapes = DrawInfo().vecGetStudyShapes(kAverages);
@@ -132,7 +139,7 @@ TEST_F(StudyPageTest, AValueThatCannotBeIsShownAtItsFieldAndNotSaved) {
     EXPECT_EQ(SelectedStudy(), "移動平均線");
     EXPECT_TRUE(Value("期數2").hasFocus()) << "the first one";
     EXPECT_EQ(StoredParams(kAverages), (Numbers{5, 10, 20, 60}));
-    EXPECT_EQ(memory.packCount, 0);
+    EXPECT_EQ(memory.params[0], Names());
     EXPECT_EQ(Changed(), Changes{});
 
     Enter("期數2", "");
@@ -147,7 +154,7 @@ TEST_F(StudyPageTest, AValueThatCannotBeIsShownAtItsFieldAndNotSaved) {
 TEST_F(StudyPageTest, TheEdgesOfTheRangeAndOfTheSteps) {
     Store(0, {{kBands, kSar}});
     Load();
-    Open(0, 1);
+    Open(kStudies, 0, 1);
     const QString deviations = "標準差倍數";  // 0.1 to 10, step 0.1, two decimals
     for (const char* text : {"0.1", "10", "9.99", "10.00"}) {
         Enter(deviations, text);
@@ -172,7 +179,7 @@ TEST_F(StudyPageTest, TheEdgesOfTheRangeAndOfTheSteps) {
 }
 
 TEST_F(StudyPageTest, ARuleBetweenFieldsIsShownAndKept) {
-    Open(2, 2);
+    Open(kStudies, 2, 2);
     Enter("短期", "26");
     EXPECT_EQ(Faults(), QStringList{kShortBelowLong});
     Save();
@@ -198,6 +205,83 @@ TEST_F(StudyPageTest, AFaultThatIsNoLongerInAPaneIsInNobodysWay) {
     EXPECT_EQ(Studies("Trend").front(), (std::vector<StudyType>{kCandles, kUnknown}));
 }
 
+TEST_F(StudyPageTest, WhatTheChartDoesNotUseIsDisabledAndSaysSo) {
+    Store(0, {{kCandles, kSar, kAverages}, {kVolume, kMacd}});
+    Load();
+    const struct {
+        int pane, study;
+        QString shape;
+        bool colour, width, style;
+    } cases[] = {
+        {0, 0, "K線", false, false, false},     // candlesticks
+        {0, 1, "轉向點", true, true, false},    // dots
+        {0, 2, "均線1", true, true, true},      // a line
+        {1, 0, "成交量", false, false, false},  // volume bars
+        {1, 1, "OSC", false, false, false},     // a histogram
+    };
+    Open(kStudies, 0, 1);
+    for (const auto& each : cases) {
+        ClickStudy(each.pane, each.study);
+        const std::pair<QWidget&, bool> controls[] = {
+            {Named<QPushButton>(each.shape + " IDS_TADIALOGS-SHEET_COLOUR"), each.colour},
+            {Named<QSpinBox>(each.shape + " IDS_TADIALOGS-SHEET_WIDTH"), each.width},
+            {Named<QComboBox>(each.shape + " IDS_TADIALOGS-SHEET_STYLE"), each.style},
+        };
+        for (const auto& [control, used] : controls) {
+            EXPECT_EQ(control.isEnabled(), used) << each.shape.toStdString();
+            EXPECT_EQ(control.toolTip() == "IDS_TADIALOGS-SHEET_NOT_FOR_KIND", !used);
+        }
+    }
+}
+
+// ---- Defaults ----
+
+TEST_F(StudyPageTest, ARowThatDiffersGoesBackToItsDefault) {
+    Open();
+    const auto revert = [this](const QString& tip) -> QToolButton& {
+        return Named<QToolButton>("IDS_TADIALOGS-SHEET_REVERT" + tip);
+    };
+    EXPECT_FALSE(revert("_TIP 期數1 5").isVisible());
+    Enter("期數1", "x");
+    EXPECT_TRUE(revert("_TIP 期數1 5").isVisible());
+    PressKey(Qt::Key_Tab);
+    PressKey(Qt::Key_Space);
+    EXPECT_EQ(Text("期數1"), "5");
+    EXPECT_EQ(Faults(), QStringList());
+    EXPECT_TRUE(Value("期數1").hasFocus());
+    TabTo(Named<QCheckBox>("均線2 IDS_TADIALOGS-SHEET_VISIBILITY"));
+    PressKey(Qt::Key_Space);
+    EXPECT_TRUE(Sheet().IsEditStudy());
+    TabTo(revert("_SHAPE_TIP 均線2"));
+    PressKey(Qt::Key_Space);
+    EXPECT_FALSE(revert("_SHAPE_TIP 均線2").isVisible());
+    EXPECT_FALSE(Sheet().IsEditStudy());
+}
+
+TEST_F(StudyPageTest, RestoringAStudyTellsWhatItChangesAndTakesTheStoresDefaults) {
+    memory.paramDefaults = Names{"4=7,14,28,56"};
+    Load();
+    Open();
+    EXPECT_EQ(Text("期數1"), "7") << "the group has no settings of its own";
+    EXPECT_FALSE(Button("restoreStudyButton").isEnabled());
+    Enter("期數1", "8");
+    Click(Named<QCheckBox>("均線1 IDS_TADIALOGS-SHEET_VISIBILITY"));
+    for (const int answer : {-1, 0, 1}) {
+        answer < 0 ? prompts.ExpectCancel(ScriptedPrompts::Kind::YesNo)
+                   : prompts.ExpectYesNo(answer == 1);
+        ClickButton("restoreStudyButton");
+        EXPECT_EQ(prompts.Last().text,
+                  "IDS_TADIALOGS-SHEET_ASK_RESTORE_STUDY 移動平均線 期數1: 8 to 7\n均線1 "
+                  "IDS_TADIALOGS-SHEET_VISIBILITY: IDS_TADIALOGS-SHEET_INVISIBLE to "
+                  "IDS_TADIALOGS-SHEET_VISIBLE");
+        EXPECT_EQ(prompts.Last().title, "Terminal");
+        EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Question);
+        EXPECT_EQ(prompts.Last().presetAnswer, ui::Answer::No);
+        EXPECT_EQ(Text("期數1"), answer == 1 ? "7" : "8");
+    }
+    EXPECT_FALSE(Sheet().IsEditStudy());
+}
+
 TEST_F(StudyPageTest, RestoringAGroupIsForAllOfItsStudiesAndLeavesTheirPlaces) {
     ASSERT_TRUE(DrawInfo().bSetStudyParams(kVolume, {6, 30}));
     ASSERT_TRUE(DrawInfo().bSetStudyParams(kMacd, {11, 26, 9}));
@@ -207,6 +291,9 @@ TEST_F(StudyPageTest, RestoringAGroupIsForAllOfItsStudiesAndLeavesTheirPlaces) {
     const QStringList panes = Panes();
     prompts.ExpectYesNo(true);
     ClickButton("restoreGroupButton");
+    EXPECT_TRUE(prompts.Last().text.startsWith(
+        "IDS_TADIALOGS-SHEET_ASK_RESTORE_GROUP Trend 3 移動平均線\n    期數1: 8 to 5\n成交量\n"));
+    EXPECT_EQ(prompts.Last().presetAnswer, ui::Answer::No);
     EXPECT_EQ(Text("期數1"), "5");
     EXPECT_EQ(Panes(), panes);
     Save();
@@ -218,10 +305,10 @@ TEST_F(StudyPageTest, RestoringAGroupIsForAllOfItsStudiesAndLeavesTheirPlaces) {
 // ---- The picker ----
 
 TEST_F(StudyPageTest, ThePickerFindsByThreeNames) {
-    Open(1, 0);
+    Open(kStudies, 1, 0);
     for (const QString& search : {QString("平滑異同"), QString("convergence DIV"), QString("macd"),
                                   QString::fromUtf8("ＭＡＣＤ")}) {
-        Add(search);
+        AddStudy(search);
         EXPECT_EQ(SelectedStudy(), "指數平滑異同移動平均線") << search.toStdString();
         EXPECT_TRUE(Tree().hasFocus());
         Press(Sheet(), Qt::Key_Delete);
@@ -235,7 +322,7 @@ TEST_F(StudyPageTest, ThePickerFindsByThreeNames) {
 TEST_F(StudyPageTest, AFullPaneRefuses) {
     Store(0, {{0, 4, 5, 6, 7, 8, 9, 10}, {kVolume}});
     Load();
-    Open(0, 1);
+    Open(kStudies, 0, 1);
     prompts.ExpectMessage();
     Press(Sheet(), Qt::Key_Insert);
     EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-SHEET_PANE_FULL 1 8");
@@ -251,7 +338,7 @@ TEST_F(StudyPageTest, AFullPaneRefuses) {
     EXPECT_TRUE(Panes()[0].startsWith("pane 1: 價格通道, K線, 移動平均線"));
     ClickStudy(1, -1);
     for (int i = 0; i < 7; ++i) {
-        Add("VWAP");
+        AddStudy("VWAP");
     }
     EXPECT_EQ(Tree().topLevelItem(1)->childCount(), 8);
     prompts.ExpectMessage();
@@ -261,7 +348,7 @@ TEST_F(StudyPageTest, AFullPaneRefuses) {
 }
 
 TEST_F(StudyPageTest, StudiesMoveByButtonsAndKeys) {
-    Open(0, 2);
+    Open(kStudies, 0, 2);
     ClickButton("downButton");
     EXPECT_EQ(Panes()[0], "pane 1: K線, study 99, 移動平均線");
     EXPECT_EQ(SelectedStudy(), "移動平均線");
@@ -290,7 +377,7 @@ TEST_F(StudyPageTest, StudiesMoveByButtonsAndKeys) {
 }
 
 TEST_F(StudyPageTest, StudiesMoveByDragging) {
-    Open(0, 1);
+    Open(kStudies, 0, 1);
     Drop(0, 1, 0, 1, true);
     Drop(0, 1, 0, 0, true);
     EXPECT_FALSE(Sheet().IsEditStudy()) << "dropped where it was";
@@ -300,7 +387,9 @@ TEST_F(StudyPageTest, StudiesMoveByDragging) {
     EXPECT_EQ(SelectedStudy(), "移動平均線");
     Drop(2, 0, 2, 1, true);
     EXPECT_EQ(Panes()[2], "pane 3: 隨機指標, 移動平均線, 指數移動平均線");
-    Drop(0, 1, 3, -1, false);
+    Drop(0, 1, 1, -1, false);
+    EXPECT_EQ(Panes()[1], "pane 2: 成交量, study 99") << "behind the last one";
+    Drop(1, 1, 3, -1, false);
     EXPECT_EQ(Panes()[3], "hidden 4: study 99");
     const QStringList panes = Panes();
     Drag(2, 0, 0, 0, false, [this](QPoint at) {
@@ -317,34 +406,82 @@ TEST_F(StudyPageTest, StudiesMoveByDragging) {
             {kCandles}, {kVolume}, {kStochastic, kAverages, kExponential}, {kUnknown}, {kMacd}}));
 }
 
-TEST_F(StudyPageTest, TenPanesCanBeShown) {
-    Open(1, 1);
+TEST_F(StudyPageTest, TheFirstPaneKeepsItsLastStudyOnBothPages) {
+    Store(0, {{kCandles}, {}, {kVolume}});
+    Load();
+    Open(kStudies, 0, 1);
+    const std::function<void()> attempts[] = {
+        [this] { PressInTree(Qt::Key_Delete); },
+        [this] { ClickButton("removeButton"); },
+        [this] { ClickButton("nextPaneButton"); },
+        [this] { Drop(0, 0, 2, 0, true); },
+        [this] {
+            ClickStudy(0, -1);
+            PressKey(Qt::Key_Down, Qt::ControlModifier);
+        },
+        [this] {
+            ClickStudy(1, -1);
+            ClickButton("upButton");
+        },
+        [this] {
+            Turn(kGroups);
+            ClickStudy(1, -1);
+            ClickButton("moveUpButton");
+        },
+        [this] {
+            ClickStudy(0, -1);
+            PressKey(Qt::Key_Down, Qt::ControlModifier);
+        },
+    };
+    for (const auto& attempt : attempts) {
+        prompts.ExpectMessage();
+        attempt();
+        EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-SHEET_FIRST_PANE");
+        EXPECT_EQ(Panes().mid(0, 2), (QStringList{"pane 1: K線", "pane 2: "}));
+        EXPECT_EQ(Studies("Trend")[0], std::vector<StudyType>{kCandles});
+        EXPECT_FALSE(Sheet().IsEditStudy());
+    }
+    // It may give way to another one, and the pane to a pane with studies.
+    Turn(kStudies);
+    Drop(2, 0, 0, 0, true);
+    Drop(0, 0, 2, -1, false);
+    EXPECT_EQ(Panes()[0], "pane 1: 成交量");
+    ClickStudy(2, -1);
+    PressKey(Qt::Key_Up, Qt::ControlModifier);
+    PressKey(Qt::Key_Up, Qt::ControlModifier);
+    EXPECT_EQ(Panes()[0], "pane 1: K線");
+}
+
+TEST_F(StudyPageTest, TenPanesCanBeShownAndTypingTenKeepsTheSelectedOne) {
+    Open(kStudies, 3, 0, "Trend", 4);
     ShowCount().setFocus();
-    Press(Sheet(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(&ShowCount(), "10");
+    PressKey(Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(&ShowCount(), "1");
+    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{3, -1}));
+    QTest::keyClicks(&ShowCount(), "0");
+    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{3, -1}));
     EXPECT_EQ(Tree().topLevelItemCount(), 10);
     EXPECT_EQ(Panes()[9], "pane 10: ");
-    EXPECT_EQ(SelectedStudy(), "成交量");
     ClickStudy(9, -1);
-    Add("ATR");
+    AddStudy("ATR");
     EXPECT_EQ(Repository().GetStudyCountByGroupName("Trend"), 3);
-    Press(Sheet(), Qt::Key_Right, Qt::ControlModifier);  // there is no pane behind it
+    PressKey(Qt::Key_Right, Qt::ControlModifier);  // there is no pane behind it
     Save();
-    EXPECT_EQ(Repository().GetStudyCountByGroupName("Trend"), 10);
     EXPECT_EQ(memory.showCounts[0], 10);
     EXPECT_EQ(Studies("Trend")[9], std::vector<StudyType>{41});
 }
 
-TEST_F(StudyPageTest, FewerPanesHideAndKeepTheirStudies) {
-    Open(2, 1);
+TEST_F(StudyPageTest, FewerPanesHideAndKeepTheirStudiesAndTheSelection) {
+    Store(0, {{kCandles}, {kVolume}});
+    Load();
+    Open(kStudies, 2, 0);
     ShowCount().setFocus();
-    Press(Sheet(), Qt::Key_Down);
-    Press(Sheet(), Qt::Key_Down);
-    EXPECT_EQ(Panes().mid(0, 3),
-              (QStringList{"pane 1: K線, 移動平均線, study 99", "hidden 2: 成交量",
-                           "hidden 3: 隨機指標, 指數移動平均線"}));
-    Press(Sheet(), Qt::Key_Down);
+    for (int i = 0; i < 3; ++i) {
+        PressKey(Qt::Key_Down);
+    }
     EXPECT_EQ(ShowCount().value(), 1);
+    EXPECT_EQ(Panes().mid(0, 3), (QStringList{"pane 1: K線", "hidden 2: 成交量", "hidden 3: "}));
+    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{2, -1})) << "of a pane that is not shown";
     const StudyLists before = Studies("Trend");
     Save();
     EXPECT_EQ(Repository().GetStudyCountByGroupName("Trend"), 1);
@@ -352,7 +489,7 @@ TEST_F(StudyPageTest, FewerPanesHideAndKeepTheirStudies) {
 }
 
 TEST_F(StudyPageTest, ThePickerIsWorkedFromItsSearchBox) {
-    Open(1, 0);
+    Open(kStudies, 1, 0);
     OnDialog([](ui::DialogBase& dialog) {
         auto& list = Find<QTreeWidget>(dialog, "studyList");
         auto& search = Find<QLineEdit>(dialog, "searchEdit");
@@ -451,76 +588,99 @@ public:
     }
 };
 
-class StudyPageRoomTest : public StudyPageTest,
-                          public testing::WithParamInterface<terminal::Language::Id> {
+/// In a process of its own, on the screen of a small notebook computer, in a font of 150 %.
+class SmallScreenDeathTest : public SheetFixture,
+                             public testing::WithParamInterface<terminal::Language::Id> {
 protected:
-    StudyPageRoomTest() {
-        m_language.Select(GetParam());
-        BKQuoteInterface::SetBKInterface(&m_translated);
-        QFont large = m_before;
-        large.setPointSizeF(m_before.pointSizeF() * 1.5);
-        QApplication::setFont(large);
-    }
-    ~StudyPageRoomTest() override {
-        QApplication::setFont(m_before);
-        BKQuoteInterface::SetBKInterface(nullptr);
+    SmallScreenDeathTest() {
+        testing::FLAGS_gtest_death_test_style = "threadsafe";
+        Write(Path("screen.json"),
+              R"({"synchronousWindowSystemEvents": false, "windowFrameMargins": true, "screens": [
+                  {"name": "small", "x": 0, "y": 0, "width": 1366, "height": 768,
+                   "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
     }
 
-    /// Every widget has its room and stays within its parent.
-    static void ExpectNothingCut(QWidget& window) {
+    void UseLanguageAndFont() {
+        m_language.Select(GetParam());
+        BKQuoteInterface::SetBKInterface(&m_translated);
+        QFont large = QApplication::font();
+        large.setPointSizeF(large.pointSizeF() * 1.5);
+        QApplication::setFont(large);
+    }
+
+    /// Says what is wrong to the process that waits.
+    void Require(bool holds, const QString& what) {
+        if (!holds) {
+            std::fprintf(stderr, "%s\n", qPrintable(what));
+            m_ok = false;
+        }
+    }
+
+    /// Buttons have their room, and what takes the focus can be brought into view.
+    void RequireReachable(QWidget& window) {
+        Require(window.screen()->availableGeometry().contains(window.frameGeometry()),
+                "larger than the screen");
         for (QWidget* widget : window.findChildren<QWidget*>()) {
-            if (!widget->isVisible() || widget->isWindow()) {
+            if (!widget->isVisible() || widget->isWindow() || !widget->isEnabled()) {
                 continue;
             }
-            const std::string name = std::string(widget->metaObject()->className()) + ' ' +
-                                     widget->objectName().toStdString();
-            const bool scrolls = widget->parentWidget()->objectName() == "qt_scrollarea_viewport";
-            EXPECT_TRUE(scrolls || widget->parentWidget()->rect().contains(widget->geometry()))
-                << name;
-            if (qobject_cast<QPushButton*>(widget) != nullptr ||
-                qobject_cast<QToolButton*>(widget) != nullptr) {
-                EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << name;
-                EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << name;
+            const QString name = widget->metaObject()->className() + (' ' + widget->objectName());
+            if (qobject_cast<QAbstractButton*>(widget) != nullptr) {
+                const QSize room = widget->size().boundedTo(widget->minimumSizeHint());
+                Require(room == widget->minimumSizeHint(), name + " is cut");
             }
-            const auto* label = qobject_cast<QLabel*>(widget);
-            if (label != nullptr && !label->wordWrap() && label->objectName() != "groupLabel") {
-                EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
+            if ((widget->focusPolicy() & Qt::TabFocus) != 0) {
+                for (QWidget* up = widget->parentWidget(); up != nullptr; up = up->parentWidget()) {
+                    if (auto* area = qobject_cast<QScrollArea*>(up)) {
+                        area->ensureWidgetVisible(widget);
+                    }
+                }
+                Require(!widget->visibleRegion().isEmpty(), name + " cannot be seen");
             }
         }
     }
 
+    [[noreturn]] void CheckRoom() {
+        UseLanguageAndFont();
+        Require(QApplication::primaryScreen()->size() == QSize(1366, 768), "another screen");
+        Store(0, {{kAverages, kIchimoku, kSar}, {kStochasticRsi, kMacd}});
+        Load();
+        Open(kGroups, 0, 0);
+        RequireReachable(Sheet());
+        Turn(kStudies);
+        for (QTreeWidgetItemIterator item(&Tree()); *item != nullptr; ++item) {
+            Tree().setCurrentItem(*item);
+            if (QAbstractSpinBox* field = View().findChild<QAbstractSpinBox*>()) {
+                field->setFocus();
+                QTest::keyClicks(field, "99999");
+            }
+            QCoreApplication::processEvents();
+            RequireReachable(Sheet());
+            Require(View().horizontalScrollBar()->maximum() == 0,
+                    (*item)->text(0) + " does not fit");
+        }
+        OnDialog([this](ui::DialogBase& dialog) {
+            RequireReachable(dialog);
+            dialog.reject();
+        });
+        ClickButton("addButton");
+        std::_Exit(m_ok ? 0 : 1);
+    }
+
 private:
-    QFont m_before = QApplication::font();
+    bool m_ok = true;
     terminal::Language m_language;
     TranslatedQuotes m_translated;
 };
 
-TEST_P(StudyPageRoomTest, NothingIsCutInALargeFont) {
-    Store(0, {{kAverages, kIchimoku, kSar}, {kStochasticRsi, kMacd}});
-    Load();
-    Open(0, 1);
-    for (QTreeWidgetItemIterator item(&Tree()); *item != nullptr; ++item) {
-        Tree().setCurrentItem(*item);
-        if (QAbstractSpinBox* field = View().findChild<QAbstractSpinBox*>()) {
-            field->setFocus();
-            QTest::keyClicks(field, "99999");
-        }
-        QCoreApplication::processEvents();
-        ExpectNothingCut(Sheet());
-        EXPECT_EQ(View().horizontalScrollBar()->maximum(), 0)
-            << (*item)->text(0).toStdString() << " does not fit";
-        EXPECT_FALSE(Tree().horizontalScrollBar()->isVisible());
-    }
-    OnDialog([](ui::DialogBase& dialog) {
-        ExpectNothingCut(dialog);
-        dialog.reject();
-    });
-    ClickButton("addButton");
-    prompts.ExpectYesNo(false);
-    Sheet().reject();
+TEST_P(SmallScreenDeathTest, EverythingIsReachable) {
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + Path("screen.json").toUtf8());
+    EXPECT_EXIT(CheckRoom(), testing::ExitedWithCode(0), "");
+    qputenv("QT_QPA_PLATFORM", platform);
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, StudyPageRoomTest,
+INSTANTIATE_TEST_SUITE_P(Languages, SmallScreenDeathTest,
                          testing::Values(terminal::Language::TraditionalChinese,
                                          terminal::Language::English));
 

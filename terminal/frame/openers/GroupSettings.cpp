@@ -1,7 +1,6 @@
 #include "terminal/chart/ChartView.h"
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Frame.h"
-#include "terminal/frame/Session.h"
 #include "terminal/frame/SettingsOpener.h"
 #include "terminal/frame/openers/Openers.h"
 
@@ -12,8 +11,8 @@ namespace {
 
 void Edit(const Frame& frame, SettingsPlace::Page page, int pane, int study) {
     ChartView& chart = frame.tabs.Current();
-    const CString added = OpenSettings(frame.window, frame.session.Store(),
-                                       {page, chart.GroupName(), chart.PaneCount(), pane, study});
+    const CString added =
+        OpenSettings(frame.window, {page, chart.GroupName(), chart.PaneCount(), pane, study});
     if (!added.empty()) {
         chart.SetGroup(added);
     }

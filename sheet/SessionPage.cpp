@@ -1,0 +1,111 @@
+#include "sheet/SessionPage.h"
+
+#include "platform/ui/PropertySheet.h"
+#include "sheet/PaneLists.h"
+#include "sheet/SessionHost.h"
+#include "sheet/SettingsSession.h"
+
+#include <QLayout>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace ta::sheet {
+
+using ui::Answer;
+using ui::LangText;
+
+SessionPage::SessionPage(const char* titleKey) {
+    setWindowTitle(titleKey);
+}
+
+SessionPage::~SessionPage() = default;
+
+// ---- The session ----
+
+SettingsSession* SessionPage::SharedSession() const {
+    const auto* host = dynamic_cast<const SessionHost*>(GetSheet());
+    return host == nullptr ? nullptr : &host->Session();
+}
+
+SettingsSession& SessionPage::Session() const {
+    if (SettingsSession* shared = SharedSession()) {
+        return *shared;
+    }
+    if (m_own == nullptr) {
+        m_own = std::make_unique<SettingsSession>();
+    }
+    return *m_own;
+}
+
+// ---- Room ----
+
+void SessionPage::SetForm(QWidget& form) {
+    m_form = &form;
+    AddFormPart(form);
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(&form);
+    auto* page = new QVBoxLayout(this);
+    page->setContentsMargins(0, 0, 0, 0);
+    page->addWidget(area);
+}
+
+QSize SessionPage::sizeHint() const {
+    const QFontMetrics metrics = fontMetrics();
+    const int line = metrics.lineSpacing();
+    QSize size(metrics.horizontalAdvance('0') * 132, line * 32);
+    if (m_form != nullptr) {
+        size = size.expandedTo(m_form->sizeHint());
+    }
+    // Around the page: margins, tabs, buttons and the window's frame.
+    const QSize around(line * 4, line * 8);
+    return size.boundedTo(screen()->availableSize() - around);
+}
+
+// ---- Closing ----
+
+Answer AskSave(QWidget& parent) {
+    return ui::CurrentPrompts().AskYesNo(&parent, ui::PromptIcon::Question, {},
+                                         LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK"),
+                                         Answer::Yes);
+}
+
+bool SessionPage::TellEmptyPane(const StudyLists& before, const StudyLists& after) {
+    const bool empties = EmptiesFirstPane(before, after);
+    if (empties) {
+        TellKey("IDS_TADIALOGS-SHEET_FIRST_PANE");
+    }
+    return empties;
+}
+
+void SessionPage::OnCancel() {
+    SettingsSession* shared = SharedSession();
+    if (shared != nullptr && shared->IsAnswered()) {
+        return;
+    }
+    if (!HasEdits()) {
+        PropertyPage::OnCancel();
+        return;
+    }
+    const Answer answer = AskSave(*this);
+    if (answer == Answer::None || (answer == Answer::Yes && !CanSave())) {
+        if (GetSheet() != nullptr) {
+            GetSheet()->StayOpen(*this);
+        }
+        return;
+    }
+    if (answer == Answer::Yes) {
+        WriteEdits();
+    }
+    if (shared != nullptr) {
+        shared->SetAnswer(answer == Answer::Yes);
+    }
+    if (answer == Answer::No) {
+        PropertyPage::OnCancel();
+    }
+}
+
+}  // namespace ta::sheet
