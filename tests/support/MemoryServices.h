@@ -3,7 +3,6 @@
 #include "platform/Clock.h"
 #include "platform/Entitlement.h"
 #include "platform/NumberDisplay.h"
-#include "tests/support/CallPlan.h"
 
 #include <fmt/format.h>
 
@@ -38,28 +37,6 @@ public:
     }
 };
 
-/// Passes on; a call that is planned to fail gives false, or leaves its outputs as they were.
-class FailingEntitlement : public EntitlementService, public CallPlan {
-public:
-    /// `target` outlives this.
-    explicit FailingEntitlement(EntitlementService& target) : m_target(target) {}
-
-    bool bIsFunctionAllowed(Function function) const override {
-        return Enter("bIsFunctionAllowed") && m_target.bIsFunctionAllowed(function);
-    }
-    bool bIsSecondDataAllowed(unsigned char market) const override {
-        return Enter("bIsSecondDataAllowed") && m_target.bIsSecondDataAllowed(market);
-    }
-    void GetTATrendLineMaxCount(int& inAll, int& perSymbol) const override {
-        if (Enter("GetTATrendLineMaxCount")) {
-            m_target.GetTATrendLineMaxCount(inAll, perSymbol);
-        }
-    }
-
-private:
-    EntitlementService& m_target;
-};
-
 #define TA_TEST_NUMBER_OPERATIONS(M)                       \
     M(CApi_DisplayDouble, int)                             \
     M(CApi_DisplayDenominator, unsigned char)              \
@@ -76,23 +53,6 @@ public:
     }
     TA_TEST_NUMBER_OPERATIONS(TA_TEST_SHOW)
 #undef TA_TEST_SHOW
-};
-
-/// Passes on; a call that is planned to fail gives "N/A".
-class FailingNumberDisplay : public NumberDisplay, public CallPlan {
-public:
-    /// `target` outlives this.
-    explicit FailingNumberDisplay(NumberDisplay& target) : m_target(target) {}
-
-#define TA_TEST_FORWARD(Operation, Code)                                    \
-    CString Operation(double value, Code code) const override {             \
-        return Enter(#Operation) ? m_target.Operation(value, code) : "N/A"; \
-    }
-    TA_TEST_NUMBER_OPERATIONS(TA_TEST_FORWARD)
-#undef TA_TEST_FORWARD
-
-private:
-    NumberDisplay& m_target;
 };
 #undef TA_TEST_NUMBER_OPERATIONS
 

@@ -28,7 +28,7 @@ class SettingsFixture : public testing::Test {
 protected:
     SettingsFixture() {
         services.configStore = &store;
-        services.entitlement = &entitlement;
+        services.entitlement = &memoryEntitlement;
         services.chartModule = &chartModule;
         services.numberDisplay = &numberDisplay;
         services.frameWindow = &frame;
@@ -61,7 +61,6 @@ protected:
     MemoryConfigStore memory;
     RecordingConfigStore store{memory};
     MemoryEntitlement memoryEntitlement;
-    FailingEntitlement entitlement{memoryEntitlement};
     MemoryChartModule memoryChartModule;
     FailingChartModule chartModule{memoryChartModule};
     MemoryNumberDisplay numberDisplay;
