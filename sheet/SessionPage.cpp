@@ -51,6 +51,7 @@ void SessionPage::SetForm(QWidget& form) {
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(0, 0, 0, 0);
     page->addWidget(area);
+    area->show();  // at once, also on a page that is in front already
 }
 
 QSize SessionPage::sizeHint() const {

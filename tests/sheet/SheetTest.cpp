@@ -51,6 +51,20 @@ TEST_F(SheetTest, TwoButtonsStandWhereCancelAndApplyWould) {
     EXPECT_EQ(Sheet().size(), size) << "one size for both pages";
 }
 
+TEST_F(SheetTest, EnterPressesTheButtonThatHasTheFocus) {
+    Open();
+    ClickStudy(0, 0);
+    TabTo(Button("downButton"));
+    PressKey(Qt::Key_Return);
+    EXPECT_EQ(Panes()[0], "pane 1: 移動平均線, K線, study 99");
+    EXPECT_TRUE(Sheet().isVisible());
+    TabTo(*Sheet().GetDlgItem(ui::kIdCancel));
+    prompts.ExpectYesNo(false);
+    PressKey(Qt::Key_Return);
+    EXPECT_FALSE(Sheet().isVisible());
+    EXPECT_EQ(Sheet().result(), QDialog::Rejected);
+}
+
 TEST_F(SheetTest, TheChangeListMixesNumbersAndPositions) {
     Open();
     EXPECT_EQ(ChangedOver({8, 9}), (Changes{8, 9})) << "Nothing changed: left as it was.";

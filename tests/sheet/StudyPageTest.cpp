@@ -15,7 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
-#include <QScrollBar>
+#include <QScrollArea>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -656,8 +656,6 @@ protected:
             }
             QCoreApplication::processEvents();
             RequireReachable(Sheet());
-            Require(View().horizontalScrollBar()->maximum() == 0,
-                    (*item)->text(0) + " does not fit");
         }
         OnDialog([this](ui::DialogBase& dialog) {
             RequireReachable(dialog);
