@@ -143,6 +143,18 @@ TEST_F(UiTest, EnterPressesTheButtonWithTheFocusAndElseOk) {
     EXPECT_EQ(defaults(form.cancel), "010");
     EXPECT_EQ(defaults(form.button), "001");
     EXPECT_EQ(defaults(form.tool), "100");
+    // Controls go while one of them has the focus and the default button is another one.
+    auto* frame = new QWidget(&form);
+    auto* first = new QPushButton(frame);
+    auto* last = new QLineEdit(frame);
+    frame->show();
+    last->setFocus();
+    delete frame;
+    first = new QPushButton(&form);
+    first->show();
+    EXPECT_EQ(defaults(*first), "000");
+    delete first;
+    EXPECT_EQ(defaults(form.edit), "100");
 }
 
 TEST_F(UiTest, NoExceptionLeavesADialog) {
