@@ -145,15 +145,11 @@ TEST_F(UiTest, EnterPressesTheButtonWithTheFocusAndElseOk) {
     EXPECT_EQ(defaults(form.tool), "100");
     // Controls go while one of them has the focus and the default button is another one.
     auto* frame = new QWidget(&form);
-    auto* first = new QPushButton(frame);
-    auto* last = new QLineEdit(frame);
+    new QLineEdit(frame);
+    auto* last = new QPushButton(frame);
     frame->show();
-    last->setFocus();
+    EXPECT_EQ(defaults(*last), "000");
     delete frame;
-    first = new QPushButton(&form);
-    first->show();
-    EXPECT_EQ(defaults(*first), "000");
-    delete first;
     EXPECT_EQ(defaults(form.edit), "100");
 }
 
@@ -378,8 +374,11 @@ TEST_F(UiTest, PostedMessagesOfAnOwnerThatIsGoneAreDropped) {
             window::PostMessageA(stays, 4, 0, 0);
         }
     };
+    int delivered = 0;
     while (window::DeliverPostedMessage()) {
+        ++delivered;
     }
+    EXPECT_EQ(delivered, 3);
     EXPECT_EQ(stays.messages, std::vector<unsigned>({1, 3, 4}));
     QCoreApplication::processEvents();
     EXPECT_EQ(stays.messages.size(), 3U);
