@@ -119,7 +119,7 @@ void DialogBase::SetButtons(QPushButton& ok, QPushButton& cancel) {
     SetDlgItem(kIdOk, ok);
     connect(&ok, &QPushButton::clicked, this, &DialogBase::accept);
     SetCancelButton(cancel);
-    ShowDefaultButton(nullptr);
+    ShowDefaultButton(&ok);
 }
 
 void DialogBase::SetCancelButton(QPushButton& cancel) {
@@ -128,8 +128,13 @@ void DialogBase::SetCancelButton(QPushButton& cancel) {
 }
 
 void DialogBase::ShowDefaultButton(QWidget* focus) {
+    // No focus at all: perhaps because the one that had it is being destroyed, and its neighbours
+    // with it, among which nothing can be looked for.
+    if (focus == nullptr) {
+        return;
+    }
     auto* button = qobject_cast<QPushButton*>(focus);
-    if (button == nullptr || button->window() != this) {
+    if (button == nullptr || (button != m_ok && button->window() != this)) {
         button = m_ok;
     }
     if (m_default != nullptr && m_default != button) {

@@ -143,6 +143,14 @@ TEST_F(UiTest, EnterPressesTheButtonWithTheFocusAndElseOk) {
     EXPECT_EQ(defaults(form.cancel), "010");
     EXPECT_EQ(defaults(form.button), "001");
     EXPECT_EQ(defaults(form.tool), "100");
+    // Controls go while one of them has the focus and the default button is another one.
+    auto* frame = new QWidget(&form);
+    new QLineEdit(frame);
+    auto* last = new QPushButton(frame);
+    frame->show();
+    EXPECT_EQ(defaults(*last), "000");
+    delete frame;
+    EXPECT_EQ(defaults(form.edit), "100");
 }
 
 TEST_F(UiTest, NoExceptionLeavesADialog) {
@@ -366,8 +374,11 @@ TEST_F(UiTest, PostedMessagesOfAnOwnerThatIsGoneAreDropped) {
             window::PostMessageA(stays, 4, 0, 0);
         }
     };
+    int delivered = 0;
     while (window::DeliverPostedMessage()) {
+        ++delivered;
     }
+    EXPECT_EQ(delivered, 3);
     EXPECT_EQ(stays.messages, std::vector<unsigned>({1, 3, 4}));
     QCoreApplication::processEvents();
     EXPECT_EQ(stays.messages.size(), 3U);
