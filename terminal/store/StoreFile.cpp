@@ -79,10 +79,46 @@ bool FolderTakesFiles(const SQLite::Database& database, const char* vfsName) {
            writable != 0;
 }
 
-SettingKey KeyAt(const SQLite::Statement& row) {
-    return {static_cast<SettingKind>(row.getColumn(0).getInt64()), row.getColumn(1).getInt64(),
-            BlobAt(row, 2), BlobAt(row, 3)};
-}
+/// Steps through every row. Without SQLiteCpp's columns, which each share the statement: they would
+/// add a tenth to the time that loading takes.
+class RowReader {
+public:
+    explicit RowReader(const SQLite::Database& database) : m_database(database) {
+        sqlite3_stmt* select = nullptr;
+        m_database.check(
+            sqlite3_prepare_v2(m_database.getHandle(), kSelectAll, -1, &select, nullptr));
+        m_select.reset(select);
+    }
+
+    bool Next() {
+        const int code = sqlite3_step(m_select.get());
+        m_database.check(code == SQLITE_ROW || code == SQLITE_DONE ? SQLITE_OK : code);
+        return code == SQLITE_ROW;
+    }
+    SettingKey Key() const {
+        return {static_cast<SettingKind>(sqlite3_column_int64(m_select.get(), 0)),
+                sqlite3_column_int64(m_select.get(), 1), Blob(2), Blob(3)};
+    }
+    std::string_view Value() const { return Blob(4); }
+
+private:
+    std::string_view Blob(int column) const {
+        const int size = sqlite3_column_bytes(m_select.get(), column);
+        // Most keys have an empty part.
+        return size <= 0
+                   ? std::string_view()
+                   : std::string_view(
+                         static_cast<const char*>(sqlite3_column_blob(m_select.get(), column)),
+                         static_cast<std::size_t>(size));
+    }
+
+    struct Finalizer {
+        void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+    };
+
+    const SQLite::Database& m_database;
+    std::unique_ptr<sqlite3_stmt, Finalizer> m_select;
+};
 
 void BindKey(SQLite::Statement& statement, const SettingKey& key) {
     statement.bind(1, static_cast<std::int64_t>(key.kind));
@@ -179,18 +215,18 @@ int StoreFile::Create() {
 
 int StoreFile::Read(CommittedRows& rows) {
     return CodeOf([&] {
-        SQLite::Statement select(m_connection->database, kSelectAll);
+        RowReader reader(m_connection->database);
         // The counter's row is the first one.
-        if (!select.executeStep() || KeyAt(select) != kCounterKey) {
+        if (!reader.Next() || reader.Key() != kCounterKey) {
             ThrowDamaged();
         }
         CommittedRows fresh;
-        fresh.SetCounter(CounterIn(BlobAt(select, 4)));
+        fresh.SetCounter(CounterIn(reader.Value()));
         if (fresh.Counter() == rows.Counter() && !rows.Rows().empty()) {
             return;
         }
-        while (select.executeStep()) {
-            if (!fresh.Append(KeyAt(select), BlobAt(select, 4))) {
+        while (reader.Next()) {
+            if (!fresh.Append(reader.Key(), reader.Value())) {
                 ThrowDamaged();
             }
         }
