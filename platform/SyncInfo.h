@@ -11,6 +11,7 @@ class TaDrawInfo;
 
 namespace ta {
 
+class ComparisonSets;
 class EntitlementService;
 class NumberDisplay;
 
@@ -30,6 +31,7 @@ struct Services {
     EntitlementService* entitlement = nullptr;
     ChartModule* chartModule = nullptr;
     NumberDisplay* numberDisplay = nullptr;
+    ComparisonSets* comparisonSets = nullptr;
     CWnd* frameWindow = nullptr;
     CString messageBoxTitle;
     /// How fractional prices are written: 1 dot, 2 special decimal, 3 mixed, other denominator.

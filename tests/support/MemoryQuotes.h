@@ -36,6 +36,7 @@ public:
     std::map<Code, Listing> monthSymbols;  ///< by contract month
     /// By market, commodity and month.
     std::map<std::tuple<std::uint8_t, CString, CString>, CString> weeklyContracts;
+    std::map<Code, CString> otherNames;  ///< by symbol
     bool symbolIdIsRealMonth = false;
     bool nameShowsRealMonth = false;
     std::map<CString, CString> symbolByTreeId;
@@ -83,6 +84,13 @@ public:
     bool bGetSymbolID(Texts& ids, Texts& names, std::uint8_t market,
                       const CString& contractMonth) const override {
         return Give(Get(monthSymbols, {market, contractMonth}), ids, names);
+    }
+    bool bGetSymbolOtherNames(Texts& names, std::uint8_t market, const Texts& ids) const override {
+        names.clear();
+        for (const CString& id : ids) {
+            names.push_back(Get(otherNames, {market, id}));
+        }
+        return !otherNames.empty();
     }
     bool GetSymbolIDIsRealMonth() const override {
         return symbolIdIsRealMonth;
@@ -166,6 +174,8 @@ public:
                     (CString & i, std::uint8_t m, const CString& c, const CString& t), i, m, c, t)
     TA_TEST_FORWARD(bool, bGetSymbolID, (Texts & i, Texts& n, std::uint8_t m, const CString& c), i,
                     n, m, c)
+    TA_TEST_FORWARD(bool, bGetSymbolOtherNames, (Texts & n, std::uint8_t m, const Texts& i), n, m,
+                    i)
     TA_TEST_FORWARD(bool, GetSymbolIDIsRealMonth, ())
     TA_TEST_FORWARD(bool, bGetSymbolIDByContractMonthSymbID, (CString & s, const CString& t), s, t)
     TA_TEST_FORWARD(bool, bSymbolNameIsShowRealMonth, ())

@@ -1,0 +1,272 @@
+#include "dialogs/SymbolTree.h"
+
+#include "dialogs/ComparisonText.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <unordered_map>
+
+namespace ta::compare {
+namespace {
+
+using Texts = BKQuoteInterface::Texts;
+
+constexpr std::uint8_t kShares = 16;
+constexpr std::uint8_t kFutures = 'm';
+constexpr std::uint8_t kCommodities = 1;
+constexpr std::uint8_t kNeverShown = 'O';
+
+bool StandsAtTheTop(std::uint8_t market) {
+    return market == kShares || market == kFutures;
+}
+
+bool HasDaily(const BKQuoteInterface& quotes, std::uint8_t market) {
+    BKQuoteInterface::Items items;
+    return quotes.bGetTADailyItemNoByService(items, market, "") && !items.empty();
+}
+
+bool HasWeekly(const BKQuoteInterface& quotes, std::uint8_t market, const CString& commodity,
+               const CString& month) {
+    CString id;
+    return quotes.GetWeeklyContractIDByContractMonth(id, market, commodity, month) != 0 &&
+           (commodity != "ETXO" || month.find("1W") != CString::npos);
+}
+
+/// Whether whole characters of `text` are `wanted`; both upper-cased, `wanted` not empty.
+bool Holds(std::string_view text, std::string_view wanted) {
+    for (std::size_t found = text.find(wanted), i = 0; found != std::string_view::npos;
+         found = text.find(wanted, found + 1)) {
+        while (i < found) {
+            i += text::CharLength(text, i);
+        }
+        if (i == found) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+SymbolTree::SymbolTree(const BKQuoteInterface& quotes) {
+    std::vector<std::uint8_t> ids;
+    Texts names;
+    quotes.bGetQuoteServiceID(ids, names);
+    names.resize(ids.size());
+    for (const bool top : {true, false}) {
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            if (ids[i] != kNeverShown && StandsAtTheTop(ids[i]) == top) {
+                AddMarket(quotes, ids[i], names[i]);
+            }
+        }
+    }
+    LinkChildren();
+    m_upperTexts = text::ToUpper(m_texts);
+}
+
+void SymbolTree::AddMarket(const BKQuoteInterface& quotes, std::uint8_t market,
+                           const CString& name) {
+    const int node = Add(kNone, kMarketData, name, {});
+    if (!HasDaily(quotes, market)) {
+        return;
+    }
+    if (market != kCommodities && market != kFutures) {
+        AddCommodity(quotes, node, market, {});
+        return;
+    }
+    Texts ids;
+    Texts names;
+    quotes.bGetAllCommodityID(ids, names, market);
+    names.resize(ids.size());
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        const int parent =
+            ids[i].empty() ? node : Add(node, kCommodityData, ids[i] + ' ', names[i]);
+        AddCommodity(quotes, parent, market, ids[i]);
+    }
+}
+
+void SymbolTree::AddCommodity(const BKQuoteInterface& quotes, int parent, std::uint8_t market,
+                              const CString& commodity) {
+    Texts ids;
+    Texts names;
+    quotes.bGetSymbolItemID(ids, names, market, commodity);
+    AddSymbols(parent, market, ids, names);
+    if (market == kFutures) {
+        AddWeeklyContracts(quotes, parent, market, commodity);
+    }
+}
+
+void SymbolTree::AddWeeklyContracts(const BKQuoteInterface& quotes, int parent, std::uint8_t market,
+                                    const CString& commodity) {
+    Texts months;
+    quotes.bGetContractMonthByCommodity(months, market, commodity);
+    for (const CString& month : months) {
+        if (HasWeekly(quotes, market, commodity, month)) {
+            Texts ids;
+            Texts names;
+            quotes.bGetSymbolID(ids, names, market, month);
+            AddSymbols(parent, market, ids, names);
+        }
+    }
+}
+
+void SymbolTree::AddSymbols(int parent, std::uint8_t market, const Texts& ids, const Texts& names) {
+    const std::size_t count = m_data.size() + ids.size();
+    m_textBegins.reserve(count + 1);
+    m_data.reserve(count);
+    m_parents.reserve(count);
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        const int node = Add(parent, market, ids[i], {});
+        m_texts.back() = ' ';
+        m_texts.append(i < names.size() ? names[i] : CString()).push_back('\0');
+        m_textBegins[static_cast<std::size_t>(node) + 1] =
+            static_cast<std::uint32_t>(m_texts.size());
+    }
+}
+
+int SymbolTree::Add(int parent, int data, const CString& front, const CString& back) {
+    m_texts.append(front).append(back).push_back('\0');
+    m_textBegins.push_back(static_cast<std::uint32_t>(m_texts.size()));
+    m_data.push_back(static_cast<std::int16_t>(data));
+    m_parents.push_back(parent);
+    return NodeCount() - 1;
+}
+
+void SymbolTree::LinkChildren() {
+    const std::size_t count = m_data.size();
+    m_rows.resize(count);
+    m_children.resize(count);
+    m_childBegins.assign(count + 2, 0);
+    for (std::size_t node = 0; node < count; ++node) {
+        m_rows[node] = m_childBegins[static_cast<std::size_t>(m_parents[node] + 2)]++;
+    }
+    for (std::size_t i = 1; i < m_childBegins.size(); ++i) {
+        m_childBegins[i] += m_childBegins[i - 1];
+    }
+    for (std::size_t node = 0; node < count; ++node) {
+        const int begin = m_childBegins[static_cast<std::size_t>(m_parents[node] + 1)];
+        m_children[static_cast<std::size_t>(begin + m_rows[node])] = static_cast<int>(node);
+    }
+}
+
+int SymbolTree::ChildCount(int parent) const {
+    return At(m_childBegins, parent + 2) - At(m_childBegins, parent + 1);
+}
+
+int SymbolTree::Child(int parent, int row) const {
+    return At(m_children, At(m_childBegins, parent + 1) + row);
+}
+
+std::string_view SymbolTree::TextIn(const CString& texts, int node) const {
+    const std::uint32_t begin = m_textBegins[static_cast<std::size_t>(node)];
+    const std::uint32_t end = m_textBegins[static_cast<std::size_t>(node) + 1];
+    return {texts.data() + begin, end - begin - 1};
+}
+
+int SymbolTree::LongestNode() const {
+    int longest = kNone;
+    for (int node = 0; node < NodeCount(); ++node) {
+        if (longest == kNone || Text(node).size() > Text(longest).size()) {
+            longest = node;
+        }
+    }
+    return longest;
+}
+
+int SymbolTree::FindBeginning(const CString& typed) const {
+    const CString wanted = text::ToUpper(typed);
+    if (wanted.empty()) {
+        return kNone;
+    }
+    for (int node = 0; node < NodeCount(); ++node) {
+        const char* text = m_upperTexts.data() + m_textBegins[static_cast<std::size_t>(node)];
+        // The zero byte behind a shorter text ends the comparison.
+        if (*text == wanted.front() && IsLeaf(node) &&
+            std::strncmp(text, wanted.data(), wanted.size()) == 0) {
+            return node;
+        }
+    }
+    return kNone;
+}
+
+int SymbolTree::FindHolding(const CString& typed, int from, int step) const {
+    const CString wanted = text::ToUpper(typed);
+    const int count = NodeCount();
+    if (wanted.empty()) {
+        return kNone;
+    }
+    const std::vector<CString>& others = OtherNames();
+    int node = from == kNone && step < 0 ? count : from;
+    for (int tried = 0; tried < count; ++tried) {
+        node = (node + step + count) % count;
+        if (IsLeaf(node) && (Holds(TextIn(m_upperTexts, node), wanted) ||
+                             Holds(others[static_cast<std::size_t>(node)], wanted))) {
+            return node;
+        }
+    }
+    return kNone;
+}
+
+const std::vector<CString>& SymbolTree::OtherNames() const {
+    if (m_otherNames.size() != m_data.size()) {
+        std::vector<CString> names(m_data.size());
+        std::map<int, std::vector<int>> leavesByMarket;
+        for (int node = 0; node < NodeCount(); ++node) {
+            if (IsLeaf(node)) {
+                leavesByMarket[ItemData(node)].push_back(node);
+            }
+        }
+        for (const auto& [market, nodes] : leavesByMarket) {
+            AskOtherNames(nodes, names);
+        }
+        m_otherNames = std::move(names);
+    }
+    return m_otherNames;
+}
+
+void SymbolTree::AskOtherNames(const std::vector<int>& nodes, std::vector<CString>& names) const {
+    const auto market = static_cast<std::uint8_t>(ItemData(nodes.front()));
+    Texts ids;
+    for (const int node : nodes) {
+        const std::string_view text = Text(node);
+        ids.emplace_back(text.substr(0, text.find(' ')));
+    }
+    Texts given;
+    if (BKQuoteInterface::GetBKInterface().bGetSymbolOtherNames(given, market, ids)) {
+        given.resize(ids.size());
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            names[static_cast<std::size_t>(nodes[i])] = text::ToUpper(given[i]);
+        }
+    }
+}
+
+std::vector<int> SymbolTree::FindCodes(const std::vector<CString>& codes) const {
+    std::unordered_map<CString, int> found;
+    for (const CString& code : codes) {
+        found.emplace(text::ToUpper(code), kNone);
+    }
+    for (int node = 0; node < NodeCount(); ++node) {
+        const std::string_view text = TextIn(m_upperTexts, node);
+        const auto wanted =
+            IsLeaf(node) ? found.find(CString(text.substr(0, text.find(' ')))) : found.end();
+        if (wanted != found.end() && wanted->second == kNone) {
+            wanted->second = node;
+        }
+    }
+    std::vector<int> nodes;
+    for (const CString& code : codes) {
+        nodes.push_back(found.at(text::ToUpper(code)));
+    }
+    return nodes;
+}
+
+CString SymbolOfTreeId(const BKQuoteInterface& quotes, const CString& treeId) {
+    CString symbol;
+    const bool converted =
+        quotes.GetSymbolIDIsRealMonth() && quotes.bGetSymbolIDByContractMonthSymbID(symbol, treeId);
+    return converted ? symbol : treeId;
+}
+
+}  // namespace ta::compare
