@@ -54,6 +54,8 @@
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_PARAMS"><translation>parameters</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_SHAPES"><translation>shapes</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_LAYOUT"><translation>window layout</translation></message>
+    <message id="IDS_TADIALOGS-FILE_ASK_CREATE"><translation>The file “%1” does not exist. Create it?</translation></message>
+    <message id="IDS_TADIALOGS-FILE_WILDCARD"><translation>“%1” holds a “*” and is no file name. Choose the file again, or type a name without it.</translation></message>
     <message id="IDS_TADIALOGS-FILE_UNREADABLE"><translation>The file “%1” cannot be read:&#10;%2</translation></message>
     <message id="IDS_TADIALOGS-FILE_UNWRITABLE"><translation>The file “%1” cannot be written:&#10;%2</translation></message>
     <message id="IDS_TADIALOGS-FILE_NOT_FOUND"><translation>It does not exist.</translation></message>

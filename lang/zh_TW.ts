@@ -54,6 +54,8 @@
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_PARAMS"><translation>參數設定</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_SHAPES"><translation>圖形設定</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_LAYOUT"><translation>視窗配置</translation></message>
+    <message id="IDS_TADIALOGS-FILE_ASK_CREATE"><translation>檔案「%1」不存在，要建立嗎？</translation></message>
+    <message id="IDS_TADIALOGS-FILE_WILDCARD"><translation>「%1」含有「*」，不是檔案名稱。請重新選擇檔案，或輸入不含「*」的檔名。</translation></message>
     <message id="IDS_TADIALOGS-FILE_UNREADABLE"><translation>無法讀取檔案「%1」：&#10;%2</translation></message>
     <message id="IDS_TADIALOGS-FILE_UNWRITABLE"><translation>無法寫入檔案「%1」：&#10;%2</translation></message>
     <message id="IDS_TADIALOGS-FILE_NOT_FOUND"><translation>檔案不存在。</translation></message>
