@@ -1,6 +1,5 @@
 #include "dialogs/SymbolTree.h"
 
-#include "dialogs/ComparisonText.h"
 #include "platform/Text.h"
 
 #include <algorithm>
