@@ -27,16 +27,16 @@ ChartScene::ChartScene(QCustomPlot& plot, const ChartModel& model)
 }
 
 ChartScene::~ChartScene() {
-    RemovePanes();
+    Clear();
 }
 
-void ChartScene::RemovePanes() {
+void ChartScene::Clear() {
     m_panes.clear();
     m_plot.plotLayout()->simplify();
 }
 
 void ChartScene::Rebuild(const PlotTheme& theme, const QFont& font) {
-    RemovePanes();
+    Clear();
     m_style.theme = theme;
     m_style.font = font;
     m_style.options = m_model.Options();

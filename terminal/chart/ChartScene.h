@@ -30,6 +30,8 @@ public:
     PlotRange& Range() { return m_range; }
     const PlotRange& Range() const { return m_range; }
 
+    /// Without panes, until Rebuild.
+    void Clear();
     /// Makes the panes anew: after the group, the colours or the font changed.
     void Rebuild(const PlotTheme& theme, const QFont& font);
     /// To be called when the plot's size changed, before the next Draw.
@@ -49,7 +51,6 @@ public:
     std::pair<int, int> PaneAndStudyAt(const QPointF& position) const;
 
 private:
-    void RemovePanes();
     void Fill();
     void FillLegends(const PlotCursor& cursor);
     void ShowCursor(const PlotCursor& cursor);

@@ -2,6 +2,7 @@
 
 #include "platform/ui/Prompts.h"
 #include "platform/ui/TextBridge.h"
+#include "settings/TrendLineKeys.h"
 #include "terminal/lang/Language.h"
 #include "terminal/lines/DrawingLayer.h"
 #include "terminal/lines/TrendLineStore.h"
@@ -65,7 +66,7 @@ void DrawingBoard::Reload() {
 
 void DrawingBoard::TellUnreadable(const std::vector<CString>& lines) {
     static std::set<CString> told;
-    const CString symbolKey = TrendLineSymbolKey(m_chart.market, m_chart.symbol);
+    const CString symbolKey = settings::PackSymbolKey(m_chart.market, m_chart.symbol);
     const auto count = std::ranges::count_if(
         lines, [&](const CString& line) { return told.insert(symbolKey + '/' + line).second; });
     if (count > 0) {
