@@ -62,12 +62,11 @@ SymbolTree::SymbolTree(const BKQuoteInterface& quotes) {
         }
     }
     LinkChildren();
-    m_upperTexts = text::ToUpper(m_texts);
 }
 
 void SymbolTree::AddMarket(const BKQuoteInterface& quotes, std::uint8_t market,
                            const CString& name) {
-    const int node = Add(kNone, kMarketData, name, {});
+    const int node = AddGroup(kNone, kMarketData, name);
     if (!HasDaily(quotes, market)) {
         return;
     }
@@ -81,7 +80,7 @@ void SymbolTree::AddMarket(const BKQuoteInterface& quotes, std::uint8_t market,
     names.resize(ids.size());
     for (std::size_t i = 0; i < ids.size(); ++i) {
         const int parent =
-            ids[i].empty() ? node : Add(node, kCommodityData, ids[i] + ' ', names[i]);
+            ids[i].empty() ? node : AddGroup(node, kCommodityData, ids[i] + ' ' + names[i]);
         AddCommodity(quotes, parent, market, ids[i]);
     }
 }
@@ -112,21 +111,24 @@ void SymbolTree::AddWeeklyContracts(const BKQuoteInterface& quotes, int parent, 
 }
 
 void SymbolTree::AddSymbols(int parent, std::uint8_t market, const Texts& ids, const Texts& names) {
-    const std::size_t count = m_data.size() + ids.size();
-    m_textBegins.reserve(count + 1);
-    m_data.reserve(count);
-    m_parents.reserve(count);
+    const auto nameOf = [&names](std::size_t i) {
+        return i < names.size() ? std::string_view(names[i]) : std::string_view();
+    };
+    std::size_t bytes = m_texts.size();
     for (std::size_t i = 0; i < ids.size(); ++i) {
-        const int node = Add(parent, market, ids[i], {});
-        m_texts.back() = ' ';
-        m_texts.append(i < names.size() ? names[i] : CString()).push_back('\0');
-        m_textBegins[static_cast<std::size_t>(node) + 1] =
-            static_cast<std::uint32_t>(m_texts.size());
+        bytes += ids[i].size() + nameOf(i).size() + 2;
+    }
+    m_texts.reserve(bytes);
+    m_data.insert(m_data.end(), ids.size(), market);
+    m_parents.insert(m_parents.end(), ids.size(), parent);
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        m_texts.append(ids[i]).append(1, ' ').append(nameOf(i)).push_back('\0');
+        m_textBegins.push_back(static_cast<std::uint32_t>(m_texts.size()));
     }
 }
 
-int SymbolTree::Add(int parent, int data, const CString& front, const CString& back) {
-    m_texts.append(front).append(back).push_back('\0');
+int SymbolTree::AddGroup(int parent, int data, const CString& text) {
+    m_texts.append(text).push_back('\0');
     m_textBegins.push_back(static_cast<std::uint32_t>(m_texts.size()));
     m_data.push_back(static_cast<std::int16_t>(data));
     m_parents.push_back(parent);
@@ -164,6 +166,13 @@ std::string_view SymbolTree::TextIn(const CString& texts, int node) const {
     return {texts.data() + begin, end - begin - 1};
 }
 
+const CString& SymbolTree::UpperTexts() const {
+    if (m_upperTexts.size() != m_texts.size()) {
+        m_upperTexts = text::ToUpper(m_texts);
+    }
+    return m_upperTexts;
+}
+
 int SymbolTree::LongestNode() const {
     int longest = kNone;
     for (int node = 0; node < NodeCount(); ++node) {
@@ -179,8 +188,9 @@ int SymbolTree::FindBeginning(const CString& typed) const {
     if (wanted.empty()) {
         return kNone;
     }
+    const CString& texts = UpperTexts();
     for (int node = 0; node < NodeCount(); ++node) {
-        const char* text = m_upperTexts.data() + m_textBegins[static_cast<std::size_t>(node)];
+        const char* text = texts.data() + m_textBegins[static_cast<std::size_t>(node)];
         // The zero byte behind a shorter text ends the comparison.
         if (*text == wanted.front() && IsLeaf(node) &&
             std::strncmp(text, wanted.data(), wanted.size()) == 0) {
@@ -200,7 +210,7 @@ int SymbolTree::FindHolding(const CString& typed, int from, int step) const {
     int node = from == kNone && step < 0 ? count : from;
     for (int tried = 0; tried < count; ++tried) {
         node = (node + step + count) % count;
-        if (IsLeaf(node) && (Holds(TextIn(m_upperTexts, node), wanted) ||
+        if (IsLeaf(node) && (Holds(TextIn(UpperTexts(), node), wanted) ||
                              Holds(others[static_cast<std::size_t>(node)], wanted))) {
             return node;
         }
@@ -247,7 +257,7 @@ std::vector<int> SymbolTree::FindCodes(const std::vector<CString>& codes) const 
         found.emplace(text::ToUpper(code), kNone);
     }
     for (int node = 0; node < NodeCount(); ++node) {
-        const std::string_view text = TextIn(m_upperTexts, node);
+        const std::string_view text = TextIn(UpperTexts(), node);
         const auto wanted =
             IsLeaf(node) ? found.find(CString(text.substr(0, text.find(' ')))) : found.end();
         if (wanted != found.end() && wanted->second == kNone) {

@@ -57,7 +57,7 @@ private:
         return values[static_cast<std::size_t>(node)];
     }
     std::string_view TextIn(const CString& texts, int node) const;
-    int Add(int parent, int data, const CString& front, const CString& back);
+    int AddGroup(int parent, int data, const CString& text);
     void AddMarket(const BKQuoteInterface& quotes, std::uint8_t market, const CString& name);
     void AddCommodity(const BKQuoteInterface& quotes, int parent, std::uint8_t market,
                       const CString& commodity);
@@ -66,13 +66,15 @@ private:
     void AddSymbols(int parent, std::uint8_t market, const BKQuoteInterface::Texts& ids,
                     const BKQuoteInterface::Texts& names);
     void LinkChildren();
+    /// The texts upper-cased, made when they are first searched.
+    const CString& UpperTexts() const;
     /// The other names of each node, upper-cased, asked for when they are first wanted.
     const std::vector<CString>& OtherNames() const;
     void AskOtherNames(const std::vector<int>& nodes, std::vector<CString>& names) const;
 
     // By node. The texts follow one another, each with a zero byte behind it.
     CString m_texts;
-    CString m_upperTexts;
+    mutable CString m_upperTexts;
     std::vector<std::uint32_t> m_textBegins{0};  ///< and where the next one would begin
     std::vector<std::int16_t> m_data;
     std::vector<std::int32_t> m_parents;
