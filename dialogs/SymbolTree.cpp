@@ -3,7 +3,6 @@
 #include "platform/Text.h"
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 #include <unordered_map>
 
@@ -45,6 +44,13 @@ bool Holds(std::string_view text, std::string_view wanted) {
         }
     }
     return false;
+}
+
+/// Makes room for `count` more elements; the first of them.
+template <class Values>
+auto* Extend(Values& values, std::size_t count) {
+    values.resize(values.size() + count);
+    return values.data() + values.size() - count;
 }
 
 }  // namespace
@@ -114,17 +120,23 @@ void SymbolTree::AddSymbols(int parent, std::uint8_t market, const Texts& ids, c
     const auto nameOf = [&names](std::size_t i) {
         return i < names.size() ? std::string_view(names[i]) : std::string_view();
     };
-    std::size_t bytes = m_texts.size();
+    std::size_t bytes = 0;
     for (std::size_t i = 0; i < ids.size(); ++i) {
         bytes += ids[i].size() + nameOf(i).size() + 2;
     }
-    m_texts.reserve(bytes);
+    char* at = Extend(m_texts, bytes);
+    std::uint32_t end = m_textBegins.back();
+    std::uint32_t* begins = Extend(m_textBegins, ids.size());
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        const char* const start = at;
+        at = std::ranges::copy(ids[i], at).out;
+        *at++ = ' ';
+        at = std::ranges::copy(nameOf(i), at).out;
+        *at++ = '\0';
+        begins[i] = end += static_cast<std::uint32_t>(at - start);
+    }
     m_data.insert(m_data.end(), ids.size(), market);
     m_parents.insert(m_parents.end(), ids.size(), parent);
-    for (std::size_t i = 0; i < ids.size(); ++i) {
-        m_texts.append(ids[i]).append(1, ' ').append(nameOf(i)).push_back('\0');
-        m_textBegins.push_back(static_cast<std::uint32_t>(m_texts.size()));
-    }
 }
 
 int SymbolTree::AddGroup(int parent, int data, const CString& text) {
@@ -189,11 +201,12 @@ int SymbolTree::FindBeginning(const CString& typed) const {
         return kNone;
     }
     const CString& texts = UpperTexts();
+    const std::size_t last = wanted.size() - 1;
     for (int node = 0; node < NodeCount(); ++node) {
-        const char* text = texts.data() + m_textBegins[static_cast<std::size_t>(node)];
-        // The zero byte behind a shorter text ends the comparison.
-        if (*text == wanted.front() && IsLeaf(node) &&
-            std::strncmp(text, wanted.data(), wanted.size()) == 0) {
+        const std::string_view text = TextIn(texts, node);
+        // Codes of one market differ at their ends rather than at their beginnings.
+        if (text.size() > last && text[last] == wanted[last] && text.starts_with(wanted) &&
+            IsLeaf(node)) {
             return node;
         }
     }

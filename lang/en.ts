@@ -356,6 +356,11 @@
     <message id="IDS_TERMINAL-FRAME_NEW_TAB"><translation>&amp;New tab</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLOSE_TAB"><translation>&amp;Close tab</translation></message>
     <message id="IDS_TERMINAL-FRAME_EXIT"><translation>E&amp;xit</translation></message>
+    <message id="IDS_TERMINAL-CHART_BEGINS_LATER"><translation>Asked for bars since %1, got %2: the data begin on %3</translation></message>
+    <message id="IDS_TERMINAL-CHART_ENDS_BEFORE"><translation>Asked for bars since %1, got none: the data end on %2</translation></message>
+    <message id="IDS_TERMINAL-CHART_FEWER_RECORDS"><translation>Asked for the last %1 bars, got %2: the data begin on %3</translation></message>
+    <message id="IDS_TERMINAL-FRAME_HISTORY_DATA"><translation>&amp;Data setting</translation></message>
+    <message id="IDS_TERMINAL-FRAME_PERIOD_BAR"><translation>Period &amp;bar</translation></message>
     <message id="IDS_TERMINAL-FRAME_FIND_SYMBOL"><translation>&amp;Find symbol</translation></message>
     <message id="IDS_TERMINAL-FRAME_ZOOM_IN"><translation>Zoom &amp;in</translation></message>
     <message id="IDS_TERMINAL-FRAME_ZOOM_OUT"><translation>Zoom &amp;out</translation></message>

@@ -356,6 +356,11 @@
     <message id="IDS_TERMINAL-FRAME_NEW_TAB"><translation>新增分頁(&amp;N)</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLOSE_TAB"><translation>關閉分頁(&amp;W)</translation></message>
     <message id="IDS_TERMINAL-FRAME_EXIT"><translation>結束(&amp;X)</translation></message>
+    <message id="IDS_TERMINAL-CHART_BEGINS_LATER"><translation>要求自 %1 起，取得 %2 筆：資料最早自 %3</translation></message>
+    <message id="IDS_TERMINAL-CHART_ENDS_BEFORE"><translation>要求自 %1 起，取得 0 筆：資料到 %2 為止</translation></message>
+    <message id="IDS_TERMINAL-CHART_FEWER_RECORDS"><translation>要求最近 %1 筆，取得 %2 筆：資料最早自 %3</translation></message>
+    <message id="IDS_TERMINAL-FRAME_HISTORY_DATA"><translation>資料設定(&amp;D)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_PERIOD_BAR"><translation>資料週期列(&amp;B)</translation></message>
     <message id="IDS_TERMINAL-FRAME_FIND_SYMBOL"><translation>搜尋商品(&amp;F)</translation></message>
     <message id="IDS_TERMINAL-FRAME_ZOOM_IN"><translation>放大(&amp;I)</translation></message>
     <message id="IDS_TERMINAL-FRAME_ZOOM_OUT"><translation>縮小(&amp;O)</translation></message>
