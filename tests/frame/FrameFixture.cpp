@@ -44,8 +44,6 @@ QString Month(int i) {
     return QDate(2010, 1, 31).addMonths(i).toString(Qt::ISODate);
 }
 
-}  // namespace
-
 void WriteSmallCatalogue(const QString& folder) {
     const QDir root(folder);
     ASSERT_TRUE(root.mkpath("prices/2") && root.mkpath("prices/16"));
@@ -63,6 +61,8 @@ void WriteSmallCatalogue(const QString& folder) {
     Write(root.filePath("prices/16/9901.daily.csv"), Prices(90, Day));
     Write(root.filePath("prices/16/9901.minute.csv"), Prices(240, Minute));
 }
+
+}  // namespace
 
 FrameTest::FrameTest() {
     WriteSmallCatalogue(m_folder.filePath("data"));

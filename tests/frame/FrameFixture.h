@@ -17,11 +17,9 @@
 
 namespace ta::test {
 
-/// Writes a small catalogue with prices: market 2 with SPX (daily) and AMZN (monthly only), market
-/// 16 with 9901 模擬電子 / Simulated Electronics (daily and minutes).
-void WriteSmallCatalogue(const QString& folder);
-
 /// A running terminal in a folder of its own: services, window, and prompts that the test answers.
+/// Its market data are market 2 with SPX (daily) and AMZN (monthly only), and market 16 with 9901
+/// 模擬電子 / Simulated Electronics (daily and minutes).
 class FrameTest : public testing::Test {
 protected:
     FrameTest();

@@ -11,6 +11,7 @@
 
 #include <limits>
 #include <map>
+#include <numeric>
 
 namespace ta::test {
 namespace {
@@ -37,25 +38,20 @@ std::vector<CString> Strings(const CString& values) {
 }
 
 std::vector<std::int32_t> StudiesFrom(int first, int count) {
-    std::vector<std::int32_t> studies;
-    for (int i = 0; i < count; ++i) {
-        studies.push_back(first + i);
-    }
+    std::vector<std::int32_t> studies(static_cast<std::size_t>(count));
+    std::iota(studies.begin(), studies.end(), first);
     return studies;
 }
 
 void StoreLists(SMXCfgIO2& store, unsigned group) {
     for (int pane = 1; pane <= kPaneCount; ++pane) {
-        const CString key = fmt::format("StudyTypeLogKey{:02d}", pane);
-        std::vector<std::int32_t> studies = StudiesFrom(8 * (pane - 1), 8);
-        if (group % 4 == 1) {
-            studies.clear();
-        } else if (group % 4 == 2) {
-            studies = StudiesFrom(pane - 3, 9);
-        } else if (group % 4 == 3) {
-            studies.assign(100'000, pane % 2 == 0 ? 16 : kMost - pane);
-        }
-        store.SaveTAGroupStudyList(group, key, studies);
+        const std::vector<std::int32_t> lists[] = {
+            StudiesFrom(8 * (pane - 1), 8),
+            {},
+            StudiesFrom(pane - 3, 9),
+            std::vector<std::int32_t>(100'000, pane % 2 == 0 ? 16 : kMost - pane)};
+        store.SaveTAGroupStudyList(group, fmt::format("StudyTypeLogKey{:02d}", pane),
+                                   lists[group % 4]);
     }
 }
 

@@ -2,9 +2,9 @@
 
 class QString;
 
-// What the commands open, each in a source file of its own name's dialog. They work on the chart in
-// front, open over the frame's window, return when the dialog has closed, and leave the focus to
-// the chart.
+// What the commands open, one subject a source file. An opener works on the chart in front, opens
+// its dialog over the frame's window, returns when that has closed, and leaves the focus to the
+// chart where it has shown something there.
 
 namespace ta::terminal {
 
