@@ -37,7 +37,7 @@
     <message id="IDC_CHANGESYM-CHANGESYM_COMPARE_DATE_ERROR"><translation>The base date must not be after today.</translation></message>
     <message id="IDC_CHANGESYM-CHANGESYM_COMPARE_SYMBOL_LIMIT"><translation>No more symbols can be chosen.</translation></message>
     <message id="IDC_CHANGESYM-CHANGESYM_COMPARE_SYMBOL_MINIMUM"><translation>Choose at least two symbols.</translation></message>
-    <message id="IDC_CHANGESYM-CHANGESYM_DATATYPE"><translation>Data: </translation></message>
+    <message id="IDC_CHANGESYM-CHANGESYM_DATATYPE"><translation>Period: </translation></message>
     <message id="IDC_CHANGESYM-CHANGESYM_DATATYPE_DAILY"><translation>daily</translation></message>
     <message id="IDC_CHANGESYM-CHANGESYM_DATATYPE_MIN"><translation> minutes</translation></message>
     <message id="IDC_CHANGESYM-CHANGESYM_DATATYPE_MONTLY"><translation>monthly</translation></message>
