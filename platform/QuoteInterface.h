@@ -69,6 +69,13 @@ public:
     /// The symbols of one contract month.
     virtual bool bGetSymbolID(Texts& ids, Texts& names, std::uint8_t market,
                               const CString& contractMonth) const = 0;
+    /// What else a search may find symbols by, such as their names in every language: one text for
+    /// each of `ids`, empty for none. The base knows nothing.
+    virtual bool bGetSymbolOtherNames(Texts& names, std::uint8_t /*market*/,
+                                      const Texts& /*ids*/) const {
+        names.clear();
+        return false;
+    }
     /// Whether symbol trees carry real-month ids, which the next operation turns into symbol ids.
     virtual bool GetSymbolIDIsRealMonth() const = 0;
     virtual bool bGetSymbolIDByContractMonthSymbID(CString& symbol,

@@ -11,6 +11,7 @@ class TaDrawInfo;
 
 namespace ta {
 
+class ComparisonSets;
 class EntitlementService;
 class NumberDisplay;
 
@@ -33,6 +34,7 @@ struct Services {
     EntitlementService* entitlement = nullptr;  ///< null: everything is allowed
     ChartModule* chartModule = nullptr;         ///< null: groups have no draw info
     NumberDisplay* numberDisplay = nullptr;
+    ComparisonSets* comparisonSets = nullptr;   ///< null: choices cannot be kept under a name
     CWnd* frameWindow = nullptr;  ///< parent of the repository's hidden window
     CString messageBoxTitle;      ///< of warnings
     /// How fractional prices are written: 1 dot, 2 special decimal, 3 mixed, other denominator.

@@ -15,7 +15,7 @@ SearchEdit::SearchEdit(QWidget* parent) : QLineEdit(parent) {
     setClearButtonEnabled(true);
 }
 
-void SearchEdit::SetTree(QTreeWidget& tree) {
+void SearchEdit::SetTree(QTreeView& tree) {
     m_tree = &tree;
     installEventFilter(this);
     tree.installEventFilter(this);
@@ -38,21 +38,21 @@ bool SearchEdit::eventFilter(QObject* object, QEvent* event) {
 }
 
 void SearchEdit::PassHeading(bool down) {
-    const auto isRow = [](const QTreeWidgetItem* item) {
-        return item == nullptr || item->flags().testFlag(Qt::ItemIsSelectable);
+    const auto isRow = [](const QModelIndex& index) {
+        return !index.isValid() || index.flags().testFlag(Qt::ItemIsSelectable);
     };
-    QTreeWidgetItem* const start = m_tree->currentItem();
-    QTreeWidgetItem* item = start;
-    while (!isRow(item)) {
-        item = down ? m_tree->itemBelow(item) : m_tree->itemAbove(item);
+    const QModelIndex start = m_tree->currentIndex();
+    QModelIndex index = start;
+    while (!isRow(index)) {
+        index = down ? m_tree->indexBelow(index) : m_tree->indexAbove(index);
     }
     // Above the first heading there is nothing: back to the row below it.
-    for (QTreeWidgetItem* below = start; item == nullptr && below != nullptr;) {
-        below = m_tree->itemBelow(below);
-        item = below != nullptr && isRow(below) ? below : nullptr;
+    for (QModelIndex below = start; !index.isValid() && below.isValid();) {
+        below = m_tree->indexBelow(below);
+        index = below.isValid() && isRow(below) ? below : QModelIndex();
     }
-    if (item != nullptr && item != start) {
-        m_tree->setCurrentItem(item);
+    if (index.isValid() && index != start) {
+        m_tree->setCurrentIndex(index);
     }
 }
 

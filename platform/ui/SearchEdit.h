@@ -3,7 +3,7 @@
 #include "platform/Export.h"
 
 #include <QLineEdit>
-#include <QTreeWidget>
+#include <QTreeView>
 
 namespace ta::ui {
 
@@ -22,7 +22,7 @@ public:
     explicit SearchEdit(QWidget* parent = nullptr);
 
     /// Once. The tree stays the form's.
-    void SetTree(QTreeWidget& tree);
+    void SetTree(QTreeView& tree);
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -30,7 +30,7 @@ protected:
 private:
     void PassHeading(bool down);
 
-    QTreeWidget* m_tree = nullptr;
+    QTreeView* m_tree = nullptr;
     bool m_moving = false;  ///< a key is being handed to the tree
 };
 

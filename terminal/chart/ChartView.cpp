@@ -16,6 +16,7 @@
 #include <QLabel>
 
 #include <functional>
+#include <algorithm>
 
 namespace ta::terminal {
 namespace {
@@ -85,6 +86,35 @@ void ChartView::Show(const BarsKey& history) {
     emit symbolChanged();
 }
 
+void ChartView::Show(const BarsKey& history, const HistoryDepth& depth) {
+    m_depths[{history.period, history.count}] = depth;
+    Show(history);
+}
+
+void ChartView::ShowPeriod(int period, int count) {
+    const BarSeries& before = m_model->Bars();
+    const auto [first, last] = VisibleBars();
+    const bool hasMiddle = first >= 0;
+    const double middle =
+        hasMiddle ? before[static_cast<std::size_t>(first + (last - first) / 2)].time : 0;
+    Show({m_shown.market, m_shown.symbol, period, count});
+    if (hasMiddle) {
+        ScrollToTime(middle);
+    }
+}
+
+void ChartView::ScrollToTime(double time) {
+    const BarSeries& bars = m_model->Bars();
+    const auto bar = std::ranges::lower_bound(bars, time, {}, &Bar::time) - bars.begin();
+    m_scene->Range().MoveTo(static_cast<double>(bar) - m_scene->Range().Width() / 2);
+    Draw();
+}
+
+HistoryDepth ChartView::Depth() const {
+    const auto found = m_depths.find({m_shown.period, m_shown.count});
+    return found == m_depths.end() ? HistoryDepth() : found->second;
+}
+
 void ChartView::SetGroup(const CString& name) {
     if (TakeGroup(name)) {
         RedrawGroup();
@@ -134,7 +164,13 @@ std::shared_ptr<const BarSeries> ChartView::FindBars(bool evenWhenShared) {
 }
 
 void ChartView::LoadHistory(bool evenWhenShared) {
-    auto bars = FindBars(evenWhenShared);
+    m_all = FindBars(evenWhenShared);
+    const QString shortfall = m_all ? ShortfallText(*m_all, Depth()) : QString();
+    auto bars = PartOf(m_all, Depth());
+    if (bars && bars->empty() && !shortfall.isEmpty()) {
+        m_failure = shortfall;
+        bars = nullptr;
+    }
     const bool failed = !m_shown.symbol.empty() && !bars;
     m_model->SetBars(std::move(bars), MakeTitle());
     m_scene->Range().SetBarCount(BarCount());
@@ -144,6 +180,8 @@ void ChartView::LoadHistory(bool evenWhenShared) {
     RedrawGroup();
     if (failed) {
         emit loadFailed(m_failure);
+    } else if (!shortfall.isEmpty()) {
+        emit historyShort(shortfall);
     }
 }
 
@@ -211,8 +249,8 @@ void ChartView::RedrawGroup() {
     Repository().ReloadTASetting();  // comes back here when it is due, and so not halfway
     m_model->LoadGroup(m_groupName);
     CTADataRepository* shared = Repository().GetTaDataRepository(m_groupName);
-    if (shared && BarCount() > 0) {
-        shared->vSetBars(m_shown, m_model->SharedBars());
+    if (shared && m_all && !m_all->empty()) {
+        shared->vSetBars(m_shown, m_all);
     }
     Rebuild();
 }

@@ -2,6 +2,7 @@
 
 #include "platform/TaData.h"
 #include "platform/Window.h"
+#include "terminal/chart/HistoryDepth.h"
 #include "terminal/plot/PlotCursor.h"
 
 #include <QPointF>
@@ -56,6 +57,18 @@ public:
     /// and one redraw. An empty symbol shows none. History that is not to be had is told in the
     /// chart and by loadFailed().
     void Show(const BarsKey& history);
+    /// The same, and as much of it as `depth` says, now and whenever this chart shows the data
+    /// period again.
+    void Show(const BarsKey& history, const HistoryDepth& depth);
+    /// The same symbol in another data period; what stood in the middle of the view stays there, as
+    /// far as there are bars around it.
+    void ShowPeriod(int period, int count);
+    /// Of the data period that is shown.
+    HistoryDepth Depth() const;
+    /// The depths of all data periods, where they are not the whole history. The setter is for a
+    /// chart that shows no symbol yet.
+    const HistoryDepths& Depths() const { return m_depths; }
+    void SetDepths(const HistoryDepths& depths) { m_depths = depths; }
     const BarsKey& Shown() const { return m_shown; }
     std::uint8_t Market() const { return m_shown.market; }
     const CString& SymbolId() const { return m_shown.symbol; }
@@ -119,6 +132,8 @@ signals:
     /// The group was deleted elsewhere; `newGroup`, the default, is shown now.
     void groupVanished(const QString& newGroup);
     void loadFailed(const QString& reason);
+    /// There is less history than was asked for; the text says what and why.
+    void historyShort(const QString& text);
     /// A double click: on the legend of a study (counted from 1) or elsewhere in a pane (0).
     void legendDoubleClicked(int pane, int study);
     /// `text` as CursorText().
@@ -134,6 +149,7 @@ protected:
 private:
     void Retranslate();
     void LoadHistory(bool evenWhenShared);
+    void ScrollToTime(double time);
     std::shared_ptr<const BarSeries> FindBars(bool evenWhenShared);
     ChartTitle MakeTitle() const;
     QString Message() const;
@@ -161,6 +177,8 @@ private:
 
     MarketData& m_data;
     BarsKey m_shown;
+    HistoryDepths m_depths;
+    std::shared_ptr<const BarSeries> m_all;  // of which the model has what the depth asks for
     CString m_groupName;
     int m_groupUniNum = -1;
     bool m_risingRed = true;

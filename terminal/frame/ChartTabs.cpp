@@ -16,12 +16,15 @@ namespace {
 
 QString PeriodText(const ChartView& chart) {
     const int index = PeriodIndex(chart.Period(), chart.Count());
-    return index < 0 ? QString() : Tr(kPeriods[static_cast<std::size_t>(index)].textKey);
+    return index < 0 ? ui::ToQString(CTaSettingHandle::GetInstance().PackTADataTypeString(
+                           chart.Period(), chart.Count()))
+                     : Tr(kPeriods[static_cast<std::size_t>(index)].textKey);
 }
 
 TabState StateOf(const ChartView& chart) {
-    return {chart.Market(), ui::ToQString(chart.SymbolId()), chart.Period(), chart.Count(),
-            chart.GroupUniNum()};
+    return {chart.Market(),      ui::ToQString(chart.SymbolId()),
+            chart.Period(),      chart.Count(),
+            chart.GroupUniNum(), chart.Depths()};
 }
 
 }  // namespace
@@ -49,6 +52,7 @@ ChartView& ChartTabs::Add(const TabState& state) {
     Connect(*chart);
     chart->SetRisingRed(m_risingRed);
     chart->SetGroup(CTaSettingHandle::GetInstance().GetGroupNameByUniNum(state.group));
+    chart->SetDepths(state.depths);
     chart->Show({state.market, ui::FromQString(state.symbol), state.period, state.count});
     addTab(chart, QString());
     ShowTitle(*chart);
@@ -70,6 +74,7 @@ void ChartTabs::Connect(ChartView& chart) {
     connect(&chart, &ChartView::legendDoubleClicked, this,
             forward(&ChartTabs::legendDoubleClicked));
     connect(&chart, &ChartView::loadFailed, this, &ChartTabs::notice);
+    connect(&chart, &ChartView::historyShort, this, &ChartTabs::notice);
     connect(&chart, &ChartView::groupVanished, this, [this](const QString& newGroup) {
         emit notice(Tr("IDS_TERMINAL-FRAME_GROUP_VANISHED").arg(newGroup));
     });
@@ -102,8 +107,7 @@ void ChartTabs::OpenSymbol(std::uint8_t market, const CString& id) {
     ChartView& chart = Current();
     const PeriodSet available = AvailablePeriods(m_markets, market, id);
     BarsKey wanted{market, id, chart.Period(), chart.Count()};
-    const int period = PeriodIndex(wanted.period, wanted.count);
-    if (available.any() && (period < 0 || !available[static_cast<std::size_t>(period)])) {
+    if (available.any() && !m_markets.HasPeriod(market, id, wanted.period)) {
         std::size_t first = 0;
         while (!available[first]) {
             ++first;
@@ -120,6 +124,11 @@ void ChartTabs::SelectPeriod(int index) {
     ChartView& chart = Current();
     chart.Show({chart.Market(), chart.SymbolId(), period.code, period.count});
     chart.setFocus();
+}
+
+void ChartTabs::ShowPeriod(int period, int count) {
+    Current().ShowPeriod(period, count);
+    Current().setFocus();
 }
 
 void ChartTabs::SelectGroup(const CString& name) {

@@ -43,6 +43,8 @@ public:
     void OpenSymbol(std::uint8_t market, const CString& id);
     /// `index` is a position in kPeriods.
     void SelectPeriod(int index);
+    /// Any period code, and how many minutes; what is in the middle of the view stays there.
+    void ShowPeriod(int period, int count);
     /// A name that is not known is ignored.
     void SelectGroup(const CString& name);
     /// For every chart, those to come included; see ChartView.

@@ -5,6 +5,7 @@
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Frame.h"
 #include "terminal/frame/FrameToolBar.h"
+#include "terminal/frame/PeriodBar.h"
 #include "terminal/frame/Session.h"
 #include "terminal/frame/openers/Openers.h"
 #include "terminal/lines/DrawingBoard.h"
@@ -65,6 +66,10 @@ void TakeRisingRed(const Frame& frame) {
     frame.tabs.SetRisingRed(frame.commands.At(Command::RisingRed).isChecked());
 }
 
+void ShowPeriodBar(const Frame& frame) {
+    frame.periodBar.setVisible(frame.commands.At(Command::ShowPeriodBar).isChecked());
+}
+
 constexpr CommandRow kRows[] = {
     {Command::OpenCsv, MenuId::File, "IDS_TERMINAL-FRAME_OPEN_CSV", "Ctrl+O", OpenPriceFile},
     {Command::SaveSettings, MenuId::File, "IDS_TERMINAL-FRAME_SAVE_SETTINGS", "Ctrl+S",
@@ -75,6 +80,9 @@ constexpr CommandRow kRows[] = {
      OnTabs<&ChartTabs::CloseCurrent>},
     {Command::Exit, MenuId::File, "IDS_TERMINAL-FRAME_EXIT", "Ctrl+Q", Exit, true},
     {Command::FindSymbol, MenuId::Chart, "IDS_TERMINAL-FRAME_FIND_SYMBOL", "Ctrl+L", FindSymbol},
+    {Command::HistoryData, MenuId::Chart, "IDS_TERMINAL-FRAME_HISTORY_DATA", "Ctrl+D", SetHistory},
+    {Command::ShowPeriodBar, MenuId::Chart, "IDS_TERMINAL-FRAME_PERIOD_BAR", "Ctrl+Shift+D",
+     ShowPeriodBar, false, Look::Checkable},
     {Command::ZoomIn, MenuId::Chart, "IDS_TERMINAL-FRAME_ZOOM_IN", "Ctrl++",
      OnChart<&ChartView::ZoomIn>, true},
     {Command::ZoomOut, MenuId::Chart, "IDS_TERMINAL-FRAME_ZOOM_OUT", "Ctrl+-",

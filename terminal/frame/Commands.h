@@ -19,6 +19,8 @@ enum class Command {
     CloseTab,
     Exit,
     FindSymbol,
+    HistoryData,
+    ShowPeriodBar,
     ZoomIn,
     ZoomOut,
     ShowAll,

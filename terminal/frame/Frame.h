@@ -8,6 +8,7 @@ namespace ta::terminal {
 class ChartTabs;
 class Commands;
 class FrameToolBar;
+class PeriodBar;
 class Session;
 
 /// The parts of the terminal's window, for what works on them: the functions of the commands and
@@ -18,6 +19,7 @@ struct Frame {
     Commands& commands;
     ChartTabs& tabs;
     FrameToolBar& toolBar;
+    PeriodBar& periodBar;
 
     /// Tells something in the status bar, for a while.
     void Notice(const QString& text) const;

@@ -4,11 +4,52 @@
 #include <QSettings>
 
 #include <algorithm>
+#include <vector>
 
 namespace ta::terminal {
 namespace {
 
 constexpr int kMaxTabs = 50;
+
+constexpr int kMaxDepths = 1000;
+
+/// "period/minutes/mode/records/day"; nothing for a text that is none.
+void ReadDepth(const QString& text, HistoryDepths& depths) {
+    const QStringList parts = text.split('/');
+    std::vector<long> numbers;
+    for (const QString& part : parts) {
+        bool isNumber = false;
+        numbers.push_back(part.toLong(&isNumber));
+        if (!isNumber || numbers.back() < 0 || numbers.back() > 1000000) {
+            return;
+        }
+    }
+    if (numbers.size() == 5) {
+        depths[{static_cast<int>(numbers[0]), static_cast<int>(numbers[1])}] = {
+            static_cast<int>(numbers[2]), numbers[3], numbers[4]};
+    }
+}
+
+HistoryDepths ReadDepths(const QStringList& texts) {
+    HistoryDepths depths;
+    for (const QString& text : texts.mid(0, kMaxDepths)) {
+        ReadDepth(text, depths);
+    }
+    return depths;
+}
+
+QStringList DepthTexts(const HistoryDepths& depths) {
+    QStringList texts;
+    for (const auto& [period, depth] : depths) {
+        texts.append(QString("%1/%2/%3/%4/%5")
+                         .arg(period.first)
+                         .arg(period.second)
+                         .arg(depth.readMode)
+                         .arg(depth.recordCount)
+                         .arg(depth.startDay));
+    }
+    return texts;
+}
 
 TabState ReadTab(const QSettings& file) {
     TabState tab;
@@ -17,6 +58,7 @@ TabState ReadTab(const QSettings& file) {
     tab.period = file.value("period").toInt();
     tab.count = file.value("count").toInt();
     tab.group = file.value("group", -1).toInt();
+    tab.depths = ReadDepths(file.value("depths").toStringList());
     return tab;
 }
 
@@ -26,6 +68,7 @@ void WriteTab(QSettings& file, const TabState& tab) {
     file.setValue("period", tab.period);
     file.setValue("count", tab.count);
     file.setValue("group", tab.group);
+    file.setValue("depths", DepthTexts(tab.depths));
 }
 
 }  // namespace
@@ -43,6 +86,10 @@ FrameState LoadFrameState(const QString& path) {
     state.language = file.value("language").toString() == "en" ? Language::English
                                                                : Language::TraditionalChinese;
     state.risingRed = file.value("risingRed", true).toBool();
+    state.periodBar = file.value("periodBar", true).toBool();
+    for (const QString& length : file.value("favourites").toStringList()) {
+        state.favourites.append(length.toInt());  // the bar leaves out what is none
+    }
     state.geometry = file.value("geometry").toByteArray();
     file.endGroup();
     const int tabs = std::min(file.beginReadArray("tabs"), kMaxTabs);
@@ -60,6 +107,12 @@ bool SaveFrameState(const QString& path, const FrameState& state) {
     file.setValue("currentTab", state.currentTab);
     file.setValue("language", state.language == Language::English ? "en" : "zh_TW");
     file.setValue("risingRed", state.risingRed);
+    QStringList favourites;
+    for (const int length : state.favourites) {
+        favourites.append(QString::number(length));
+    }
+    file.setValue("periodBar", state.periodBar);
+    file.setValue("favourites", favourites);
     file.setValue("geometry", state.geometry);
     file.endGroup();
     file.remove("tabs");

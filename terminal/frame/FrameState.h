@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/chart/HistoryDepth.h"
 #include "terminal/lang/Language.h"
 
 #include <QByteArray>
@@ -15,6 +16,7 @@ struct TabState {
     int period = 0;  ///< 0 daily, 1 weekly, 2 monthly, 3 minute
     int count = 0;   ///< minutes of a bar; 0 for the other periods
     int group = -1;  ///< UniNum of the chart's group
+    HistoryDepths depths = {};
 
     bool operator==(const TabState&) const = default;
 };
@@ -25,7 +27,9 @@ struct FrameState {
     int currentTab = 0;
     Language::Id language = Language::TraditionalChinese;
     bool risingRed = true;
-    QByteArray geometry;  ///< as QWidget::saveGeometry gives it
+    bool periodBar = true;  ///< whether it is shown
+    QList<int> favourites;  ///< bar lengths that the user keeps in it
+    QByteArray geometry;    ///< as QWidget::saveGeometry gives it
 
     bool operator==(const FrameState&) const = default;
 };

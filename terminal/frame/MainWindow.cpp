@@ -5,6 +5,7 @@
 #include "settings/TaSettingHandle.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/frame/CommandTable.h"
+#include "terminal/frame/PeriodBar.h"
 #include "terminal/frame/SymbolMenu.h"
 #include "terminal/frame/SymbolTexts.h"
 #include "terminal/frame/openers/Openers.h"
@@ -49,12 +50,14 @@ QStringList DroppedFiles(const QMimeData& data) {
 MainWindow::MainWindow(Session& session, QWidget* parent)
     : QMainWindow(parent),
       m_frame{
-          *this, session,
+          *this,
+          session,
           *new Commands(
               *menuBar(), CommandTable(), [this](const CommandRow& row) { Run(row); }, this),
           *new ChartTabs(session.Markets(), this),
           *new FrameToolBar(
-              [&session](const QString& text) { return FindHits(session.Markets(), text); }, this)},
+              [&session](const QString& text) { return FindHits(session.Markets(), text); }, this),
+          *new PeriodBar(this)},
       m_drawingBar(new DrawingBar(m_frame.commands, this)),
       m_periodMenu(new PeriodMenu(m_frame.commands.At(MenuId::Periods), this)),
       m_newTabButton(new QToolButton(&m_frame.tabs)),
@@ -90,8 +93,11 @@ void MainWindow::MakeNewTabButton() {
 
 void MainWindow::MakeToolBars() {
     addToolBar(&m_frame.toolBar);
+    addToolBarBreak();
+    addToolBar(&m_frame.periodBar);
     addToolBar(Qt::LeftToolBarArea, m_drawingBar);
     m_frame.toolBar.addAction(&m_frame.commands.At(Command::EditSettings));
+    m_frame.toolBar.addAction(&m_frame.commands.At(Command::HistoryData));
     m_frame.toolBar.addSeparator();
     for (const Command command :
          {Command::ZoomIn, Command::ZoomOut, Command::ShowAll, Command::ShowLatest}) {
@@ -116,6 +122,7 @@ void MainWindow::ConnectParts() {
     });
     connect(&box, &SymbolBox::left, this, [&tabs] { tabs.Current().setFocus(); });
     connect(&m_frame.toolBar, &FrameToolBar::periodChosen, &tabs, &ChartTabs::SelectPeriod);
+    connect(&m_frame.periodBar, &PeriodBar::periodChosen, &tabs, &ChartTabs::ShowPeriod);
     connect(&m_frame.toolBar, &FrameToolBar::groupChosen, &tabs,
             [&tabs](const QString& name) { tabs.SelectGroup(ui::FromQString(name)); });
     connect(m_periodMenu, &PeriodMenu::chosen, &tabs, &ChartTabs::SelectPeriod);
@@ -130,6 +137,9 @@ void MainWindow::Restore(const FrameState& state) {
     ChartTabs& tabs = m_frame.tabs;
     m_frame.commands.At(Command::RisingRed).setChecked(state.risingRed);
     tabs.SetRisingRed(state.risingRed);
+    m_frame.commands.At(Command::ShowPeriodBar).setChecked(state.periodBar);
+    m_frame.periodBar.setVisible(state.periodBar);
+    m_frame.periodBar.SetFavourites(state.favourites);
     for (const TabState& tab : state.tabs) {
         tabs.Add(tab);
     }
@@ -149,6 +159,8 @@ FrameState MainWindow::State() const {
     state.currentTab = m_frame.tabs.currentIndex();
     state.language = m_frame.session.Lang().Current();
     state.risingRed = m_frame.tabs.Current().RisingRed();
+    state.periodBar = m_frame.commands.At(Command::ShowPeriodBar).isChecked();
+    state.favourites = m_frame.periodBar.Favourites();
     state.geometry = saveGeometry();
     return state;
 }
@@ -217,6 +229,7 @@ void MainWindow::Retranslate() {
     m_frame.commands.Retranslate();
     m_frame.toolBar.Retranslate();
     m_drawingBar->Retranslate();
+    m_frame.periodBar.Retranslate();
     m_periodMenu->Retranslate();
     m_frame.tabs.Retranslate();
     const bool english = m_frame.session.Lang().Current() == Language::English;
@@ -236,6 +249,7 @@ void MainWindow::Refresh() {
     m_frame.toolBar.Symbol().Show(symbol == nullptr ? ui::ToQString(chart.SymbolId())
                                                     : TitleOf(*symbol));
     m_frame.toolBar.ShowPeriods(available, period);
+    m_frame.periodBar.Show(chart);
     m_periodMenu->Show(available, period);
     RefreshGroups();
     m_cursorText->setText(chart.CursorText());

@@ -151,6 +151,17 @@ bool TerminalQuotes::bGetSymbolID(Texts& ids, Texts& names, std::uint8_t market,
     return GiveNames(symbols, ids, names);
 }
 
+bool TerminalQuotes::bGetSymbolOtherNames(Texts& names, std::uint8_t market,
+                                          const Texts& ids) const {
+    names.clear();
+    for (const CString& id : ids) {
+        const Symbol* symbol = m_data.FindSymbol(market, id);
+        names.push_back(symbol == nullptr ? CString()
+                                          : symbol->chineseName + '\n' + symbol->englishName);
+    }
+    return !names.empty();
+}
+
 bool TerminalQuotes::bGetSymbolIDByContractMonthSymbID(CString& symbol,
                                                        const CString& treeId) const {
     symbol.clear();

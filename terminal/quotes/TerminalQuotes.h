@@ -44,6 +44,8 @@ public:
                                            const CString& month) const override;
     bool bGetSymbolID(Texts& ids, Texts& names, std::uint8_t market,
                       const CString& contractMonth) const override;
+    /// The names in Chinese and in English, a line each.
+    bool bGetSymbolOtherNames(Texts& names, std::uint8_t market, const Texts& ids) const override;
     /// false: trees carry the symbols' own ids.
     bool GetSymbolIDIsRealMonth() const override { return false; }
     /// A real-month id is the commodity followed by the contract month ("SXF202005"); it stands for

@@ -441,6 +441,79 @@ TEST_F(ChartViewTest, AnotherSymbolAndPeriodAreOneLoadAndOneRedraw) {
     EXPECT_EQ(replotted.size(), 4) << "or asked where its panes are.";
 }
 
+// ---- The depth of the history ----
+
+struct DepthCase {
+    HistoryDepth depth;
+    int first, count;  ///< of the part; the bars are of the days 100, 101, 104 and 105.5
+    bool isShort;
+};
+
+TEST(HistoryDepthTest, PartAndShortfall) {
+    const Language language;
+    const auto all = std::make_shared<const BarSeries>(
+        BarSeries{{.time = 100}, {.time = 101}, {.time = 104}, {.time = 105.5}});
+    for (const DepthCase& c : std::vector<DepthCase>{{{}, 0, 4, false},
+                                                     {{0, 3, 1}, 1, 3, false},
+                                                     {{0, 4, 1}, 0, 4, false},
+                                                     {{0, 5, 1}, 0, 4, true},
+                                                     {{1, 1, 100}, 0, 4, false},
+                                                     {{1, 1, 99}, 0, 4, true},
+                                                     {{1, 1, 102}, 2, 2, false},
+                                                     {{1, 1, 105}, 3, 1, false},
+                                                     {{1, 1, 106}, 4, 0, true}}) {
+        const auto part = PartOf(all, c.depth);
+        EXPECT_EQ(*part, BarSeries(all->begin() + c.first, all->begin() + c.first + c.count));
+        EXPECT_EQ(part == all, c.count == 4) << "shared when it is everything";
+        EXPECT_EQ(!ShortfallText(*all, c.depth).isEmpty(), c.isShort) << c.depth.startDay;
+    }
+    EXPECT_EQ(PartOf(nullptr, {0, 5, 1}), nullptr);
+    EXPECT_EQ(ShortfallText({}, {0, 5, 1}), "");
+}
+
+TEST_F(ChartViewTest, ADepthHoldsForItsPeriodAndIsNotShared) {
+    QSignalSpy told(view.get(), &ChartView::historyShort);
+    QSignalSpy failed(view.get(), &ChartView::loadFailed);
+    view->Show(zigZag, {0, 50, 1});
+    EXPECT_EQ(view->BarCount(), 50);
+    EXPECT_EQ(told.size(), 0);
+    EXPECT_EQ(MakeView(zigZag)->BarCount(), 600) << "another view of the same group";
+    const BarsKey weekly{kUser, zigZag.symbol, 1, 0};
+    view->Show(weekly);
+    const int weeks = view->BarCount();
+    EXPECT_GT(weeks, 50);
+    view->Show(weekly, {0, 4000, 1});
+    EXPECT_EQ(view->BarCount(), weeks);
+    EXPECT_EQ(told.size(), 1);
+    view->Show(zigZag);
+    EXPECT_EQ(view->BarCount(), 50);
+    EXPECT_EQ(view->Depth(), (HistoryDepth{0, 50, 1}));
+    view->Reload();
+    EXPECT_EQ(view->BarCount(), 50);
+    view->Show(zigZag, {1, 1, static_cast<long>(kFirstDay) + 600});
+    EXPECT_EQ(view->BarCount(), 0);
+    EXPECT_EQ(failed.size(), 1) << "the data end before the start day";
+}
+
+TEST_F(ChartViewTest, AnotherPeriodKeepsTheDateInTheMiddle) {
+    const auto middle = [this] {
+        const auto [first, last] = view->VisibleBars();
+        return Bars()[static_cast<std::size_t>(first + (last - first) / 2)].time;
+    };
+    view->ShowPeriod(1, 0);
+    for (int i = 0; i < 4; ++i) {
+        view->ZoomIn();
+    }
+    view->ScrollBars(-25);
+    const double before = middle();
+    view->ShowPeriod(0, 0);
+    EXPECT_NEAR(middle(), before, 3);
+    view->ShowPeriod(7, 0);
+    EXPECT_EQ(view->BarCount(), 0);
+    view->ShowPeriod(0, 0);
+    EXPECT_EQ(view->BarCount(), 600);
+}
+
 TEST_F(ChartViewTest, OneBarAndLevelPricesAreDrawn) {
     view->Show(Add({{18000, 50, 50, 50, 50, 0}}));
     EXPECT_EQ(view->VisibleBars(), std::pair(0, 0));

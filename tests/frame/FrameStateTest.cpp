@@ -19,10 +19,14 @@ TEST(FrameState, ComesBackAsItWas) {
     const QTemporaryDir folder;
     const QString path = folder.filePath("state.ini");
     FrameState state{
-        .tabs = {{2, "SPX", 0, 0, 0}, {16, "9901", 3, 15, 7}, {'U', "檔案-1", 2, 0, -1}},
+        .tabs = {{2, "SPX", 0, 0, 0, {{{0, 0}, {0, 60, 1}}, {{3, 7}, {1, 1440, 18000}}}},
+                 {16, "9901", 3, 15, 7},
+                 {'U', "檔案-1", 2, 0, -1}},
         .currentTab = 1,
         .language = Language::English,
         .risingRed = false,
+        .periodBar = false,
+        .favourites = {7, 240},
         .geometry = QByteArray("\0\x01\xff,;\"", 6)};
     ASSERT_TRUE(SaveFrameState(path, state));
     EXPECT_EQ(LoadFrameState(path), state);
@@ -38,6 +42,8 @@ TEST(FrameState, StartsWithDefaultsWithoutAFileOrWithGarbage) {
     const QString garbage = folder.filePath("garbage.ini");
     Write(garbage, QByteArray("\xff\xfe[[[\n=\n[tabs]\nsize=many\n", 24));
     EXPECT_EQ(LoadFrameState(garbage), FrameState());
+    Write(garbage, "[tabs]\nsize=1\n1\\depths=0/0/0/60, a/b/c/d/e, 0/0/0/-5/1, 2/0/0/9/1, \n");
+    EXPECT_EQ(LoadFrameState(garbage).tabs[0].depths, (HistoryDepths{{{2, 0}, {0, 9, 1}}}));
     Write(garbage, "[tabs]\nsize=2000000000\n");
     EXPECT_LE(LoadFrameState(garbage).tabs.size(), 50);
 }

@@ -106,6 +106,8 @@ TEST_F(Quotes, ItemsAndSteps) {
     EXPECT_EQ(values[1].text, "SXF1");
     EXPECT_EQ(values[3].text, "21");
     EXPECT_EQ(values[4].text, "");
+    ASSERT_TRUE(m_quotes.bGetSymbolOtherNames(m_names, 16, {"9901", "NONE"}));
+    EXPECT_EQ(m_names, (Texts{text::FromUtf8("模擬電子") + "\nSimulated Electronics", ""}));
     ASSERT_TRUE(m_quotes.bGetItemDataByItemNo(16, "9902", items, values, true));
     EXPECT_EQ(values[0].text, values[2].text);
     EXPECT_EQ(values[3].number, 25);  // 0.05: two decimals

@@ -2,9 +2,14 @@
 
 #include "platform/SyncInfo.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
+#include <QPointer>
 #include <QTest>
+
+#include <algorithm>
+#include <functional>
 
 namespace ta::test {
 namespace {
@@ -75,6 +80,15 @@ void DialogFixture::Click(QWidget& control) {
 void DialogFixture::Press(QWidget& dialog, int key, Qt::KeyboardModifiers modifiers) {
     QWidget* const focus = QApplication::focusWidget();
     QTest::keyClick(focus != nullptr ? focus : &dialog, static_cast<Qt::Key>(key), modifiers);
+}
+
+void DialogFixture::PressAlt(QWidget& dialog, int key) {
+    const QPointer<QWidget> alive(&dialog);
+    Press(dialog, key, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return alive == nullptr || std::ranges::none_of(dialog.findChildren<QAbstractButton*>(),
+                                                        std::mem_fn(&QAbstractButton::isDown));
+    }));
 }
 
 void DialogFixture::Type(QWidget& field, const char* text) {

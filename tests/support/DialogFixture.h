@@ -56,6 +56,8 @@ protected:
     static void Click(ui::DialogBase& dialog, int id) { Click(Item<QWidget>(dialog, id)); }
     /// A key for the control that has the focus.
     static void Press(QWidget& dialog, int key, Qt::KeyboardModifiers modifiers = {});
+    /// A button's Alt key: buttons show that they are pressed for a moment before they act.
+    static void PressAlt(QWidget& dialog, int key);
     /// Selects what is in the field and types over it.
     static void Type(QWidget& field, const char* text);
 

@@ -35,6 +35,7 @@ public:
     std::map<Code, Listing> monthSymbols;  ///< by contract month
     /// By market, commodity and month.
     std::map<std::tuple<std::uint8_t, CString, CString>, CString> weeklyContracts;
+    std::map<Code, CString> otherNames;  ///< by symbol
     bool symbolIdIsRealMonth = false;
     bool nameShowsRealMonth = false;
     std::map<CString, CString> symbolByTreeId;
@@ -82,6 +83,13 @@ public:
     bool bGetSymbolID(Texts& ids, Texts& names, std::uint8_t market,
                       const CString& contractMonth) const override {
         return Give(Get(monthSymbols, {market, contractMonth}), ids, names);
+    }
+    bool bGetSymbolOtherNames(Texts& names, std::uint8_t market, const Texts& ids) const override {
+        names.clear();
+        for (const CString& id : ids) {
+            names.push_back(Get(otherNames, {market, id}));
+        }
+        return !otherNames.empty();
     }
     bool GetSymbolIDIsRealMonth() const override {
         return symbolIdIsRealMonth;

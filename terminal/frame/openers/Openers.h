@@ -33,6 +33,9 @@ bool ImportGroups(const Frame& frame, const QString& path);
 /// The list of the symbols that have trend lines; shows the one that was chosen.
 void ListLines(const Frame& frame);
 
+/// The history data dialog on the chart's data period; the chart loads what was asked for.
+void SetHistory(const Frame& frame);
+
 void ShowAbout(const Frame& frame);
 
 }  // namespace ta::terminal

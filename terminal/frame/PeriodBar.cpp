@@ -1,0 +1,41 @@
+#include "terminal/frame/PeriodBar.h"
+
+#include "dialogs/MXSetHistDataBanner.h"
+#include "terminal/chart/ChartView.h"
+#include "terminal/lang/Language.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+namespace ta::terminal {
+
+PeriodBar::PeriodBar(QWidget* parent)
+    : QToolBar(parent), m_banner(new MXSetHistDataBanner(0, "", 0, 0, this)) {
+    setObjectName("periodBar");
+    setMovable(false);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    addWidget(m_banner);
+    connect(m_banner, &MXSetHistDataBanner::periodChosen, this, &PeriodBar::periodChosen);
+    Retranslate();
+}
+
+void PeriodBar::Show(const ChartView& chart) {
+    m_banner->SetState(chart.Market(), chart.SymbolId(), chart.Period(), chart.Count());
+}
+
+QList<int> PeriodBar::Favourites() const {
+    const std::vector<int>& favourites = m_banner->GetFavourites();
+    return QList<int>(favourites.begin(), favourites.end());
+}
+
+void PeriodBar::SetFavourites(const QList<int>& favourites) {
+    m_banner->SetFavourites({favourites.begin(), favourites.end()});
+}
+
+void PeriodBar::Retranslate() {
+    setWindowTitle(Tr("IDS_TERMINAL-FRAME_PERIOD_BAR").remove('&'));
+    QEvent change(QEvent::LanguageChange);  // the toolkit's own comes later
+    QCoreApplication::sendEvent(m_banner, &change);
+}
+
+}  // namespace ta::terminal
