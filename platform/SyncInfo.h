@@ -12,6 +12,7 @@ class TaDrawInfo;
 namespace ta {
 
 class EntitlementService;
+class ExportProfiles;
 class NumberDisplay;
 
 /// The part of the chart module that makes objects for the library.
@@ -30,6 +31,7 @@ struct Services {
     EntitlementService* entitlement = nullptr;
     ChartModule* chartModule = nullptr;
     NumberDisplay* numberDisplay = nullptr;
+    ExportProfiles* exportProfiles = nullptr;
     CWnd* frameWindow = nullptr;
     CString messageBoxTitle;
     /// How fractional prices are written: 1 dot, 2 special decimal, 3 mixed, other denominator.

@@ -58,18 +58,47 @@ struct OpenConverter {
     std::unique_ptr<UConverter, ConverterCloser> handle;
 };
 
+OpenConverter Open(const CodePageEntry& codePage) {
+    UErrorCode error = U_ZERO_ERROR;
+    OpenConverter open;
+    open.handle.reset(ucnv_open(codePage.converter, &error));
+    ucnv_setSubstChars(open.handle.get(), "?", 1, &error);
+    // Best-fit look-alikes would let a name come back as another one.
+    ucnv_setFallback(open.handle.get(), false);
+    open.codePage = &codePage;
+    return open;
+}
+
 // An ICU converter keeps state and belongs to one thread.
 UConverter* Converter() {
     thread_local OpenConverter open;
     if (open.codePage != g_codePage) {
-        UErrorCode error = U_ZERO_ERROR;
-        open.handle.reset(ucnv_open(g_codePage->converter, &error));
-        ucnv_setSubstChars(open.handle.get(), "?", 1, &error);
-        // Best-fit look-alikes would let a name come back as another one.
-        ucnv_setFallback(open.handle.get(), false);
-        open.codePage = g_codePage;
+        open = Open(*g_codePage);
     }
     return open.handle.get();
+}
+
+CString Encode(UConverter* converter, std::u16string_view utf16) {
+    CString result(utf16.size() * 2 + 1, '\0');
+    UErrorCode error = U_ZERO_ERROR;
+    const int32_t length =
+        ucnv_fromUChars(converter, result.data(), static_cast<int32_t>(result.size()), utf16.data(),
+                        static_cast<int32_t>(utf16.size()), &error);
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+/// Adds the characters of `utf16` that come out as the "?" of what is lacking, each once.
+void AddLost(UConverter* converter, std::u16string_view utf16, std::u16string& lost) {
+    for (std::size_t i = 0; i < utf16.size();) {
+        const bool isPair = U16_IS_LEAD(utf16[i]) && i + 1 < utf16.size();
+        const std::u16string_view character = utf16.substr(i, isPair ? 2 : 1);
+        i += character.size();
+        const bool isLost = character != u"?" && Encode(converter, character) == "?";
+        if (isLost && lost.find(character) == std::u16string::npos) {
+            lost += character;
+        }
+    }
 }
 
 std::u16string Utf8ToUtf16(std::string_view utf8) {
@@ -108,13 +137,19 @@ int CodePage() {
 }
 
 CString FromUtf16(std::u16string_view utf16) {
-    CString result(utf16.size() * 2 + 1, '\0');
-    UErrorCode error = U_ZERO_ERROR;
-    const int32_t length =
-        ucnv_fromUChars(Converter(), result.data(), static_cast<int32_t>(result.size()),
-                        utf16.data(), static_cast<int32_t>(utf16.size()), &error);
-    result.resize(static_cast<std::size_t>(length));
-    return result;
+    return Encode(Converter(), utf16);
+}
+
+CString FromUtf16(std::u16string_view utf16, int codePage, std::u16string* lost) {
+    const auto found = std::ranges::find(kCodePages, codePage, &CodePageEntry::number);
+    if (found == kCodePages.end()) {
+        return {};
+    }
+    const OpenConverter open = Open(*found);
+    if (lost != nullptr) {
+        AddLost(open.handle.get(), utf16, *lost);
+    }
+    return Encode(open.handle.get(), utf16);
 }
 
 std::u16string ToUtf16(std::string_view text) {
