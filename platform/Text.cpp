@@ -88,6 +88,21 @@ CString Encode(UConverter* converter, std::u16string_view utf16) {
     return result;
 }
 
+std::u16string Decode(UConverter* converter, std::string_view text) {
+    std::u16string result(text.size() + 1, u'\0');
+    UErrorCode error = U_ZERO_ERROR;
+    const int32_t length =
+        ucnv_toUChars(converter, result.data(), static_cast<int32_t>(result.size()), text.data(),
+                      static_cast<int32_t>(text.size()), &error);
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+const CodePageEntry* Find(int codePage) {
+    const auto found = std::ranges::find(kCodePages, codePage, &CodePageEntry::number);
+    return found == kCodePages.end() ? nullptr : &*found;
+}
+
 /// Adds the characters of `utf16` that come out as the "?" of what is lacking, each once.
 void AddLost(UConverter* converter, std::u16string_view utf16, std::u16string& lost) {
     for (std::size_t i = 0; i < utf16.size();) {
@@ -124,12 +139,9 @@ std::string Utf16ToUtf8(std::u16string_view text) {
 }  // namespace
 
 bool SetCodePage(int codePage) {
-    const auto found = std::ranges::find(kCodePages, codePage, &CodePageEntry::number);
-    if (found == kCodePages.end()) {
-        return false;
-    }
-    g_codePage = &*found;
-    return true;
+    const CodePageEntry* const found = Find(codePage);
+    g_codePage = found != nullptr ? found : g_codePage;
+    return found != nullptr;
 }
 
 int CodePage() {
@@ -141,8 +153,8 @@ CString FromUtf16(std::u16string_view utf16) {
 }
 
 CString FromUtf16(std::u16string_view utf16, int codePage, std::u16string* lost) {
-    const auto found = std::ranges::find(kCodePages, codePage, &CodePageEntry::number);
-    if (found == kCodePages.end()) {
+    const CodePageEntry* const found = Find(codePage);
+    if (found == nullptr) {
         return {};
     }
     const OpenConverter open = Open(*found);
@@ -153,13 +165,12 @@ CString FromUtf16(std::u16string_view utf16, int codePage, std::u16string* lost)
 }
 
 std::u16string ToUtf16(std::string_view text) {
-    std::u16string result(text.size() + 1, u'\0');
-    UErrorCode error = U_ZERO_ERROR;
-    const int32_t length =
-        ucnv_toUChars(Converter(), result.data(), static_cast<int32_t>(result.size()), text.data(),
-                      static_cast<int32_t>(text.size()), &error);
-    result.resize(static_cast<std::size_t>(length));
-    return result;
+    return Decode(Converter(), text);
+}
+
+std::u16string ToUtf16(std::string_view text, int codePage) {
+    const CodePageEntry* const found = Find(codePage);
+    return found == nullptr ? std::u16string() : Decode(Open(*found).handle.get(), text);
 }
 
 CString FromUtf8(std::string_view utf8) {
