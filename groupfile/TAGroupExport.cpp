@@ -38,7 +38,8 @@ protected:
 QString AskPath(DialogBase& dialog) {
     const QString title = LangText("IDS_DIALOG-EXPORTTA_TITLE");
     for (;;) {
-        const QString path = CurrentPrompts().SaveFile(&dialog, title, "*.TASG", "*.TASG");
+        const QString path = CurrentPrompts().SaveFile(
+            &dialog, {.title = title, .name = "*.TASG", .filter = "*.TASG"});
         const QString name = QFileInfo(path).fileName();
         if (name.contains('*')) {
             continue;

@@ -40,7 +40,7 @@ protected:
 
 private:
     void vFillItem();
-    void vLoadLanguageString();
+    void vLoadLanguageString() override;
     void OnButtonSelect();
     bool IsChecked(int row) const;
     bool IsAnyChecked() const;

@@ -36,7 +36,7 @@ protected:
 private:
     struct TADIALOGS_HIDDEN Merge;
 
-    void vLoadLanguageString();
+    void vLoadLanguageString() override;
     void RegisterControls();
     void ConnectSummary(QListWidget& list);
     void RefuseWrongFile();

@@ -54,6 +54,8 @@
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_PARAMS"><translation>parameters</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_SHAPES"><translation>shapes</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_LAYOUT"><translation>window layout</translation></message>
+    <message id="IDS_TADIALOGS-FILE_ASK_CREATE"><translation>The file “%1” does not exist. Create it?</translation></message>
+    <message id="IDS_TADIALOGS-FILE_WILDCARD"><translation>“%1” holds a “*” and is no file name. Choose the file again, or type a name without it.</translation></message>
     <message id="IDS_TADIALOGS-FILE_UNREADABLE"><translation>The file “%1” cannot be read:&#10;%2</translation></message>
     <message id="IDS_TADIALOGS-FILE_UNWRITABLE"><translation>The file “%1” cannot be written:&#10;%2</translation></message>
     <message id="IDS_TADIALOGS-FILE_NOT_FOUND"><translation>It does not exist.</translation></message>
@@ -62,7 +64,6 @@
     <message id="IDS_TADIALOGS-FILE_NO_RIGHT"><translation>You may not access it. Choose another place, or ask the administrator.</translation></message>
     <message id="IDS_TADIALOGS-FILE_DISK_FULL"><translation>The disk is full. Delete what is not needed, or choose another disk.</translation></message>
     <message id="IDS_TADIALOGS-FILE_PATH_GONE"><translation>The folder does not exist; it may have been moved or deleted.</translation></message>
-    <!-- technical data viewer -->
     <!-- technical data viewer -->
     <message id="IDS_DIALOG-TECHDATA_COPY2CLIPBOARD"><translation>Co&amp;py to clipboard</translation></message>
     <message id="IDS_DIALOG-TECHDATA_SAVE2CSV"><translation>&amp;Save to CSV file</translation></message>

@@ -54,6 +54,8 @@
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_PARAMS"><translation>參數設定</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_SHAPES"><translation>圖形設定</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_DIFFERENT_LAYOUT"><translation>視窗配置</translation></message>
+    <message id="IDS_TADIALOGS-FILE_ASK_CREATE"><translation>檔案「%1」不存在，要建立嗎？</translation></message>
+    <message id="IDS_TADIALOGS-FILE_WILDCARD"><translation>「%1」含有「*」，不是檔案名稱。請重新選擇檔案，或輸入不含「*」的檔名。</translation></message>
     <message id="IDS_TADIALOGS-FILE_UNREADABLE"><translation>無法讀取檔案「%1」：&#10;%2</translation></message>
     <message id="IDS_TADIALOGS-FILE_UNWRITABLE"><translation>無法寫入檔案「%1」：&#10;%2</translation></message>
     <message id="IDS_TADIALOGS-FILE_NOT_FOUND"><translation>檔案不存在。</translation></message>
@@ -62,7 +64,6 @@
     <message id="IDS_TADIALOGS-FILE_NO_RIGHT"><translation>沒有存取權限，請選擇其他位置或請管理員開放權限。</translation></message>
     <message id="IDS_TADIALOGS-FILE_DISK_FULL"><translation>磁碟空間不足，請刪除不需要的檔案或選擇其他磁碟。</translation></message>
     <message id="IDS_TADIALOGS-FILE_PATH_GONE"><translation>資料夾不存在，可能已被移動或刪除。</translation></message>
-    <!-- technical data viewer -->
     <!-- technical data viewer -->
     <message id="IDS_DIALOG-TECHDATA_COPY2CLIPBOARD"><translation>複製到剪貼簿(&amp;P)</translation></message>
     <message id="IDS_DIALOG-TECHDATA_SAVE2CSV"><translation>儲存到CSV檔(&amp;S)</translation></message>

@@ -1,8 +1,30 @@
 #include "platform/Window.h"
 
+#include <deque>
 #include <map>
 
-CWnd::~CWnd() = default;
+namespace {
+
+struct PostedMessage {
+    CWnd* window;
+    unsigned message;
+    std::uintptr_t wParam;
+    std::intptr_t lParam;
+};
+
+/// Never destroyed: windows that live to the end of the process look into it.
+std::deque<PostedMessage>& Posted() {
+    static auto& messages = *new std::deque<PostedMessage>;
+    return messages;
+}
+
+void (*g_postHook)() = nullptr;
+
+}  // namespace
+
+CWnd::~CWnd() {
+    std::erase_if(Posted(), [this](const PostedMessage& each) { return each.window == this; });
+}
 
 std::intptr_t CWnd::WindowProc(unsigned, std::uintptr_t, std::intptr_t) {
     return 0;
@@ -41,6 +63,30 @@ unsigned RegisterWindowMessageA(const CString& name) {
 std::intptr_t SendMessageA(CWnd& window, unsigned message, std::uintptr_t wParam,
                            std::intptr_t lParam) {
     return window.WindowProc(message, wParam, lParam);
+}
+
+void PostMessageA(CWnd& window, unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
+    Posted().push_back({&window, message, wParam, lParam});
+    if (g_postHook != nullptr) {
+        g_postHook();
+    }
+}
+
+bool DeliverPostedMessage() {
+    if (Posted().empty()) {
+        return false;
+    }
+    const PostedMessage next = Posted().front();
+    Posted().pop_front();
+    next.window->WindowProc(next.message, next.wParam, next.lParam);
+    return true;
+}
+
+void SetPostHook(void (*hook)()) {
+    g_postHook = hook;
+    for (std::size_t i = 0; hook != nullptr && i < Posted().size(); ++i) {
+        hook();
+    }
 }
 
 }  // namespace ta::window

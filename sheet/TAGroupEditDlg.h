@@ -38,7 +38,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void vLoadLanguageString();
+    void vLoadLanguageString() override;
     void ShowEdit();
     void ShowGroups();
     CString EnteredName() const;

@@ -344,7 +344,7 @@ void CTASetGroup::OnDelete() {
     const CString name = NameOfRow(*row);
     const int uniNum = UniNumOfRow(*row);
     const auto position = static_cast<std::size_t>(m_ui->groupList->currentRow());
-    if (!Ask(*this,
+    if (!::Ask(*this,
              QString("%1 - 「%2」")
                  .arg(LangText("IDS_TECHVIEW-STRING_GROUPSETTING_CHKDELETE"), ToQString(name)))) {
         return;
@@ -451,7 +451,7 @@ void CTASetGroup::OnCancel() {
         PropertyPage::OnCancel();
         return;
     }
-    const bool save = Ask(*this, LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK"));
+    const bool save = ::Ask(*this, LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE_CHECK"));
     if (save) {
         SaveChange();
     }

@@ -1,15 +1,16 @@
 #include "platform/ui/DialogBase.h"
 
-#include "platform/FormatText.h"
-#include "platform/QuoteInterface.h"
 #include "platform/SyncInfo.h"
+#include "platform/ui/FormTexts.h"
 #include "platform/ui/TextBridge.h"
 
-#include <QAbstractButton>
-#include <QGroupBox>
-#include <QLabel>
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -19,32 +20,26 @@ namespace {
 // The font for which the forms' sizes are drawn.
 constexpr qreal kFormPointSize = 10;
 
-/// The text of a key; any other text as it is.
-QString Translated(const QString& text) {
-    const bool isKey = text.startsWith("IDS_") || text.startsWith("IDC_");
-    return isKey ? LangText(text.toStdString()) : text;
+QString TerminalTitle() {
+    return ToQString(CSyncInfo::GetSettingCFG().SYS_szGetMessageBoxTitle());
 }
 
-void TranslateControl(QWidget& control) {
-    if (auto* button = qobject_cast<QAbstractButton*>(&control)) {
-        button->setText(Translated(button->text()));
-    } else if (auto* label = qobject_cast<QLabel*>(&control)) {
-        label->setText(Translated(label->text()));
-    } else if (auto* frame = qobject_cast<QGroupBox*>(&control)) {
-        frame->setTitle(Translated(frame->title()));
-    }
-    control.setToolTip(Translated(control.toolTip()));
-    control.setAccessibleName(Translated(control.accessibleName()));
+/// The edit box that a field is or holds, or null.
+QLineEdit* EditOf(QWidget& field) {
+    auto* edit = qobject_cast<QLineEdit*>(&field);
+    return edit != nullptr ? edit : field.findChild<QLineEdit*>();
 }
 
 }  // namespace
 
-QString LangText(const CString& key) {
-    const CString text = BKQuoteInterface::GetBKInterface().LangGetLangString(key);
-    return ToQString(text::Format("%s", text));
+DialogBase::DialogBase(QWidget* parent) : QDialog(parent), m_texts(std::make_unique<FormTexts>()) {
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { ShowDefaultButton(now); });
 }
 
-DialogBase::DialogBase(QWidget* parent) : QDialog(parent) {}
+DialogBase::~DialogBase() {
+    qApp->disconnect(this);
+}
 
 int DialogBase::DoModal() {
     return exec() == QDialog::Accepted ? kIdOk : kIdCancel;
@@ -54,15 +49,31 @@ void DialogBase::Create() {
     if (std::exchange(m_initialised, true)) {
         return;
     }
+    // Which button Enter presses is this class's business alone.
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+        button->setAutoDefault(false);
+    }
     const qreal enlarged = std::max(1.0, font().pointSizeF() / kFormPointSize);
     resize((size() * enlarged).boundedTo(screen()->availableSize()));
+    m_texts->Collect(*this);
     Guard([this] { OnInitDialog(); });
+    Guard([this] { vLoadLanguageString(); });
 }
 
 QWidget* DialogBase::GetDlgItem(int id) const {
     const auto found = m_controls.find(id);
-    return found == m_controls.end() ? nullptr : found->second;
+    if (found != m_controls.end()) {
+        return found->second;
+    }
+    const QList<QWidget*> controls = findChildren<QWidget*>();
+    const auto item = std::ranges::find_if(controls, [id](const QWidget* control) {
+        const QVariant own = control->property("templateId");
+        return own.isValid() && own.toInt() == id;
+    });
+    return item == controls.end() ? nullptr : *item;
 }
+
+// ---- Opening and closing ----
 
 void DialogBase::accept() {
     Guard([this] { OnOK(); });
@@ -91,32 +102,114 @@ void DialogBase::OnCancel() {
     QDialog::reject();
 }
 
-void DialogBase::SetButtons(QPushButton& ok, QPushButton& cancel) {
-    SetDlgItem(kIdOk, ok);
-    SetDlgItem(kIdCancel, cancel);
-    ok.setDefault(true);
-    connect(&ok, &QPushButton::clicked, this, &DialogBase::accept);
-    connect(&cancel, &QPushButton::clicked, this, &DialogBase::reject);
-}
-
-void DialogBase::LoadLanguageStrings() {
-    setWindowTitle(Translated(windowTitle()));
-    for (QWidget* control : findChildren<QWidget*>()) {
-        TranslateControl(*control);
-    }
-}
-
 void DialogBase::PostClose() {
     QMetaObject::invokeMethod(this, &DialogBase::reject, Qt::QueuedConnection);
 }
 
+// ---- Buttons and keys ----
+
+void DialogBase::SetButtons(QPushButton& ok, QPushButton& cancel) {
+    SetDlgItem(kIdOk, ok);
+    connect(&ok, &QPushButton::clicked, this, &DialogBase::accept);
+    SetCancelButton(cancel);
+    ShowDefaultButton(nullptr);
+}
+
+void DialogBase::SetCancelButton(QPushButton& cancel) {
+    SetDlgItem(kIdCancel, cancel);
+    connect(&cancel, &QPushButton::clicked, this, &DialogBase::reject);
+}
+
+void DialogBase::ShowDefaultButton(QWidget* focus) {
+    auto* button = qobject_cast<QPushButton*>(focus);
+    if (button == nullptr || button->window() != this) {
+        button = qobject_cast<QPushButton*>(GetDlgItem(kIdOk));
+    }
+    if (m_default != nullptr && m_default != button) {
+        m_default->setDefault(false);
+    }
+    if (button != nullptr) {
+        button->setDefault(true);
+    }
+    m_default = button;
+}
+
+bool DialogBase::PressFocusedButton(const QKeyEvent& event) {
+    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    const bool isPlain = (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    QWidget* focus = window()->focusWidget();
+    if (!isEnter || !isPlain ||
+        (qobject_cast<QPushButton*>(focus) == nullptr &&
+         qobject_cast<QToolButton*>(focus) == nullptr)) {
+        return false;
+    }
+    static_cast<QAbstractButton*>(focus)->click();
+    return true;
+}
+
+void DialogBase::keyPressEvent(QKeyEvent* event) {
+    if (!PressFocusedButton(*event)) {
+        QDialog::keyPressEvent(event);
+    }
+}
+
+// ---- Texts ----
+
+void DialogBase::vLoadLanguageString() {
+    LoadLanguageStrings();
+}
+
+void DialogBase::LoadLanguageStrings() {
+    m_texts->Collect(*this);
+    m_texts->Apply();
+}
+
+void DialogBase::SetTextKey(QWidget& control, const QString& key, const char* property) {
+    m_texts->Collect(*this);
+    m_texts->Keep(control, property, key);
+}
+
+void DialogBase::AddTextEntry(QComboBox& combo, const CString& key, const QVariant& value) {
+    combo.addItem({}, value);
+    m_texts->KeepEntry(combo, combo.count() - 1, QString::fromStdString(key));
+}
+
+void DialogBase::SetHeadKey(QAbstractItemView& view, int column, const CString& key) {
+    m_texts->KeepHead(view, column, QString::fromStdString(key));
+}
+
+void DialogBase::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && IsCreated()) {
+        Guard([this] { vLoadLanguageString(); });
+    }
+}
+
+// ---- Prompts ----
+
 void DialogBase::Tell(const QString& text, PromptIcon icon) {
-    const QString title = ToQString(CSyncInfo::GetSettingCFG().SYS_szGetMessageBoxTitle());
-    CurrentPrompts().Message(this, icon, title, text);
+    CurrentPrompts().Message(this, icon, TerminalTitle(), text);
 }
 
 void DialogBase::TellKey(const CString& key, PromptIcon icon) {
     Tell(LangText(key), icon);
+}
+
+Answer DialogBase::Ask(const QString& text, const QString& title, Answer preset) {
+    return CurrentPrompts().AskYesNo(this, PromptIcon::Question,
+                                     title.isNull() ? TerminalTitle() : title, text, preset);
+}
+
+void DialogBase::Refuse(QWidget& field, const QString& text, PromptIcon icon) {
+    Tell(text, icon);
+    QLineEdit* edit = EditOf(field);
+    while (edit != nullptr && edit->isUndoAvailable()) {
+        edit->undo();
+    }
+    field.setFocus();
+    if (edit != nullptr) {
+        edit->selectAll();
+    }
 }
 
 void DialogBase::TellFailure() noexcept {

@@ -1,11 +1,19 @@
 #include "platform/ui/DragListBox.h"
 
+#include "platform/ui/Timers.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QSignalBlocker>
 
 namespace ta::ui {
+namespace {
+
+constexpr int kScrollTimer = 1;
+constexpr int kScrollMilliseconds = 60;  // a row
+
+}  // namespace
 
 DragListBox::DragListBox(QWidget* parent) : QListWidget(parent) {
     setSelectionMode(QAbstractItemView::SingleSelection);
@@ -36,7 +44,17 @@ void DragListBox::mouseMoveEvent(QMouseEvent* event) {
         }
         m_draggedRow = m_pressedRow;
         viewport()->setCursor(Qt::ClosedHandCursor);
+        CurrentTimers().Start(*this, kScrollTimer, kScrollMilliseconds, [this] {
+            if (!viewport()->rect().contains(viewport()->rect().center().x(), m_position.y())) {
+                DragTo(m_position);
+            }
+        });
     }
+    DragTo(position);
+}
+
+void DragListBox::DragTo(const QPoint& position) {
+    m_position = position;
     const int target = RowAt(position);
     MoveRow(m_draggedRow, target);
     m_draggedRow = target;
@@ -76,6 +94,16 @@ bool DragListBox::event(QEvent* event) {
     return QListWidget::event(event);
 }
 
+QItemSelectionModel::SelectionFlags DragListBox::selectionCommand(const QModelIndex& index,
+                                                                  const QEvent* event) const {
+    // Ctrl+click would deselect the row and leave it the current one, a click below the rows too.
+    const auto command = QListWidget::selectionCommand(index, event);
+    if (command == QItemSelectionModel::NoUpdate || selectionMode() != SingleSelection) {
+        return command;
+    }
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+}
+
 int DragListBox::RowAt(const QPoint& position) const {
     // Over the list's edges this is a row that is out of sight, and the list scrolls along.
     const int row = indexAt({viewport()->width() / 2, position.y()}).row();
@@ -101,6 +129,7 @@ void DragListBox::EndDrag(bool keep) {
     const bool moved = IsDragging() && from != to;
     m_pressedRow = -1;
     m_draggedRow = -1;
+    CurrentTimers().Stop(*this, kScrollTimer);
     viewport()->unsetCursor();
     if (!moved) {
         return;

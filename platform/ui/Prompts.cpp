@@ -1,7 +1,10 @@
 #include "platform/ui/Prompts.h"
 
+#include "platform/ui/LangText.h"
+
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -84,12 +87,13 @@ public:
         return QFileDialog::getOpenFileName(parent, title, start, filter);
     }
 
-    QString SaveFile(QWidget* parent, const QString& title, const QString& start,
-                     const QString& filter) override {
-        QFileDialog dialog(parent, title, start, filter);
+    QString SaveFile(QWidget* parent, const SaveFileOptions& options) override {
+        QFileDialog dialog(parent, options.title, options.name, options.filter);
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setFileMode(QFileDialog::AnyFile);
-        dialog.setDefaultSuffix(FirstSuffix(filter));
+        dialog.setOption(QFileDialog::DontConfirmOverwrite, !options.asksReplace);
+        dialog.setDefaultSuffix(options.suffix.isNull() ? FirstSuffix(options.filter)
+                                                        : options.suffix);
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
     }
 
@@ -97,6 +101,19 @@ public:
         return QColorDialog::getColor(preset, parent, title);
     }
 };
+
+/// Whether the user accepts the name, of a path that he chose.
+bool AcceptsName(QWidget* parent, const QFileInfo& path, const SaveFileOptions& options) {
+    if (path.fileName().contains('*')) {
+        CurrentPrompts().Message(parent, PromptIcon::Warning, options.title,
+                                 LangText("IDS_TADIALOGS-FILE_WILDCARD", path.fileName()));
+        return false;
+    }
+    return !options.asksCreate || path.exists() ||
+           CurrentPrompts().AskYesNo(parent, PromptIcon::Question, options.title,
+                                     LangText("IDS_TADIALOGS-FILE_ASK_CREATE", path.fileName()),
+                                     Answer::Yes) == Answer::Yes;
+}
 
 RealPrompts g_realPrompts;
 Prompts* g_prompts = &g_realPrompts;
@@ -109,6 +126,14 @@ Prompts& CurrentPrompts() {
 
 void SetPrompts(Prompts* prompts) {
     g_prompts = prompts != nullptr ? prompts : &g_realPrompts;
+}
+
+QString AskSaveFile(QWidget* parent, const SaveFileOptions& options) {
+    QString path;
+    do {
+        path = CurrentPrompts().SaveFile(parent, options);
+    } while (!path.isEmpty() && !AcceptsName(parent, QFileInfo(path), options));
+    return path;
 }
 
 }  // namespace ta::ui

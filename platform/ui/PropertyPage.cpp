@@ -46,7 +46,9 @@ void PropertyPage::OnCancel() {}
 void PropertyPage::OnOK() {}
 
 void PropertyPage::keyPressEvent(QKeyEvent* event) {
-    QWidget::keyPressEvent(event);  // NOLINT(bugprone-parent-virtual-call)
+    if (!PressFocusedButton(*event)) {
+        QWidget::keyPressEvent(event);  // NOLINT(bugprone-parent-virtual-call)
+    }
 }
 
 }  // namespace ta::ui

@@ -33,7 +33,7 @@ protected:
     void OnCancel() override;
     /// Nothing: a page does not close.
     void OnOK() override;
-    /// Enter and Escape are the sheet's.
+    /// Enter outside of the page's buttons, and Escape, are the sheet's.
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

@@ -53,7 +53,7 @@ QLayout* PropertySheet::MakeButtons() {
 }
 
 void PropertySheet::SetButtonText(int id, const QString& text) {
-    static_cast<QPushButton*>(GetDlgItem(id))->setText(text);
+    SetTextKey(*GetDlgItem(id), text);
     EvenOutButtons();
 }
 
@@ -73,6 +73,9 @@ void PropertySheet::AddPage(PropertyPage& page) {
     page.LoadLanguageStrings();
     m_pages.push_back(&page);
     m_tabs->addTab(&page, page.windowTitle());
+    connect(&page, &QWidget::windowTitleChanged, m_tabs, [this, &page](const QString& title) {
+        m_tabs->setTabText(m_tabs->indexOf(&page), title);
+    });
 }
 
 void PropertySheet::RemovePage(PropertyPage& page) {
@@ -82,6 +85,7 @@ void PropertySheet::RemovePage(PropertyPage& page) {
     }
     m_pages.erase(found);
     m_active = -1;
+    page.disconnect(m_tabs);
     m_tabs->removeTab(m_tabs->indexOf(&page));
     page.setParent(nullptr);
     if (isVisible() && !m_pages.empty()) {
@@ -147,13 +151,22 @@ void PropertySheet::keyPressEvent(QKeyEvent* event) {
 // ---- Opening and closing ----
 
 bool PropertySheet::OnInitDialog() {
-    LoadLanguageStrings();
-    EvenOutButtons();
     if (!m_pages.empty()) {
         m_tabs->setCurrentIndex(std::clamp(m_firstPage, 0, GetPageCount() - 1));
         Activate(GetActiveIndex());
     }
     return DialogBase::OnInitDialog();
+}
+
+void PropertySheet::vLoadLanguageString() {
+    DialogBase::vLoadLanguageString();
+    for (PropertyPage* page : m_pages) {
+        // A page that was shown is told itself; of the others the tabs are seen.
+        if (!page->IsCreated()) {
+            page->LoadLanguageStrings();
+        }
+    }
+    EvenOutButtons();
 }
 
 void PropertySheet::StayOpen(const PropertyPage& page) {

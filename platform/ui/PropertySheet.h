@@ -50,7 +50,9 @@ protected:
     void OnCancel() override;
     void keyPressEvent(QKeyEvent* event) override;
 
-    /// Sets a button's text; all buttons stay of one size.
+    void vLoadLanguageString() override;
+
+    /// Sets a button's text, or the key of one; all buttons stay of one size.
     void SetButtonText(int id, const QString& text);
     /// Brings the first page that cannot be saved to the front; false when there is one.
     bool CanSavePages();

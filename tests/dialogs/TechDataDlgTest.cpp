@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -30,6 +31,7 @@ using namespace ta::techdata;
 
 constexpr unsigned kClose = 0xC102;
 constexpr unsigned kErase = 0xC103;
+constexpr std::size_t kSpreadsheetLines = 1'048'576;
 constexpr const char* kGoodCsv = "T\r\nA,B,\r\n2024/03/05,0.00,\r\n2024/03/06,1.00,\r\n";
 
 class Owner : public CWnd {
@@ -140,9 +142,7 @@ protected:
             ADD_FAILURE() << "no progress is shown";
         });
     }
-    static void CancelWork(QProgressDialog& progress) {
-        Click(Find<QPushButton>(progress, ""));
-    }
+    static void CancelWork(QProgressDialog& progress) { Click(Find<QPushButton>(progress, "")); }
 
     Owner owner;
     MemoryProfiles profiles;
@@ -182,10 +182,9 @@ TEST_F(TechDataViewer, FillsInBatchesFitsOnceEarlyAndAtTheEnd) {
     EXPECT_EQ(Period(), 0);
     EXPECT_TRUE(AreExportsEnabled());
     EXPECT_TRUE(List().hasFocus());
-    EXPECT_TRUE(List().viewport()->rect().intersects(
-        List().visualRect(List().model()->index(999, 0))));
-    EXPECT_GE(List().columnWidth(1),
-              List().fontMetrics().horizontalAdvance("1000000000000.00"));
+    EXPECT_TRUE(
+        List().viewport()->rect().intersects(List().visualRect(List().model()->index(999, 0))));
+    EXPECT_GE(List().columnWidth(1), List().fontMetrics().horizontalAdvance("1000000000000.00"));
     EXPECT_GT(List().columnWidth(1), early);
     EXPECT_EQ(Cell(100, 0), "2024/06/13");
     EXPECT_EQ(Cell(100, 1), "1000000000000.00");
@@ -203,7 +202,8 @@ TEST_F(TechDataViewer, ABatchIsAtLeastAPage) {
 
 TEST_F(TechDataViewer, WithoutRecordsOrHeadersTheFirstTickIsTheLast) {
     for (const bool withHeaders : {true, false}) {
-        headers = MakeHeaders(withHeaders ? std::vector<CString>{"A", "B"} : std::vector<CString>{});
+        headers =
+            MakeHeaders(withHeaders ? std::vector<CString>{"A", "B"} : std::vector<CString>{});
         Open(0);
         Tick();
         EXPECT_EQ(Period(), 0);
@@ -267,10 +267,10 @@ TEST_F(TechDataViewer, Accessors) {
     unsigned char market = 0;
     CString symbol;
     viewer->GetSymbolInfo(market, symbol);
-    EXPECT_EQ(fmt::format("{} {} {} {} {} {}", market, symbol, viewer->GetTADataParam(),
-                          viewer->GetTADataType(), viewer->GetSecondName(),
-                          viewer->GetOwnerMessage()),
-              "77 SYM/1 5 6 second 49409");
+    EXPECT_EQ(
+        fmt::format("{} {} {} {} {} {}", market, symbol, viewer->GetTADataParam(),
+                    viewer->GetTADataType(), viewer->GetSecondName(), viewer->GetOwnerMessage()),
+        "77 SYM/1 5 6 second 49409");
     EXPECT_TRUE(viewer->bIsShow());
     viewer->vSetIsShow(false);
     EXPECT_FALSE(viewer->bIsShow());
@@ -287,8 +287,8 @@ TEST_F(TechDataViewer, InsertedAndReplacedRows) {
     viewer->vInsertOneData(records.back());
     EXPECT_EQ(Cell(600, 1), "7.00");
     EXPECT_EQ(List().currentIndex().row(), 600);
-    EXPECT_TRUE(List().viewport()->rect().intersects(
-        List().visualRect(List().model()->index(600, 0))));
+    EXPECT_TRUE(
+        List().viewport()->rect().intersects(List().visualRect(List().model()->index(600, 0))));
     viewer->vInsertOneData({30001, {8}});  // the owner has it not
     EXPECT_EQ(Cell(601, 1), "8.00");
     EXPECT_TRUE(viewer->SetDataValue(600, {30000, {7.5}}));
@@ -305,15 +305,15 @@ TEST_F(TechDataViewer, InsertedAndReplacedRows) {
     Fill();
     EXPECT_EQ(Cell(601, 1), "1000000000000000.00");
     EXPECT_EQ(List().currentIndex().row(), 601);
-    EXPECT_GE(List().columnWidth(1),
-              List().fontMetrics().horizontalAdvance("1000000000000000.00"));
+    EXPECT_GE(List().columnWidth(1), List().fontMetrics().horizontalAdvance("1000000000000000.00"));
 }
 
 TEST_F(TechDataViewer, BothWidthModes) {
     headers[1].name = "a heading that is wider than its column's values";
     OpenFull(5);
     Show(*viewer);
-    const int heading = List().fontMetrics().horizontalAdvance(QString::fromStdString(headers[1].name));
+    const int heading =
+        List().fontMetrics().horizontalAdvance(QString::fromStdString(headers[1].name));
     EXPECT_GE(List().columnWidth(1), heading);
     Press(*viewer, Qt::Key_2, Qt::ControlModifier);
     EXPECT_EQ(viewer->GetColumnWidthMode(), 1);
@@ -372,7 +372,8 @@ TEST_F(TechDataViewer, TheContextMenuComesForTheMouseOnly) {
     ASSERT_TRUE(ask(QContextMenuEvent::Mouse, {50, 50}));
     EXPECT_EQ(menu.actions().at(0)->text(), "IDS_CHANGESYM-TECHDATADLG_DELALL");
     EXPECT_EQ(menu.actions().at(1)->text(), "IDS_CHANGESYM-TECHDATADLG_SET_COLUMN_BY_DATA");
-    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions().at(0)).center());
+    QTest::mouseClick(&menu, Qt::LeftButton, {},
+                      menu.actionGeometry(menu.actions().at(0)).center());
     EXPECT_EQ(Posted(), "1 0 0;");
 }
 
@@ -402,8 +403,8 @@ TEST_F(TechDataViewer, RowsAreTiedToTheChart) {
     QObject::connect(viewer.get(), &MXTechDataDlg::timeActivated,
                      [&](double time) { activated.push_back(time); });
     viewer->MarkTime(records[2].time);
-    EXPECT_TRUE(List().viewport()->rect().intersects(
-        List().visualRect(List().model()->index(2, 0))));
+    EXPECT_TRUE(
+        List().viewport()->rect().intersects(List().visualRect(List().model()->index(2, 0))));
     const auto isMarked = [&](int row) {
         return List().model()->index(row, 0).data(Qt::BackgroundRole).isValid();
     };
@@ -625,7 +626,8 @@ TEST_F(TechDataProfiles, FormColumnsRowsAndDecimalsAreChosenAndKept) {
         EXPECT_EQ(Preview(dialog), shown);
     });
     const std::string written =
-        "\xEF\xBB\xBF" "A,IDS_TADIALOGS-TECHDATA_TIME,'=C\r\n2024/03/11,00:00,6.000\r\n";
+        "\xEF\xBB\xBF"
+        "A,IDS_TADIALOGS-TECHDATA_TIME,'=C\r\n2024/03/11,00:00,6.000\r\n";
     EXPECT_EQ(Out(), written);
     ExportProfile mine{"mine", ExportForm::Spreadsheet, {"A", "=C"}, true, 3, 0};
     EXPECT_EQ(profiles.profiles, std::vector{mine});
@@ -638,7 +640,9 @@ TEST_F(TechDataProfiles, FormColumnsRowsAndDecimalsAreChosenAndKept) {
         Choose(dialog, "profileCombo", "mine");
         EXPECT_EQ(Preview(dialog), "A,'=C\n2024/03/05,0.000\n2024/03/06,1.000\n");
     });
-    EXPECT_EQ(Out(), "\xEF\xBB\xBF" "A,'=C\r\n2024/03/05,0.000\r\n2024/03/06,1.000\r\n");
+    EXPECT_EQ(Out(),
+              "\xEF\xBB\xBF"
+              "A,'=C\r\n2024/03/05,0.000\r\n2024/03/06,1.000\r\n");
 }
 
 TEST_F(TechDataProfiles, AreReplacedDeletedAndNamed) {
@@ -647,30 +651,32 @@ TEST_F(TechDataProfiles, AreReplacedDeletedAndNamed) {
     profiles.profiles = {a, b};
     OpenFull(1);
     Show(*viewer);
-    Export([&](QDialog& dialog) {
-        prompts.ExpectMessage();
-        Keep(dialog, "  ");
-        EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_NAME_EMPTY");
-        Choose(dialog, "profileCombo", "b");
-        EXPECT_EQ(Preview(dialog), "B\n0.00\n");
-        prompts.ExpectYesNo(false);
-        Keep(dialog, "a");
-        EXPECT_EQ(profiles.profiles, (std::vector{a, b}));
-        prompts.ExpectYesNo(true);
-        Keep(dialog, "a");
-        ExportProfile replaced = b;
-        replaced.name = "a";
-        EXPECT_EQ(profiles.profiles, (std::vector{replaced, b}));
-        profiles.writable = false;
-        prompts.ExpectMessage();
-        Click(Find<QPushButton>(dialog, "deleteButton"));
-        EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_PROFILES_UNWRITABLE");
-        profiles.writable = true;
-        Click(Find<QPushButton>(dialog, "deleteButton"));
-        EXPECT_EQ(profiles.profiles, std::vector{b});
-        EXPECT_EQ(Find<QComboBox>(dialog, "profileCombo").count(), 2);
-        EXPECT_FALSE(Find<QWidget>(dialog, "deleteButton").isEnabled());
-    }, false);
+    Export(
+        [&](QDialog& dialog) {
+            prompts.ExpectMessage();
+            Keep(dialog, "  ");
+            EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_NAME_EMPTY");
+            Choose(dialog, "profileCombo", "b");
+            EXPECT_EQ(Preview(dialog), "B\n0.00\n");
+            prompts.ExpectYesNo(false);
+            Keep(dialog, "a");
+            EXPECT_EQ(profiles.profiles, (std::vector{a, b}));
+            prompts.ExpectYesNo(true);
+            Keep(dialog, "a");
+            ExportProfile replaced = b;
+            replaced.name = "a";
+            EXPECT_EQ(profiles.profiles, (std::vector{replaced, b}));
+            profiles.writable = false;
+            prompts.ExpectMessage();
+            Click(Find<QPushButton>(dialog, "deleteButton"));
+            EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_PROFILES_UNWRITABLE");
+            profiles.writable = true;
+            Click(Find<QPushButton>(dialog, "deleteButton"));
+            EXPECT_EQ(profiles.profiles, std::vector{b});
+            EXPECT_EQ(Find<QComboBox>(dialog, "profileCombo").count(), 2);
+            EXPECT_FALSE(Find<QWidget>(dialog, "deleteButton").isEnabled());
+        },
+        false);
     profiles.readable = false;
     prompts.ExpectMessage();
     Export([](QDialog&) {}, false);
@@ -688,27 +694,31 @@ TEST_F(TechDataProfiles, AskBeforeCharactersOrRowsAreLost) {
         EXPECT_EQ(Preview(dialog), "A,?\n2024/03/05,0.00\n");
         EXPECT_EQ(Note(dialog), "IDS_TADIALOGS-TECHDATA_LOST 量");
     };
-    Export([&](QDialog& dialog) {
-        choose(dialog);
-        prompts.ExpectYesNo(false);
-        QTest::keyClick(&dialog, Qt::Key_Return);
-        EXPECT_TRUE(dialog.isVisible());
-    }, false);
+    Export(
+        [&](QDialog& dialog) {
+            choose(dialog);
+            prompts.ExpectYesNo(false);
+            QTest::keyClick(&dialog, Qt::Key_Return);
+            EXPECT_TRUE(dialog.isVisible());
+        },
+        false);
     prompts.ExpectYesNo(true);
     Export(choose);
     EXPECT_EQ(Out(), "A,?\r\n2024/03/05,0.00\r\n");
     // One line of headings and as many rows as fill the rest.
-    for (const std::size_t rows : {kSpreadsheetRows - 1, kSpreadsheetRows}) {
+    for (const std::size_t rows : {kSpreadsheetLines - 1, kSpreadsheetLines}) {
         records.assign(rows, {19787, {1}});
         viewer->reInitializeList("T", kDailyData, 0, 0);
         viewer->resize(700, 20'000'000);
         Fill();
-        Export([&](QDialog& dialog) {
-            Choose(dialog, "formCombo", "IDS_TADIALOGS-TECHDATA_FORM_SPREADSHEET");
-            EXPECT_EQ(Note(dialog), rows < kSpreadsheetRows
-                                        ? ""
-                                        : "IDS_TADIALOGS-TECHDATA_TOO_LONG 1048577 1048576");
-        }, false);
+        Export(
+            [&](QDialog& dialog) {
+                Choose(dialog, "formCombo", "IDS_TADIALOGS-TECHDATA_FORM_SPREADSHEET");
+                EXPECT_EQ(Note(dialog), rows < kSpreadsheetLines
+                                            ? ""
+                                            : "IDS_TADIALOGS-TECHDATA_TOO_LONG 1048577 1048576");
+            },
+            false);
     }
 }
 

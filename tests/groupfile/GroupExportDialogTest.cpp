@@ -206,9 +206,7 @@ TEST_F(GroupExportTest, AFileDialogThatCannotBeShown) {
         QString OpenFile(QWidget*, const QString&, const QString&, const QString&) override {
             return {};
         }
-        QString SaveFile(QWidget*, const QString&, const QString&, const QString&) override {
-            throw std::bad_alloc();
-        }
+        QString SaveFile(QWidget*, const ui::SaveFileOptions&) override { throw std::bad_alloc(); }
         QColor AskColour(QWidget*, const QString&, const QColor&) override { return {}; }
     } throwing;
     CTAGroupExport dialog;

@@ -1,334 +1,401 @@
-// What every dialog stands on: the dialog base, the drag list, files, and the real file dialog.
+// What every dialog stands on: ids, keys, texts in two languages, prompts, and a life without exec.
 
-#include "platform/ui/DialogBase.h"
-#include "platform/ui/DragListBox.h"
-#include "platform/ui/FileAccess.h"
-#include "tests/support/MemoryQuotes.h"
-#include "tests/support/ScriptedPrompts.h"
+#include "platform/ui/ModelessDialog.h"
+#include "platform/ui/PropertyPage.h"
+#include "platform/ui/PropertySheet.h"
+#include "tests/support/DialogFixture.h"
 
 #include <QApplication>
-#include <QFile>
-#include <QFileDialog>
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QTemporaryDir>
+#include <QSpinBox>
+#include <QTableWidget>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
-
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <new>
 #include <stdexcept>
 
-#include <unistd.h>
-
 namespace ta::test {
 namespace {
 
-class UiTest : public testing::Test {
-protected:
-    UiTest() {
-        quotes.language["IDS_TADIALOGS-FILE_UNREADABLE"] = "%1 unreadable: %2";
-        quotes.language["IDS_TADIALOGS-FILE_UNWRITABLE"] = "%1 unwritable: %2";
-        quotes.language["IDS_TADIALOGS-FILE_TOO_LARGE"] = "larger than %1";
-        BKQuoteInterface::SetBKInterface(&quotes);
-    }
-    ~UiTest() override { BKQuoteInterface::SetBKInterface(nullptr); }
-
-    MemoryQuotes quotes;
-};
-
-// ---- DialogBase ----
-
-class SmallDialog : public ui::DialogBase {
+/// A dialog with one control of each kind; what its handlers do is the test's.
+template <class Base>
+class FormOf : public Base {
 public:
-    SmallDialog() {
+    template <class... Arguments>
+    explicit FormOf(Arguments... arguments) : Base(arguments...) {
         auto* layout = new QVBoxLayout(this);
-        for (QWidget* child : std::initializer_list<QWidget*>{&edit, &ok, &cancel}) {
+        for (QWidget* child : std::initializer_list<QWidget*>{&edit, &spin, &label, &combo, &table,
+                                                              &tool, &button, &ok, &cancel}) {
             layout->addWidget(child);
         }
-        SetButtons(ok, cancel);
-        Handle(&edit, &QLineEdit::textChanged, [this] { onText(); });
+        this->setWindowTitle("IDS_TITLE");
+        label.setText("IDS_LABEL");
+        label.setToolTip("own text");
+        edit.setText("IDS_LABEL");
+        edit.setPlaceholderText("IDS_HINT");
+        spin.setSuffix("IDS_SUFFIX");
+        combo.addItems({"IDS_ENTRY", "IDS_OTHER"});
+        table.setHorizontalHeaderLabels({"IDS_HEAD", ""});
+        label.setProperty("templateId", 16037);
+        this->Handle(&edit, &QLineEdit::textEdited, [this](const QString& text) { onText(text); });
+        this->Handle(&tool, &QToolButton::clicked, [this] { log.append("tool"); });
+        this->Handle(&button, &QPushButton::clicked, [this](bool) { log.append("button"); });
     }
 
-    bool closesInInit = false;
-    std::function<void()> onText = [] {};
-    std::function<void()> onOk;
+    using Base::AddTextEntry;
+    using Base::Ask;
+    using Base::Refuse;
+    using Base::SetDlgItem;
+    using Base::SetHeadKey;
+    using Base::SetTextKey;
+
+    std::function<void(const QString&)> onText = [](const QString&) {};
+    std::function<void()> onInit = [] {};
+    std::function<void()> onOk = [] {};
+    QStringList log;
     QLineEdit edit;
+    QSpinBox spin;
+    QLabel label;
+    QComboBox combo;
+    QTableWidget table{0, 2};
+    QToolButton tool;
+    QPushButton button;
     QPushButton ok;
     QPushButton cancel;
 
 protected:
     bool OnInitDialog() override {
-        if (closesInInit) {
-            PostClose();
-        }
-        return true;
+        onInit();
+        return Base::OnInitDialog();
+    }
+};
+
+class Form : public FormOf<ui::DialogBase> {
+public:
+    explicit Form(QWidget* parent = nullptr) : FormOf(parent) { SetButtons(ok, cancel); }
+    using DialogBase::PostClose;
+
+    int number = 1;
+
+protected:
+    void vLoadLanguageString() override {
+        LoadLanguageStrings();
+        button.setText(ui::LangText("IDS_FORMATTED", QString::number(number)));
     }
     void OnOK() override {
-        if (onOk) {
-            onOk();
-        }
+        log.append("ok");
+        onOk();
         DialogBase::OnOK();
     }
 };
 
+using UiTest = DialogFixture;
+
 TEST_F(UiTest, HowTheModalLoopEnds) {
-    const auto run = [](const std::function<void(SmallDialog&)>& user) {
-        SmallDialog dialog;
+    const auto run = [](const std::function<void(Form&)>& user) {
+        Form dialog;
         QTimer::singleShot(0, &dialog, [&] { user(dialog); });
         return dialog.DoModal();
     };
-    EXPECT_EQ(run([](auto& dialog) { QTest::keyClick(&dialog.edit, Qt::Key_Enter); }), 1);
-    EXPECT_EQ(run([](auto& dialog) { QTest::mouseClick(&dialog.ok, Qt::LeftButton); }), 1);
-    EXPECT_EQ(run([](auto& dialog) { QTest::keyClick(&dialog.edit, Qt::Key_Escape); }), 2);
-    EXPECT_EQ(run([](auto& dialog) { QTest::mouseClick(&dialog.cancel, Qt::LeftButton); }), 2);
-    EXPECT_EQ(run([](auto& dialog) { dialog.close(); }), 2);
-    SmallDialog closing;
-    closing.closesInInit = true;
-    EXPECT_EQ(closing.DoModal(), 2);
+    EXPECT_EQ(run([](Form& form) { QTest::keyClick(&form.edit, Qt::Key_Enter); }), ui::kIdOk);
+    EXPECT_EQ(run([](Form& form) { Click(form.ok); }), ui::kIdOk);
+    EXPECT_EQ(run([](Form& form) { QTest::keyClick(&form.edit, Qt::Key_Escape); }), ui::kIdCancel);
+    EXPECT_EQ(run([](Form& form) { Click(form.cancel); }), ui::kIdCancel);
+    EXPECT_EQ(run([](Form& form) { form.close(); }), ui::kIdCancel);
+    Form closing;
+    closing.onInit = [&] { closing.PostClose(); };
+    EXPECT_EQ(closing.DoModal(), ui::kIdCancel);
+}
+
+TEST_F(UiTest, EnterPressesTheButtonWithTheFocusAndElseOk) {
+    Form form;
+    Show(form);
+    const auto enter = [&](QWidget& focus) {
+        focus.setFocus();
+        Press(form, Qt::Key_Return);
+        const QString pressed = form.isVisible() ? form.log.join(' ') : form.log.join(' ') + '!';
+        form.log.clear();
+        Show(form);
+        return pressed;
+    };
+    form.onOk = [] {};
+    EXPECT_EQ(enter(form.button), "button");
+    EXPECT_EQ(enter(form.tool), "tool");
+    EXPECT_EQ(enter(form.cancel), "!");
+    EXPECT_EQ(enter(form.spin), "ok!");
+    EXPECT_EQ(enter(form.ok), "ok!");
+    // The frame of the default button goes along.
+    const auto defaults = [&](QWidget& focus) {
+        focus.setFocus();
+        return QString("%1%2%3")
+            .arg(form.ok.isDefault())
+            .arg(form.cancel.isDefault())
+            .arg(form.button.isDefault());
+    };
+    EXPECT_EQ(defaults(form.edit), "100");
+    EXPECT_EQ(defaults(form.cancel), "010");
+    EXPECT_EQ(defaults(form.button), "001");
+    EXPECT_EQ(defaults(form.tool), "100");
 }
 
 TEST_F(UiTest, NoExceptionLeavesADialog) {
-    ScriptedPrompts prompts;
-    SmallDialog dialog;
-    dialog.show();
-    dialog.onText = [] { throw std::bad_alloc(); };
-    dialog.onOk = [] { throw std::runtime_error("unexpected"); };
+    Form form;
+    form.show();
+    form.onText = [](const QString&) { throw std::bad_alloc(); };
+    form.onOk = [] { throw std::runtime_error("unexpected"); };
     prompts.ExpectMessage();
-    QTest::keyClick(&dialog.edit, Qt::Key_A);
+    QTest::keyClick(&form.edit, Qt::Key_A);
     EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
     prompts.ExpectMessage();
-    QTest::mouseClick(&dialog.ok, Qt::LeftButton);
-    EXPECT_TRUE(dialog.isVisible()) << "after an error the dialog stays";
+    Click(form.ok);
+    EXPECT_TRUE(form.isVisible()) << "after an error the dialog stays";
 }
 
-// ---- DragListBox ----
-
-class DragListTest : public testing::Test {
-protected:
-    DragListTest() {
-        list.resize(120, 100);
-        for (int i = 0; i < 20; ++i) {
-            auto* item = new QListWidgetItem(QString::number(i), &list);
-            item->setData(Qt::UserRole, i);
-        }
-        list.show();
-    }
-
-    QPoint Centre(int row) { return list.visualItemRect(list.item(row)).center(); }
-    void Press(QPoint position) {
-        QTest::mousePress(list.viewport(), Qt::LeftButton, {}, position);
-    }
-    void Move(QPoint position) {
-        QMouseEvent move(QEvent::MouseMove, position, list.viewport()->mapToGlobal(position),
-                         Qt::NoButton, Qt::LeftButton, {});
-        QApplication::sendEvent(list.viewport(), &move);
-    }
-    void Release(QPoint position) {
-        QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, position);
-    }
-    int RowOf(int number) {
-        for (int row = 0; row < list.count(); ++row) {
-            if (list.item(row)->data(Qt::UserRole).toInt() == number) {
-                return row;
-            }
-        }
-        return -1;
-    }
-
-    ui::DragListBox list;
-    QSignalSpy ended{&list, &ui::DragListBox::dragEnded};
-};
-
-TEST_F(DragListTest, ARowMovesWithItsDataAndOneSignalTellsOfIt) {
-    Press(Centre(2));
-    Move(Centre(2) + QPoint(0, 3));
-    EXPECT_EQ(RowOf(2), 2) << "less than the distance that starts a drag";
-    Move(Centre(0));
-    EXPECT_EQ(RowOf(2), 0);
-    EXPECT_EQ(ended.count(), 0);
-    Release(Centre(0));
-    EXPECT_EQ(ended.count(), 1);
-    EXPECT_EQ(list.item(0)->text(), "2");
-    EXPECT_EQ(list.currentRow(), 0);
-    EXPECT_EQ(list.count(), 20);
-    // There and back is no change; neither is a click.
-    Press(Centre(0));
-    Move(Centre(3));
-    Move(Centre(0));
-    Release(Centre(0));
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, Centre(1));
-    EXPECT_EQ(ended.count(), 1);
+TEST_F(UiTest, ControlsAreFoundByTheirIds) {
+    Form form;
+    form.SetDlgItem(77, form.spin);
+    EXPECT_EQ(form.GetDlgItem(16037), &form.label);
+    EXPECT_EQ(form.GetDlgItem(77), &form.spin);
+    EXPECT_EQ(form.GetDlgItem(ui::kIdOk), &form.ok);
+    EXPECT_EQ(form.GetDlgItem(0), nullptr) << "a control without an id has not the id 0";
 }
 
-TEST_F(DragListTest, OverTheEdgesARowGoesOnAndTheListScrolls) {
-    Press(Centre(0));
-    for (int i = 0; i < 30; ++i) {
-        Move({10, list.viewport()->height() + 5});
-    }
-    EXPECT_EQ(RowOf(0), 19);
-    EXPECT_TRUE(list.viewport()->rect().intersects(list.visualItemRect(list.item(19))));
-    for (int i = 0; i < 30; ++i) {
-        Move({10, -5});
-    }
-    EXPECT_EQ(RowOf(0), 0);
-    Release({10, -5});
-    EXPECT_EQ(ended.count(), 0) << "it is where it was";
+// ---- Texts ----
+
+TEST_F(UiTest, AnOpenWindowChangesItsLanguage) {
+    Form form;
+    form.onInit = [&] {
+        form.AddTextEntry(form.combo, "IDS_ADDED", 5);
+        form.SetHeadKey(form.table, 1, "IDS_OTHER");
+        form.combo.removeItem(1);
+    };
+    quotes.language = {{"IDS_TITLE", "Titel"}, {"IDS_FORMATTED", "Nr. %1"}};
+    Show(form);
+    EXPECT_EQ(form.windowTitle(), "Titel");
+    EXPECT_EQ(form.button.text(), "Nr. 1");
+    form.number = 2;
+    form.combo.setCurrentIndex(1);
+    Translate(form, {{"IDS_TITLE", "Title"},
+                     {"IDS_LABEL", "Label"},
+                     {"IDS_HINT", "Hint"},
+                     {"IDS_SUFFIX", " %"},
+                     {"IDS_ENTRY", "Entry"},
+                     {"IDS_ADDED", "Added"},
+                     {"IDS_HEAD", "Head"},
+                     {"IDS_OTHER", "Other"},
+                     {"IDS_FORMATTED", "No. %1"}});
+    EXPECT_EQ(form.windowTitle(), "Title");
+    EXPECT_EQ(form.label.text(), "Label");
+    EXPECT_EQ(form.label.toolTip(), "own text");
+    EXPECT_EQ(form.edit.text(), "IDS_LABEL") << "what the user can edit is no key";
+    EXPECT_EQ(form.edit.placeholderText(), "Hint");
+    EXPECT_EQ(form.spin.suffix(), " %");
+    EXPECT_EQ(form.combo.itemText(0), "Entry");
+    EXPECT_EQ(form.combo.itemText(1), "Added");
+    EXPECT_EQ(form.combo.count(), 2) << "an entry that is gone stays gone";
+    EXPECT_EQ(form.combo.currentData(), 5);
+    EXPECT_EQ(form.table.horizontalHeaderItem(0)->text(), "Head");
+    EXPECT_EQ(form.table.model()->headerData(1, Qt::Horizontal), "Other");
+    EXPECT_EQ(form.button.text(), "No. 2");
+    // Another key takes the place of the form's; a text that is no key stays.
+    form.SetTextKey(form.label, "IDS_OTHER");
+    form.SetTextKey(form.cancel, "as it is");
+    Translate(form, {{"IDS_OTHER", "Others"}, {"IDS_LABEL", "Labels"}});
+    EXPECT_EQ(form.label.text(), "Others");
+    EXPECT_EQ(form.cancel.text(), "as it is");
 }
 
-TEST_F(DragListTest, SwitchedOffItIsAPlainList) {
-    Press(Centre(0));
-    Move(Centre(2));
-    list.SetDragEnabled(false);
-    EXPECT_EQ(RowOf(0), 0) << "a drag under way is undone";
-    Release(Centre(2));
-    Press(Centre(1));
-    Move(Centre(3));
-    Release(Centre(3));
-    EXPECT_EQ(RowOf(1), 1);
-    EXPECT_EQ(ended.count(), 0);
+TEST_F(UiTest, ASheetChangesItsLanguageWithItsPages) {
+    FormOf<ui::PropertyPage> shown;
+    FormOf<ui::PropertyPage> waiting;
+    ui::PropertySheet sheet("IDS_CAPTION", nullptr, 0);
+    sheet.AddPage(shown);
+    sheet.AddPage(waiting);
+    Show(sheet);
+    Translate(sheet, {{"IDS_CAPTION", "Sheet"},
+                      {"IDS_TITLE", "Page"},
+                      {"IDS_LABEL", "Label"},
+                      {"IDS_SETTING-SHEET_OK", "Fine"}});
+    EXPECT_EQ(sheet.windowTitle(), "Sheet");
+    EXPECT_EQ(Item<QPushButton>(sheet, ui::kIdOk).text(), "Fine");
+    EXPECT_EQ(shown.label.text(), "Label");
+    for (const int page : {0, 1}) {
+        EXPECT_EQ(sheet.GetTabControl().tabText(page), "Page");
+    }
+    EXPECT_FALSE(waiting.IsCreated());
+    // Enter on a page's button presses it, and the sheet's OK shows that it does not count.
+    shown.tool.setFocus();
+    Press(sheet, Qt::Key_Return);
+    shown.button.setFocus();
+    EXPECT_FALSE(Item<QPushButton>(sheet, ui::kIdOk).isDefault());
+    Press(sheet, Qt::Key_Enter);
+    EXPECT_EQ(shown.log, QStringList({"tool", "button"}));
+    EXPECT_TRUE(sheet.isVisible());
+    sheet.RemovePage(shown);
+    sheet.RemovePage(waiting);
 }
 
-// ---- Files ----
+// ---- Prompts ----
 
-/// While one lives, the process has an ordinary user's rights, also when root runs it.
-class OrdinaryUser {
+TEST_F(UiTest, AskingAndRefusing) {
+    Form form;
+    form.edit.setText("12");
+    Show(form);
+    prompts.ExpectYesNo(true);
+    EXPECT_EQ(form.Ask("really?"), ui::Answer::Yes);
+    EXPECT_EQ(prompts.Last().title, "Terminal");
+    EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Question);
+    EXPECT_EQ(prompts.Last().presetAnswer, ui::Answer::No);
+    prompts.ExpectCancel(ScriptedPrompts::Kind::YesNo);
+    EXPECT_EQ(form.Ask("really?", "Export", ui::Answer::Yes), ui::Answer::None);
+    EXPECT_EQ(prompts.Last().title, "Export");
+    EXPECT_EQ(prompts.Last().presetAnswer, ui::Answer::Yes);
+
+    Type(form.edit, "345");
+    QTest::keyClick(&form.edit, Qt::Key_Backspace);
+    QTest::keyClicks(&form.edit, "6");
+    form.cancel.setFocus();
+    prompts.ExpectMessage();
+    form.Refuse(form.edit, "too much");
+    EXPECT_EQ(prompts.Last().text, "too much");
+    EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Warning);
+    EXPECT_EQ(form.edit.text(), "12");
+    EXPECT_EQ(form.edit.selectedText(), "12");
+    EXPECT_TRUE(form.edit.hasFocus());
+    prompts.ExpectMessage();
+    form.Refuse(form.combo, "nothing to type");
+    EXPECT_TRUE(form.combo.hasFocus());
+}
+
+TEST_F(UiTest, AFileToWriteIsAskedForUntilItsNameCounts) {
+    Write(Path("old.csv"), "1");
+    const auto ask = [](bool asksCreate) {
+        return ui::AskSaveFile(nullptr,
+                               {.title = "Save", .name = "a.csv", .asksCreate = asksCreate});
+    };
+    prompts.ExpectSaveFile(Path("*.csv"));
+    prompts.ExpectMessage();
+    prompts.ExpectSaveFile(Path("new.csv"));
+    prompts.ExpectYesNo(false);
+    prompts.ExpectSaveFile(Path("new.csv"));
+    prompts.ExpectCancel(ScriptedPrompts::Kind::YesNo);
+    prompts.ExpectSaveFile(Path("other.csv"));
+    prompts.ExpectYesNo(true);
+    EXPECT_EQ(ask(true), Path("other.csv"));
+    EXPECT_EQ(prompts.All()[1].text, "IDS_TADIALOGS-FILE_WILDCARD *.csv");
+    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-FILE_ASK_CREATE other.csv");
+    EXPECT_EQ(prompts.Last().presetAnswer, ui::Answer::Yes);
+    prompts.ExpectSaveFile(Path("old.csv"));
+    EXPECT_EQ(ask(true), Path("old.csv")) << "it exists";
+    prompts.ExpectSaveFile(Path("new.csv"));
+    EXPECT_EQ(ask(false), Path("new.csv"));
+    prompts.ExpectCancel(ScriptedPrompts::Kind::SaveFile);
+    EXPECT_EQ(ask(true), "");
+}
+
+// ---- A life without exec ----
+
+/// Writes down what it is sent.
+class Owner : public CWnd {
 public:
-    OrdinaryUser() : m_isRoot(geteuid() == 0) {
-        if (m_isRoot) {
-            EXPECT_EQ(setresuid(kNobody, kNobody, 0), 0);
-        }
-    }
-    ~OrdinaryUser() {
-        if (m_isRoot) {
-            EXPECT_EQ(setresuid(0, 0, 0), 0);
-        }
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    std::vector<unsigned> messages;
+    std::function<void()> onMessage = [] {};
 
-private:
-    static constexpr uid_t kNobody = 65534;
-    bool m_isRoot;
+    std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam, std::intptr_t) override {
+        messages.push_back(message + static_cast<unsigned>(wParam));
+        onMessage();
+        return 0;
+    }
 };
 
-class FileTest : public UiTest {
+class Viewer : public FormOf<ui::ModelessDialog> {
+public:
+    explicit Viewer(CWnd* owner) : FormOf(owner) { SetCancelButton(cancel); }
+    using ModelessDialog::KillTimer;
+    using ModelessDialog::SetTimer;
+
+    int ticks = 0;
+
 protected:
-    FileTest() {
-        // An ordinary user may go into it, too.
-        QFile(folder.path()).setPermissions(QFile::Permissions::fromInt(0x7055));
+    void OnCancel() override { PostToOwner(10, 1, 0); }
+    void OnTimer(int id) override {
+        if (++ticks == 3) {
+            KillTimer(id);
+            throw std::bad_alloc();
+        }
     }
-    QString Read(const QString& file, std::size_t limit = ui::kMaxFileSize) {
-        bytes = "before";
-        return ui::ReadWholeFile(file, bytes, limit);
-    }
-
-    QTemporaryDir folder;
-    const QString path = folder.filePath("file");
-    std::string bytes;
 };
 
-TEST_F(FileTest, WhatIsWrittenIsRead) {
-    const std::string large(300'000, 'x');
-    for (const std::string& content : {std::string(), std::string("a\0\r\n\xFF", 5), large}) {
-        EXPECT_EQ(ui::WriteWholeFile(path, content), "");
-        EXPECT_EQ(Read(path), "");
-        EXPECT_EQ(bytes, content);
-    }
-    EXPECT_EQ(Read(path, large.size()), "");
-    EXPECT_EQ(Read(path, large.size() - 1), path + " unreadable: larger than 0");
-    EXPECT_EQ(bytes, "");
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList("file"));
+TEST_F(UiTest, AModelessWindowIsClosedByItsOwner) {
+    Owner owner;
+    auto* viewer = new Viewer(&owner);
+    Show(*viewer);
+    viewer->edit.setFocus();
+    Press(*viewer, Qt::Key_Return);
+    EXPECT_EQ(viewer->log, QStringList()) << "no button is the default one";
+    Press(*viewer, Qt::Key_Escape);
+    viewer->close();
+    Click(viewer->cancel);
+    window::PostMessageA(owner, 20, 0, 0);
+    EXPECT_TRUE(viewer->isVisible());
+    EXPECT_TRUE(owner.messages.empty()) << "posted, not sent";
+    owner.onMessage = [&] { delete std::exchange(viewer, nullptr); };
+    QCoreApplication::processEvents();
+    EXPECT_EQ(owner.messages, std::vector<unsigned>({11, 11, 11, 20}));
+    EXPECT_EQ(viewer, nullptr);
 }
 
-TEST_F(FileTest, ALinkStaysALink) {
-    EXPECT_EQ(ui::WriteWholeFile(path, "1"), "");
-    const QString link = folder.filePath("link");
-    ASSERT_TRUE(QFile::link(path, link));
-    EXPECT_EQ(ui::WriteWholeFile(link, "2"), "");
-    EXPECT_EQ(Read(path), "");
-    EXPECT_EQ(bytes, "2");
-    EXPECT_TRUE(QFileInfo(link).isSymLink());
-}
-
-TEST_F(FileTest, FailuresHaveReasons) {
-    EXPECT_EQ(Read(path), path + " unreadable: IDS_TADIALOGS-FILE_NOT_FOUND");
-    EXPECT_EQ(Read(folder.path()), folder.path() + " unreadable: IDS_TADIALOGS-FILE_NOT_A_FILE");
-    EXPECT_EQ(ui::WriteWholeFile(folder.path(), "1"),
-              folder.path() + " unwritable: IDS_TADIALOGS-FILE_NOT_A_FILE");
-    const QString gone = folder.filePath("gone/file");
-    EXPECT_EQ(ui::WriteWholeFile(gone, "1"), gone + " unwritable: IDS_TADIALOGS-FILE_PATH_GONE");
-    EXPECT_NE(ui::WriteWholeFile("", "1"), "");
-    EXPECT_NE(Read(""), "");
-}
-
-TEST_F(FileTest, WithoutTheRight) {
-    const QString secret = folder.filePath("secret");
-    ASSERT_EQ(ui::WriteWholeFile(secret, "1"), "");
-    ASSERT_TRUE(QFile::setPermissions(secret, {}));
+TEST_F(UiTest, PostedMessagesOfAnOwnerThatIsGoneAreDropped) {
+    Owner stays;
     {
-        const OrdinaryUser user;
-        EXPECT_EQ(Read(secret), secret + " unreadable: IDS_TADIALOGS-FILE_NO_RIGHT");
-        EXPECT_EQ(ui::WriteWholeFile("/new", "1"),
-                  QString("/new unwritable: IDS_TADIALOGS-FILE_NO_RIGHT"));
-        EXPECT_NE(ui::WriteWholeFile(secret, "2"), "");
+        Owner goes;
+        window::PostMessageA(stays, 1, 0, 0);
+        window::PostMessageA(goes, 2, 0, 0);
+        window::PostMessageA(stays, 3, 0, 0);
     }
-    QFile::setPermissions(secret, QFile::ReadOwner | QFile::WriteOwner);
-    EXPECT_EQ(Read(secret), "");
-    EXPECT_EQ(bytes, "1");
-}
-
-// ---- The real file dialog ----
-
-/// Asks for a file to write while `user` works on the dialogs that come, one after the other.
-QString AskSave(const QString& start, std::initializer_list<std::function<void(QDialog&)>> users) {
-    std::vector<std::function<void(QDialog&)>> waiting(users);
-    std::size_t next = 0;
-    QDialog* last = nullptr;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (dialog != nullptr && dialog != last && next < waiting.size()) {
-            last = dialog;
-            // Not from this timer, which stands still while the next dialog is up.
-            QTimer::singleShot(0, dialog, [dialog, user = waiting[next++]] { user(*dialog); });
+    // One message a turn: what a handler posts comes behind what waits.
+    stays.onMessage = [&] {
+        if (stays.messages.size() == 1) {
+            window::PostMessageA(stays, 4, 0, 0);
         }
-    });
-    timer.start(1);
-    const QString path = ui::CurrentPrompts().SaveFile(nullptr, "title", start, "*.TASG");
-    EXPECT_EQ(next, waiting.size()) << "not every dialog came";
-    return path;
+    };
+    while (window::DeliverPostedMessage()) {
+    }
+    EXPECT_EQ(stays.messages, std::vector<unsigned>({1, 3, 4}));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(stays.messages.size(), 3U);
 }
 
-TEST_F(FileTest, TheSaveDialogAppendsTheSuffixAndAsksBeforeReplacing) {
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    const auto type = [this](const char* name) {
-        return [this, name](QDialog& dialog) {
-            auto* edit = dialog.findChild<QLineEdit*>("fileNameEdit");
-            ASSERT_NE(edit, nullptr);
-            edit->setText(folder.filePath(name));  // typed, it would bring up a list of files
-            QTest::keyClick(edit, Qt::Key_Enter);
-        };
-    };
-    const auto answer = [](QMessageBox::StandardButton button) {
-        return [button](QDialog& dialog) {
-            auto* box = qobject_cast<QMessageBox*>(&dialog);
-            ASSERT_NE(box, nullptr);
-            box->button(button)->click();
-        };
-    };
-    const auto escape = [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
-    const QString start = folder.filePath("*.TASG");
-    EXPECT_EQ(AskSave(start, {type("groups")}), folder.filePath("groups.TASG"));
-    ASSERT_EQ(ui::WriteWholeFile(folder.filePath("groups.TASG"), "1"), "");
-    EXPECT_EQ(AskSave(start, {type("groups"), answer(QMessageBox::Yes)}),
-              folder.filePath("groups.TASG"));
-    EXPECT_TRUE(AskSave(start, {type("groups"), answer(QMessageBox::No), escape}).isNull());
+TEST_F(UiTest, TimersHaveIds) {
+    {
+        Viewer viewer(nullptr);
+        viewer.SetTimer(10003, 100);
+        viewer.SetTimer(10003, 1000);
+        EXPECT_EQ(timers.Period(10003), 1000);
+        prompts.ExpectMessage();
+        timers.Tick(10003, 5);
+        EXPECT_EQ(viewer.ticks, 3) << "the third one stops it";
+        viewer.SetTimer(7, 1);
+        viewer.close();
+    }
+    EXPECT_EQ(timers.Period(7), 0) << "it ended with its window";
+    // The machine's own timers.
+    ui::SetTimers(nullptr);
+    Viewer viewer(nullptr);
+    viewer.ticks = 10;
+    viewer.SetTimer(7, 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return viewer.ticks > 12; }));
+    viewer.KillTimer(7);
+    const int before = viewer.ticks;
+    QTest::qWait(5);
+    EXPECT_EQ(viewer.ticks, before);
 }
 
 }  // namespace

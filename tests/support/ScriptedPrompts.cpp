@@ -24,35 +24,6 @@ ScriptedPrompts::~ScriptedPrompts() {
     }
 }
 
-void ScriptedPrompts::ExpectMessage() {
-    m_answers.push_back({.kind = Kind::Message, .number = -1, .text = {}, .meanwhile = {}});
-}
-
-void ScriptedPrompts::ExpectYesNo(bool yes) {
-    m_answers.push_back({.kind = Kind::YesNo, .number = yes, .text = {}, .meanwhile = {}});
-}
-
-void ScriptedPrompts::ExpectChoice(int index) {
-    m_answers.push_back({.kind = Kind::Choice, .number = index, .text = {}, .meanwhile = {}});
-}
-
-void ScriptedPrompts::ExpectFile(const QString& path) {
-    m_answers.push_back({.kind = Kind::OpenFile, .number = -1, .text = path, .meanwhile = {}});
-}
-
-void ScriptedPrompts::ExpectSaveFile(const QString& path) {
-    m_answers.push_back({.kind = Kind::SaveFile, .number = -1, .text = path, .meanwhile = {}});
-}
-
-void ScriptedPrompts::ExpectColour(const QColor& colour) {
-    m_answers.push_back(
-        {.kind = Kind::Colour, .number = -1, .text = colour.name(), .meanwhile = {}});
-}
-
-void ScriptedPrompts::ExpectCancel(Kind kind) {
-    m_answers.push_back({.kind = kind, .number = -1, .text = {}, .meanwhile = {}});
-}
-
 void ScriptedPrompts::Meanwhile(std::function<void()> action) {
     ASSERT_FALSE(m_answers.empty());
     m_answers.back().meanwhile = std::move(action);
@@ -68,7 +39,7 @@ ScriptedPrompts::Shown ScriptedPrompts::Last() const {
 
 ScriptedPrompts::Answer ScriptedPrompts::Take(const Shown& shown) {
     m_shown.push_back(shown);
-    const Answer cancelled{.kind = shown.kind, .number = -1, .text = {}, .meanwhile = {}};
+    const Answer cancelled{shown.kind};
     if (m_answers.empty()) {
         ADD_FAILURE() << "unexpected " << KindName(shown.kind) << ": " << shown.text.toStdString();
         return cancelled;
@@ -88,7 +59,7 @@ ScriptedPrompts::Answer ScriptedPrompts::Take(const Shown& shown) {
 
 void ScriptedPrompts::Message(QWidget*, ui::PromptIcon icon, const QString& title,
                               const QString& text) {
-    Take({Kind::Message, icon, title, text, {}, {}, {}});
+    Take({Kind::Message, icon, title, text, {}});
 }
 
 ui::Answer ScriptedPrompts::AskYesNo(QWidget*, ui::PromptIcon icon, const QString& title,
@@ -99,22 +70,28 @@ ui::Answer ScriptedPrompts::AskYesNo(QWidget*, ui::PromptIcon icon, const QStrin
 
 int ScriptedPrompts::AskChoice(QWidget*, ui::PromptIcon icon, const QString& title,
                                const QString& text, const QStringList& choices) {
-    return Take({Kind::Choice, icon, title, text, {}, choices, {}}).number;
+    return Take({Kind::Choice, icon, title, text, {}, choices}).number;
 }
 
 QString ScriptedPrompts::OpenFile(QWidget*, const QString& title, const QString& start,
                                   const QString& filter) {
-    return Take({Kind::OpenFile, ui::PromptIcon::None, title, filter, start, {}, {}}).text;
+    return Take({Kind::OpenFile, ui::PromptIcon::None, title, filter, start}).text;
 }
 
-QString ScriptedPrompts::SaveFile(QWidget*, const QString& title, const QString& start,
-                                  const QString& filter) {
-    return Take({Kind::SaveFile, ui::PromptIcon::None, title, filter, start, {}, {}}).text;
+QString ScriptedPrompts::SaveFile(QWidget*, const ui::SaveFileOptions& options) {
+    return Take({Kind::SaveFile,
+                 ui::PromptIcon::None,
+                 options.title,
+                 options.filter,
+                 options.name,
+                 {},
+                 {},
+                 options})
+        .text;
 }
 
 QColor ScriptedPrompts::AskColour(QWidget*, const QString& title, const QColor& preset) {
-    const Shown shown{Kind::Colour, ui::PromptIcon::None, title, {}, preset.name(), {}, {}};
-    return QColor(Take(shown).text);
+    return QColor(Take({Kind::Colour, ui::PromptIcon::None, title, {}, preset.name()}).text);
 }
 
 }  // namespace ta::test

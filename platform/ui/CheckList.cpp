@@ -1,0 +1,82 @@
+#include "platform/ui/CheckList.h"
+
+#include <QHeaderView>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+
+namespace ta::ui {
+namespace {
+
+constexpr int kCheckColumn = 0;
+constexpr int kCheckColumnWidth = 20;
+
+/// Outlines check boxes so that they are seen on a dark list as well: styles take the outline from
+/// the window colour, which is as dark as the list.
+class CheckBoxDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->palette.setColor(QPalette::Window, option->palette.color(QPalette::Text));
+    }
+};
+
+}  // namespace
+
+CheckList::CheckList(QWidget* parent) : QTableWidget(parent) {
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setSelectionBehavior(SelectRows);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    verticalHeader()->hide();
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setMinimumSectionSize(kCheckColumnWidth);
+    setItemDelegateForColumn(kCheckColumn, new CheckBoxDelegate(this));
+    connect(this, &QTableWidget::currentCellChanged, this,
+            [this](int row) { setCurrentCell(row, kCheckColumn); });
+}
+
+void CheckList::SetRows(const std::vector<QStringList>& rows) {
+    setRowCount(0);
+    setRowCount(static_cast<int>(rows.size()));
+    for (int row = 0; row < rowCount(); ++row) {
+        auto* check = new QTableWidgetItem;
+        check->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+        check->setCheckState(Qt::Unchecked);
+        setItem(row, kCheckColumn, check);
+        const QStringList& texts = rows[static_cast<std::size_t>(row)];
+        for (int i = 0; i < std::min<int>(texts.size(), columnCount() - 1); ++i) {
+            setItem(row, i + 1, new QTableWidgetItem(texts[i]));
+        }
+    }
+    setColumnWidth(kCheckColumn, kCheckColumnWidth);
+    resizeRowsToContents();
+}
+
+void CheckList::CheckAll(bool checked) {
+    for (int row = 0; row < rowCount(); ++row) {
+        item(row, kCheckColumn)->setCheckState(checked ? Qt::Checked : Qt::Unchecked);
+    }
+}
+
+bool CheckList::IsChecked(int row) const {
+    const QTableWidgetItem* check = item(row, kCheckColumn);
+    return check != nullptr && check->checkState() == Qt::Checked;
+}
+
+std::vector<int> CheckList::CheckedRows() const {
+    std::vector<int> rows;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (IsChecked(row)) {
+            rows.push_back(row);
+        }
+    }
+    return rows;
+}
+
+}  // namespace ta::ui

@@ -1,0 +1,7 @@
+#include "platform/ui/ComponentFont.h"
+
+#include <QApplication>
+
+QFont CComponentComFont::GetComponentComFont() {
+    return QApplication::font();
+}

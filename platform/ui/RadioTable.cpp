@@ -1,0 +1,74 @@
+#include "platform/ui/RadioTable.h"
+
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace ta::ui {
+
+RadioTable::RadioTable() {
+    connect(&m_group, &QButtonGroup::idToggled, this, &RadioTable::OnToggled);
+}
+
+RadioTable::~RadioTable() {
+    m_group.disconnect(this);
+}
+
+void RadioTable::SetRows(std::vector<Row> rows) {
+    m_rows = std::move(rows);
+    for (int row = 0; row < static_cast<int>(m_rows.size()); ++row) {
+        m_group.addButton(m_rows[static_cast<std::size_t>(row)].button, row);
+    }
+    EnableControls();
+}
+
+void RadioTable::SetValue(int value) {
+    const QScopedValueRollback setting(m_setting, true);
+    auto found = std::ranges::find(m_rows, value, &Row::value);
+    if (found == m_rows.end()) {
+        found = std::ranges::find(m_rows, true, &Row::fallback);
+    }
+    m_group.setExclusive(false);  // else none could be unchecked
+    for (const Row& row : m_rows) {
+        row.button->setChecked(found != m_rows.end() && row.button == found->button);
+    }
+    m_group.setExclusive(true);
+    EnableControls();
+}
+
+int RadioTable::GetValue(int none) const {
+    const int row = m_group.checkedId();
+    return row < 0 ? none : m_rows[static_cast<std::size_t>(row)].value;
+}
+
+QAbstractButton* RadioTable::GetButton(int value) const {
+    const auto found = std::ranges::find(m_rows, value, &Row::value);
+    return found == m_rows.end() ? nullptr : found->button;
+}
+
+void RadioTable::EnableRows(const std::function<bool(int value)>& allowed) {
+    for (const Row& row : m_rows) {
+        row.button->setEnabled(allowed(row.value));
+    }
+}
+
+void RadioTable::OnToggled(int row, bool checked) {
+    if (m_setting || !checked) {
+        return;
+    }
+    EnableControls();
+    emit chosen(m_rows[static_cast<std::size_t>(row)].value);
+}
+
+void RadioTable::EnableControls() {
+    for (const Row& row : m_rows) {
+        for (QWidget* control : row.enables) {
+            control->setEnabled(std::ranges::any_of(m_rows, [control](const Row& other) {
+                return other.button->isChecked() &&
+                       std::ranges::find(other.enables, control) != other.enables.end();
+            }));
+        }
+    }
+}
+
+}  // namespace ta::ui

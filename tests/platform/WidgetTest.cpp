@@ -1,0 +1,324 @@
+// The controls that dialogs share.
+
+#include "platform/ui/CheckList.h"
+#include "platform/ui/ComponentFont.h"
+#include "platform/ui/DateBridge.h"
+#include "platform/ui/DragListBox.h"
+#include "platform/ui/PenSamples.h"
+#include "platform/ui/RadioTable.h"
+#include "platform/ui/SearchEdit.h"
+#include "tests/support/DialogFixture.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QStyleOptionViewItem>
+#include <QTest>
+#include <QVBoxLayout>
+
+namespace ta::test {
+namespace {
+
+// ---- DragListBox ----
+
+class DragListTest : public DialogFixture {
+protected:
+    DragListTest() {
+        list.resize(120, 100);
+        for (int i = 0; i < 20; ++i) {
+            auto* item = new QListWidgetItem(QString::number(i), &list);
+            item->setData(Qt::UserRole, i);
+        }
+        list.show();
+    }
+
+    QPoint Centre(int row) { return list.visualItemRect(list.item(row)).center(); }
+    void Press(QPoint position) {
+        QTest::mousePress(list.viewport(), Qt::LeftButton, {}, position);
+    }
+    void Move(QPoint position) {
+        QMouseEvent move(QEvent::MouseMove, position, list.viewport()->mapToGlobal(position),
+                         Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(list.viewport(), &move);
+    }
+    void Release(QPoint position) {
+        QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, position);
+    }
+    int RowOf(int number) {
+        for (int row = 0; row < list.count(); ++row) {
+            if (list.item(row)->data(Qt::UserRole).toInt() == number) {
+                return row;
+            }
+        }
+        return -1;
+    }
+
+    ui::DragListBox list;
+    QSignalSpy ended{&list, &ui::DragListBox::dragEnded};
+};
+
+TEST_F(DragListTest, ARowMovesWithItsDataAndOneSignalTellsOfIt) {
+    Press(Centre(2));
+    Move(Centre(2) + QPoint(0, 3));
+    EXPECT_EQ(RowOf(2), 2) << "less than the distance that starts a drag";
+    Move(Centre(0));
+    EXPECT_EQ(RowOf(2), 0);
+    EXPECT_EQ(ended.count(), 0);
+    Release(Centre(0));
+    EXPECT_EQ(ended.count(), 1);
+    EXPECT_EQ(list.item(0)->text(), "2");
+    EXPECT_EQ(list.currentRow(), 0);
+    EXPECT_EQ(list.count(), 20);
+    // There and back is no change; neither is a click.
+    Press(Centre(0));
+    Move(Centre(3));
+    Move(Centre(0));
+    Release(Centre(0));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, Centre(1));
+    EXPECT_EQ(ended.count(), 1);
+}
+
+TEST_F(DragListTest, BeyondTheEdgesARowGoesOnAndTheListScrolls) {
+    const auto moves = [this](int y, int ticks) {
+        Move({10, y});
+        timers.Tick(1, ticks);  // the mouse stays where it is
+        return RowOf(0);
+    };
+    Press(Centre(0));
+    EXPECT_EQ(moves(Centre(1).y(), 5), 1) << "within the list it stays with the mouse";
+    EXPECT_EQ(moves(list.viewport()->height() + 5, 30), 19);
+    EXPECT_TRUE(list.viewport()->rect().intersects(list.visualItemRect(list.item(19))));
+    EXPECT_EQ(moves(-5, 30), 0);
+    Release({10, -5});
+    EXPECT_EQ(ended.count(), 0) << "it is where it was";
+    EXPECT_EQ(timers.Period(1), 0);
+}
+
+TEST_F(DragListTest, TheCurrentRowIsTheSelectedOne) {
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, Centre(1));
+    for (const int row : {1, 2}) {
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, Centre(row));
+        EXPECT_EQ(list.currentRow(), row);
+        EXPECT_TRUE(list.item(row)->isSelected());
+    }
+    list.resize(120, 900);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {10, 890});
+    EXPECT_TRUE(list.item(2)->isSelected()) << "below the rows";
+}
+
+TEST_F(DragListTest, SwitchedOffItIsAPlainList) {
+    Press(Centre(0));
+    Move(Centre(2));
+    list.SetDragEnabled(false);
+    EXPECT_EQ(RowOf(0), 0) << "a drag under way is undone";
+    Release(Centre(2));
+    Press(Centre(1));
+    Move(Centre(3));
+    Release(Centre(3));
+    EXPECT_EQ(RowOf(1), 1);
+    EXPECT_EQ(ended.count(), 0);
+}
+
+// ---- RadioTable ----
+
+class RadioTest : public DialogFixture {
+protected:
+    RadioTest() {
+        auto* layout = new QVBoxLayout(&window);
+        for (QWidget* child :
+             std::initializer_list<QWidget*>{&daily, &weekly, &minutes, &other, &count, &unit}) {
+            layout->addWidget(child);
+        }
+        table.SetRows({{0, &daily, {&unit}}, {1, &weekly}, {3, &minutes, {&count, &unit}}});
+        QObject::connect(&table, &ui::RadioTable::chosen, [this](int value) { chosen = value; });
+        Show(window);
+    }
+    QString Enabled() const { return QString("%1%2").arg(count.isEnabled()).arg(unit.isEnabled()); }
+
+    QWidget window;
+    QRadioButton daily, weekly, minutes, other;
+    QLineEdit count, unit;
+    ui::RadioTable table;
+    int chosen = -1;
+};
+
+TEST_F(RadioTest, TheCheckedRowHasTheValueAndEnablesItsControls) {
+    EXPECT_EQ(table.GetValue(), -1);
+    EXPECT_EQ(Enabled(), "00");
+    table.SetValue(3);
+    EXPECT_EQ(Enabled(), "11");
+    EXPECT_EQ(chosen, -1) << "that was not the user";
+    Click(weekly);
+    EXPECT_EQ(chosen, 1);
+    EXPECT_EQ(table.GetValue(), 1);
+    EXPECT_EQ(Enabled(), "00");
+    QTest::keyClick(&weekly, Qt::Key_Up);
+    QTest::keyClick(&daily, Qt::Key_Space);
+    EXPECT_EQ(chosen, 0);
+    EXPECT_EQ(Enabled(), "01");
+    Click(other);
+    EXPECT_TRUE(daily.isChecked()) << "a radio of another table";
+    table.SetValue(2);
+    EXPECT_EQ(table.GetValue(-5), -5) << "no such row, and no fallback";
+    EXPECT_FALSE(daily.isChecked());
+}
+
+TEST_F(RadioTest, FallbackAndAllowedRows) {
+    ui::RadioTable locks;
+    locks.SetRows({{4, &daily, {}, true}, {5, &weekly}});
+    locks.SetValue(9);
+    EXPECT_EQ(locks.GetValue(), 4);
+    EXPECT_EQ(locks.GetButton(5), &weekly);
+    EXPECT_EQ(locks.GetButton(9), nullptr);
+    locks.EnableRows([](int value) { return value == 5; });
+    EXPECT_FALSE(daily.isEnabled());
+    EXPECT_TRUE(weekly.isEnabled());
+    EXPECT_EQ(locks.GetValue(), 4) << "what is checked stays checked";
+}
+
+// ---- CheckList, SearchEdit ----
+
+class WidgetTest : public DialogFixture {
+protected:
+    static QImage Picture(QWidget& widget) { return widget.grab().toImage(); }
+};
+
+TEST_F(WidgetTest, ACheckListIsCheckedWithMouseAndKeys) {
+    ui::CheckList list;
+    list.setColumnCount(3);
+    list.SetRows({{"甲", "A"}, {"乙", "B", "left out"}, {"丙"}});
+    list.resize(300, 200);
+    Show(list);
+    EXPECT_TRUE(list.CheckedRows().empty());
+    EXPECT_EQ(list.item(1, 2)->text(), "B");
+    EXPECT_EQ(list.columnWidth(0), 20);
+    const auto click = [&](int row, int column) {
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
+                          list.visualItemRect(list.item(row, column)).center());
+    };
+    click(2, 0);
+    click(0, 1);
+    EXPECT_EQ(list.CheckedRows(), std::vector<int>{2});
+    QTest::keyClick(&list, Qt::Key_Space);
+    EXPECT_EQ(list.CheckedRows(), std::vector<int>({0, 2}));
+    EXPECT_FALSE(list.IsChecked(1));
+    EXPECT_FALSE(list.IsChecked(3));
+    list.CheckAll(true);
+    EXPECT_EQ(list.CheckedRows(), std::vector<int>({0, 1, 2}));
+    list.CheckAll(false);
+    EXPECT_TRUE(list.CheckedRows().empty());
+    list.CheckAll(true);
+    list.SetRows({{"甲"}});
+    EXPECT_TRUE(list.CheckedRows().empty());
+}
+
+TEST_F(WidgetTest, TheSearchBoxMovesInTheListAndPassesHeadings) {
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* tree = new QTreeWidget;
+    auto* search = new ui::SearchEdit;
+    layout->addWidget(search);
+    layout->addWidget(tree);
+    for (const char* heading : {"A", "B"}) {
+        auto* item = new QTreeWidgetItem(tree, {heading});
+        item->setFlags(Qt::ItemIsEnabled);
+        new QTreeWidgetItem(item, {QString(heading) + "1"});
+        new QTreeWidgetItem(item, {QString(heading) + "2"});
+    }
+    tree->expandAll();
+    search->SetTree(*tree);
+    Show(window);
+    tree->setCurrentItem(tree->topLevelItem(0)->child(1));
+    QStringList way;
+    for (const auto& [widget, key] :
+         std::initializer_list<std::pair<QWidget*, Qt::Key>>{{search, Qt::Key_Down},
+                                                             {search, Qt::Key_Up},
+                                                             {search, Qt::Key_Up},
+                                                             {search, Qt::Key_Up},
+                                                             {tree, Qt::Key_Down},
+                                                             {tree, Qt::Key_Down},
+                                                             {search, Qt::Key_PageDown},
+                                                             {search, Qt::Key_PageUp}}) {
+        QTest::keyClick(widget, key);
+        way.append(tree->currentItem()->text(0));
+    }
+    EXPECT_EQ(way.join(' '), "B1 A2 A1 A1 A2 B1 B2 A1");
+    search->setFocus();
+    QTest::keyClicks(search, "x");
+    EXPECT_EQ(search->text(), "x");
+    EXPECT_EQ(ui::FoldForSearch(" ＭＡ  Cross "), ui::FoldForSearch("ma cross"));
+}
+
+// ---- Pens, dates, font ----
+
+/// Where a picture differs from its background: the rows and columns with ink.
+std::pair<int, int> Ink(const QImage& image) {
+    std::set<int> rows;
+    std::set<int> columns;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) != image.pixelColor(0, 0)) {
+                rows.insert(y);
+                columns.insert(x);
+            }
+        }
+    }
+    return {static_cast<int>(rows.size()), static_cast<int>(columns.size())};
+}
+
+TEST_F(WidgetTest, PenSamplesAreSharpInTheirStyleAndWidth) {
+    ui::PenSample sample;
+    sample.resize(60, 21);
+    for (int width = 1; width <= ui::kMaxPenWidth; ++width) {
+        sample.SetPen(0, width);
+        EXPECT_EQ(Ink(Picture(sample)), std::pair(width, 60));
+    }
+    std::set<QByteArray> patterns;
+    for (int style = 0; style < 5; ++style) {
+        sample.SetPen(style, 1);
+        const QImage picture = Picture(sample);
+        EXPECT_EQ(Ink(picture).first, 1);
+        patterns.insert(
+            QByteArray(reinterpret_cast<const char*>(picture.constBits()), picture.sizeInBytes()));
+    }
+    EXPECT_EQ(patterns.size(), 5U);
+    EXPECT_EQ(ui::PenStyleOf(7), Qt::SolidLine);
+    EXPECT_EQ(ui::PenStyleOf(-1), Qt::SolidLine);
+    // An icon, on a screen of twice the pixels, has lines of twice the width.
+    for (const qreal scale : {1.0, 2.0}) {
+        const QPixmap pixmap = ui::PenIcon(0, 2).pixmap({30, 11}, scale);
+        EXPECT_EQ(Ink(pixmap.toImage()), std::pair(int(2 * scale), int(30 * scale)));
+    }
+}
+
+TEST_F(WidgetTest, PenSamplesTakeTheColourOfTheTexts) {
+    ui::PenSample sample;
+    sample.resize(20, 5);
+    QPalette dark;
+    dark.setColor(QPalette::Active, QPalette::WindowText, Qt::white);
+    dark.setColor(QPalette::Disabled, QPalette::WindowText, Qt::gray);
+    sample.setPalette(dark);
+    sample.SetPen(0, 5);
+    sample.show();
+    sample.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&sample));
+    EXPECT_EQ(Picture(sample).pixelColor(10, 2), QColor(Qt::white));
+    sample.setEnabled(false);
+    EXPECT_EQ(Picture(sample).pixelColor(10, 2), QColor(Qt::gray));
+}
+
+TEST_F(WidgetTest, DaysTimesAndTheSharedFont) {
+    EXPECT_EQ(ui::DateOfDay(0), QDate(1970, 1, 1));
+    EXPECT_EQ(ui::DateOfDay(19787), QDate(2024, 3, 5));
+    EXPECT_EQ(ui::DayOfDate(QDate(2024, 3, 5)), 19787);
+    EXPECT_EQ(ui::DayOfDate(QDate(1969, 12, 31)), std::nullopt);
+    EXPECT_EQ(ui::DayOfDate(QDate()), std::nullopt);
+    EXPECT_EQ(ui::TimeOfFraction(0.75), QTime(18, 0));
+    EXPECT_EQ(ui::TimeOfFraction(19787.5 + 0.9 / 86400), QTime(12, 0)) << "the rest is cut off";
+    EXPECT_EQ(ui::FractionOfTime(QTime(6, 0, 0, 999)), 0.25);
+    EXPECT_EQ(CComponentComFont::GetComponentComFont(), QApplication::font());
+}
+
+}  // namespace
+}  // namespace ta::test
