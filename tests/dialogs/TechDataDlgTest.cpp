@@ -1,6 +1,7 @@
 // The technical data viewer, driven as its owner and its user do; ticks come by hand.
 
 #include "dialogs/MXTechDataDlg.h"
+#include "platform/ExportProfiles.h"
 #include "platform/Text.h"
 #include "platform/ui/LongWork.h"
 #include "tests/dialogs/TechDataFixture.h"
@@ -149,7 +150,6 @@ protected:
     PlainNumberDisplay display;
     Headers headers = MakeHeaders({"A", "B"});
     Records records;
-    DialogDriver driver;
     std::unique_ptr<MXTechDataDlg> viewer;
 
 private:
@@ -552,7 +552,7 @@ protected:
         driver.Expect([=](QWidget& dialog) {
             work(static_cast<QDialog&>(dialog));
             if (dialog.isVisible()) {
-                QTest::keyClick(&dialog, isSaved ? Qt::Key_Return : Qt::Key_Escape);
+                Click(Find<QPushButton>(dialog, isSaved ? "okButton" : "cancelButton"));
             }
         });
         if (isSaved) {
@@ -577,6 +577,9 @@ protected:
             QTest::keyClick(&box, Qt::Key_Up);
         }
     }
+
+    DialogDriver driver;
+
     static QString Preview(QDialog& dialog) {
         return Find<QPlainTextEdit>(dialog, "previewEdit").toPlainText();
     }
@@ -705,20 +708,20 @@ TEST_F(TechDataProfiles, AskBeforeCharactersOrRowsAreLost) {
     prompts.ExpectYesNo(true);
     Export(choose);
     EXPECT_EQ(Out(), "A,?\r\n2024/03/05,0.00\r\n");
-    // One line of headings and as many rows as fill the rest.
-    for (const std::size_t rows : {kSpreadsheetLines - 1, kSpreadsheetLines}) {
-        records.assign(rows, {19787, {1}});
-        viewer->reInitializeList("T", kDailyData, 0, 0);
-        viewer->resize(700, 20'000'000);
-        Fill();
+    // One line of headings and as many rows as fill the rest; then one more.
+    viewer->hide();
+    records.assign(kSpreadsheetLines - 1, {19787, {1}});
+    viewer->reInitializeList("T", kDailyData, 0, 0);
+    List().viewport()->resize(700, QWIDGETSIZE_MAX);
+    Fill();
+    for (const char* note : {"", "IDS_TADIALOGS-TECHDATA_TOO_LONG 1048577 1048576"}) {
         Export(
             [&](QDialog& dialog) {
                 Choose(dialog, "formCombo", "IDS_TADIALOGS-TECHDATA_FORM_SPREADSHEET");
-                EXPECT_EQ(Note(dialog), rows < kSpreadsheetLines
-                                            ? ""
-                                            : "IDS_TADIALOGS-TECHDATA_TOO_LONG 1048577 1048576");
+                EXPECT_EQ(Note(dialog), note);
             },
             false);
+        viewer->vInsertOneData({19788, {1}});
     }
 }
 
