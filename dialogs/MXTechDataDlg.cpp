@@ -109,7 +109,7 @@ void MXTechDataDlg::GetSymbolInfo(unsigned char& market, CString& symbol) const 
 
 void MXTechDataDlg::reInitializeList(const char* title, int dataType, int dataParam,
                                      int dataTypeParam) {
-    reInitializeList(title, dataType, dataParam, dataTypeParam, m_market, CString(m_symbol));
+    reInitializeList(title, dataType, dataParam, dataTypeParam, m_market, m_symbol);
 }
 
 void MXTechDataDlg::reInitializeList(const char* title, int dataType, int dataParam,
@@ -289,7 +289,7 @@ void MXTechDataDlg::OnEraseAll() {
 
 void MXTechDataDlg::OnSetColumn() {
     m_widthMode = 0;
-    reInitializeList(CString(m_title).c_str(), m_dataType, m_dataParam, m_dataTypeParam);
+    reInitializeList(m_title.c_str(), m_dataType, m_dataParam, m_dataTypeParam);
 }
 
 void MXTechDataDlg::OnSetColumnByDataOnly() {
