@@ -109,6 +109,7 @@ void DialogBase::PostClose() {
 // ---- Buttons and keys ----
 
 void DialogBase::SetButtons(QPushButton& ok, QPushButton& cancel) {
+    m_ok = &ok;
     SetDlgItem(kIdOk, ok);
     connect(&ok, &QPushButton::clicked, this, &DialogBase::accept);
     SetCancelButton(cancel);
@@ -123,7 +124,7 @@ void DialogBase::SetCancelButton(QPushButton& cancel) {
 void DialogBase::ShowDefaultButton(QWidget* focus) {
     auto* button = qobject_cast<QPushButton*>(focus);
     if (button == nullptr || button->window() != this) {
-        button = qobject_cast<QPushButton*>(GetDlgItem(kIdOk));
+        button = m_ok;
     }
     if (m_default != nullptr && m_default != button) {
         m_default->setDefault(false);

@@ -156,6 +156,7 @@ private:
 
     std::map<int, QPointer<QWidget>> m_controls;
     std::unique_ptr<FormTexts> m_texts;
+    QPointer<QPushButton> m_ok;
     QPointer<QPushButton> m_default;  ///< the one with the default button's frame
     bool m_initialised = false;
 };

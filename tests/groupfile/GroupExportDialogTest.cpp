@@ -156,7 +156,7 @@ TEST_F(GroupExportTest, ANewFileIsAskedForUntilItHasAName) {
     prompts.ExpectSaveFile(Path("second.TASG"));
     prompts.ExpectYesNo(true);
     prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
+    Click(Find<QPushButton>(dialog, "okButton"));
     EXPECT_EQ(prompts.All()[2].text, "create first.TASG?");
     EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("first.TASG")), 0);
     EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("second.TASG")), 1);
@@ -312,7 +312,7 @@ TEST_F(GroupExportTest, AGroupDeletedMeanwhile) {
     prompts.ExpectYesNo(true);
     prompts.ExpectMessage();
     prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
+    Click(Find<QPushButton>(dialog, "okButton"));
     EXPECT_EQ(prompts.Last().text, QString("not carried: Trend;許功蓋"));
     EXPECT_EQ(*memory.names, Names{"Volume"});
 }
