@@ -68,7 +68,7 @@ public:
         m_view.resize(kSize);
         m_view.show();
         if (symbol) {
-            m_view.SetSymbol(symbol->market, symbol->id);
+            m_view.Show({symbol->market, symbol->id, 0, 0});
         }
     }
 

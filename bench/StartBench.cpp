@@ -1,57 +1,77 @@
-// From nothing to the first painted chart, beside a bare window with the same plot widget.
+// A start of the terminal as a process, from its execution to the end of its first painted chart,
+// beside a bare process with the same plot widget. Both end there; see ExitAfterFirstChart.cpp.
 
 #include "bench/SideBySide.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/frame/MainWindow.h"
-#include "terminal/frame/Session.h"
+#include "terminal/quotes/MarketData.h"
 
-#include <qcustomplot.h>
-
-#include <QApplication>
-#include <QMainWindow>
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
 namespace {
 
-constexpr QSize kSize(1280, 800);
+constexpr int kLongestStart = 60000;  // milliseconds
 
-/// Shows the window and waits until it is painted; its picture.
-QImage Paint(QMainWindow& window) {
-    window.resize(kSize);
-    window.show();
-    QApplication::processEvents();
-    return window.grab().toImage();
-}
+/// A program beside this one, its own files in a folder.
+class Program {
+public:
+    Program(const char* name, const QStringList& arguments, const QString& folder) {
+        m_process.setProgram(QDir(QCoreApplication::applicationDirPath()).filePath(name));
+        m_process.setArguments(arguments);
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        environment.insert("XDG_DATA_HOME", folder);
+        m_process.setProcessEnvironment(environment);
+    }
 
-/// The terminal on the sample data: services, store, window, chart of the index in four panes.
-/// Gives the number of panes that were painted.
-int StartTerminal(const ta::terminal::Options& options) {
-    ta::terminal::Session session(options);
-    ta::terminal::MainWindow window(session);
-    Paint(window);
-    return window.CurrentChart().PaneCount();
-}
+    /// From the start to the end.
+    void Run() {
+        m_process.start();
+        m_allPainted = m_process.waitForFinished(kLongestStart) &&
+                       m_process.exitStatus() == QProcess::NormalExit &&
+                       m_process.exitCode() == 0 && m_allPainted;
+    }
+    bool AllPainted() const { return m_allPainted; }
 
-void StartBareWindow() {
-    QMainWindow window;
-    window.setCentralWidget(new QCustomPlot);
-    Paint(window);
+private:
+    QProcess m_process;
+    bool m_allPainted = true;
+};
+
+/// How many bars the chart has that the terminal begins with.
+std::size_t BarsAtStart(const QString& folder) {
+    const ta::terminal::MarketData data(ta::terminal::DefaultDataFolder(), folder);
+    const auto first = data.Search({}, 1);
+    const auto bars =
+        first.empty() ? nullptr : data.LoadBars({first[0]->market, first[0]->id, 0, 0}, nullptr);
+    return bars ? bars->size() : 0;
 }
 
 void StartToFirstChart(benchmark::State& state) {
     const QTemporaryDir folder;
-    ta::terminal::Options options;
-    options.configFile = folder.filePath("settings.db");
-    options.userFolder = folder.filePath("own");
-    int panes = 0;
+    const std::size_t bars = BarsAtStart(folder.filePath("own"));
+    Program terminal("start_terminal", {"--config", folder.filePath("settings.db")}, folder.path());
+    Program bare("start_bare", {QString::number(bars)}, folder.path());
+    terminal.Run();  // the first one makes the settings
+    bare.Run();
     ta::bench::RunSideBySide(
-        state, [&] { panes = StartTerminal(options); }, StartBareWindow);
-    if (panes != 4) {
-        state.SkipWithError("the chart was not painted");
+        state, [&] { terminal.Run(); }, [&] { bare.Run(); });
+    if (bars == 0 || !terminal.AllPainted() || !bare.AllPainted()) {
+        state.SkipWithError("a chart was not painted");
     }
 }
-BENCHMARK(StartToFirstChart)->Iterations(30)->Unit(benchmark::kMicrosecond);
+BENCHMARK(StartToFirstChart)->Iterations(40)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

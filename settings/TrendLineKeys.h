@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "platform/Types.h"
 
 /// The key and data strings of trend lines. The separators "-" and "/" are bytes that never are
@@ -9,7 +10,7 @@
 namespace ta::settings {
 
 /// "0a/2330" of service 10 and symbol 2330.
-CString PackSymbolKey(unsigned char service, const CString& symbol);
+TADIALOGS_EXPORT CString PackSymbolKey(unsigned char service, const CString& symbol);
 
 /// "MXTechView-0a/2330".
 CString PackTrendLineSymbolKey(const CString& chartClass, const CString& symbolKey);

@@ -27,21 +27,40 @@ ChartScene::ChartScene(QCustomPlot& plot, const ChartModel& model)
 }
 
 ChartScene::~ChartScene() {
-    RemovePanes();
+    Clear();
 }
 
-void ChartScene::RemovePanes() {
+void ChartScene::Clear() {
     m_panes.clear();
     m_plot.plotLayout()->simplify();
 }
 
 void ChartScene::Rebuild(const PlotTheme& theme, const QFont& font) {
-    RemovePanes();
+    Clear();
     m_style.theme = theme;
     m_style.font = font;
+    // What was drawn keeps no bars that the model has let go.
+    m_style.timeTicker->SetBars(m_model.SharedBars());
+    m_cursorLine->Show({});
+    m_panesAreOld = true;
+    LayoutChanged();
+}
+
+void ChartScene::LayoutChanged() {
+    m_layoutIsOld = true;
+    m_isOld = true;
+}
+
+void ChartScene::Change(const PlotCursor& cursor) {
+    m_cursor = cursor;
+    m_isOld = true;
+}
+
+void ChartScene::MakePanes() {
+    const PlotTheme& theme = m_style.theme;
     m_style.options = m_model.Options();
     m_plot.setBackground(QBrush(theme.background));
-    m_cursorLine->SetStyle(theme, font);
+    m_cursorLine->SetStyle(theme, m_style.font);
 
     const std::vector<ChartPane>& panes = m_model.Panes();
     const bool left = m_style.options.uScalePos != 0;
@@ -60,26 +79,36 @@ void ChartScene::Rebuild(const PlotTheme& theme, const QFont& font) {
         rect.setMarginGroup(QCP::msLeft | QCP::msRight, m_margins.get());
         m_panes.push_back(std::move(pane));
     }
-    m_layoutIsOld = true;
+    m_panesAreOld = false;
 }
 
-void ChartScene::Draw(const PlotCursor& cursor) {
-    m_style.timeTicker->SetBars(m_model.SharedBars());
-    FillLegends(cursor);
+void ChartScene::Update(QCustomPlot::RefreshPriority refresh) {
+    if (!m_isOld) {
+        return;
+    }
+    m_isOld = false;
+    if (m_panesAreOld) {
+        MakePanes();
+    }
+    FillLegends(m_cursor);
     if (m_layoutIsOld) {
-        Fill();
-        for (const auto phase : {QCPLayoutElement::upPreparation, QCPLayoutElement::upMargins,
-                                 QCPLayoutElement::upLayout}) {
-            m_plot.plotLayout()->update(phase);
-        }
-        KeepMargins();
-        m_layoutIsOld = false;
-        ArrangeOverlay();
+        LayOut();
     }
     Fill();
-    m_cursor = cursor;
-    m_plot.replot();
+    m_plot.replot(refresh);
     KeepMargins();
+}
+
+/// Gives the panes their places, which the values that they show have a part in.
+void ChartScene::LayOut() {
+    Fill();
+    for (const auto phase : {QCPLayoutElement::upPreparation, QCPLayoutElement::upMargins,
+                             QCPLayoutElement::upLayout}) {
+        m_plot.plotLayout()->update(phase);
+    }
+    KeepMargins();
+    m_layoutIsOld = false;
+    ArrangeOverlay();
 }
 
 void ChartScene::Fill() {
@@ -107,6 +136,7 @@ void ChartScene::KeepMargins() {
 }
 
 void ChartScene::DrawCursor(const PlotCursor& cursor) {
+    Update();
     m_cursor = cursor;
     FillLegends(cursor);
     ArrangeOverlay();
@@ -151,7 +181,8 @@ void ChartScene::ShowCursor(const PlotCursor& cursor) {
     m_cursorLine->Show(std::move(picture));
 }
 
-PlotMapping ChartScene::Mapping() const {
+PlotMapping ChartScene::Mapping() {
+    Update();
     PlotMapping mapping;
     mapping.bars = m_model.SharedBars();
     mapping.firstBar = m_range.Lower();
@@ -179,7 +210,7 @@ std::vector<LegendEntry> ChartScene::LegendOf(int pane, const PlotCursor& cursor
     return MakeLegend(m_model, pane, LegendBar(cursor), m_style.theme);
 }
 
-std::pair<int, int> ChartScene::PaneAndStudyAt(const QPointF& position) const {
+std::pair<int, int> ChartScene::PaneAndStudyAt(const QPointF& position) {
     const int pane = Mapping().PaneAt(position.y());
     if (pane < 0) {
         return {-1, 0};

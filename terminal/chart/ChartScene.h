@@ -5,6 +5,7 @@
 #include "terminal/plot/PlotPane.h"
 #include "terminal/plot/PlotRange.h"
 
+#include <qcustomplot.h>
 #include <QFont>
 #include <QPointF>
 
@@ -13,7 +14,6 @@
 #include <vector>
 
 class QCPMarginGroup;
-class QCustomPlot;
 
 namespace ta::terminal {
 
@@ -21,6 +21,9 @@ class CursorLine;
 
 /// A chart model on a plot: the panes in the group's order, the cursor line over them, and the part
 /// of the bars in view.
+///
+/// What changes is drawn at the next Update, once, and not before: by the view at once, before the
+/// plot is painted, or when somebody asks for the geometry.
 class ChartScene {
 public:
     /// `plot` and `model` outlive the scene.
@@ -30,26 +33,30 @@ public:
     PlotRange& Range() { return m_range; }
     const PlotRange& Range() const { return m_range; }
 
-    /// Makes the panes anew: after the group, the colours or the font changed.
+    /// The group, the colours or the font changed: panes are made anew.
     void Rebuild(const PlotTheme& theme, const QFont& font);
-    /// To be called when the plot's size changed, before the next Draw.
-    void LayoutChanged() { m_layoutIsOld = true; }
-    /// Draws everything.
-    void Draw(const PlotCursor& cursor);
+    /// The plot's size changed.
+    void LayoutChanged();
+    /// The bars, the part of them in view or the cursor changed.
+    void Change(const PlotCursor& cursor);
+    /// Draws what changed.
+    void Update(QCustomPlot::RefreshPriority refresh = QCustomPlot::rpQueuedRefresh);
     /// Draws the cursor line and the legends over what is there.
     void DrawCursor(const PlotCursor& cursor);
 
-    PlotMapping Mapping() const;
+    PlotMapping Mapping();
     bool PaneShowsPrices(int pane) const;
     /// Of the cursor, or of the latest bar without one; -1 without bars.
     int LegendBar(const PlotCursor& cursor) const;
     std::vector<LegendEntry> LegendOf(int pane, const PlotCursor& cursor) const;
     /// The pane at a pixel and the study of the legend there, counted from 1 (0: none); (-1, 0)
     /// outside the panes.
-    std::pair<int, int> PaneAndStudyAt(const QPointF& position) const;
+    std::pair<int, int> PaneAndStudyAt(const QPointF& position);
 
 private:
-    void RemovePanes();
+    void Clear();
+    void MakePanes();
+    void LayOut();
     void Fill();
     void FillLegends(const PlotCursor& cursor);
     void ShowCursor(const PlotCursor& cursor);
@@ -64,7 +71,9 @@ private:
     std::unique_ptr<QCPMarginGroup> m_margins;
     std::unique_ptr<CursorLine> m_cursorLine;
     PlotCursor m_cursor;
+    bool m_panesAreOld = true;
     bool m_layoutIsOld = true;
+    bool m_isOld = true;
 };
 
 }  // namespace ta::terminal

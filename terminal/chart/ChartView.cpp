@@ -1,42 +1,61 @@
 #include "terminal/chart/ChartView.h"
 
+#include "platform/Rounding.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/Messages.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "terminal/chart/ChartScene.h"
 #include "terminal/lang/Language.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/plot/ChartModel.h"
 #include "terminal/quotes/MarketData.h"
-#include "terminal/quotes/TerminalQuotes.h"
 
 #include <qcustomplot.h>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QLabel>
+
+#include <functional>
 
 namespace ta::terminal {
 namespace {
 
 constexpr double kZoomStep = 1.25;
 
-CTaSettingHandle& Settings() {
-    return CTaSettingHandle::GetInstance();
-}
+/// A plot that is drawn when it is to be painted, not at each new size.
+class Plot : public QCustomPlot {
+public:
+    explicit Plot(QWidget* view) : QCustomPlot(view) {
+        // The replot that the widget has asked for would come once more after that.
+        QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+    }
+
+    std::function<void()> draw;
+
+protected:
+    void resizeEvent(QResizeEvent*) override {}
+    void paintEvent(QPaintEvent* event) override {
+        draw();
+        QCustomPlot::paintEvent(event);
+    }
+};
 
 }  // namespace
 
 ChartView::ChartView(MarketData& marketData, QWidget* parent)
     : QWidget(parent),
       m_data(marketData),
-      m_plot(new QCustomPlot(this)),
+      m_plot(new Plot(this)),
       m_message(new QLabel(this)),
       m_model(std::make_unique<ChartModel>()),
       m_scene(std::make_unique<ChartScene>(*m_plot, *m_model)) {
+    static_cast<Plot*>(m_plot)->draw = [this] { m_scene->Update(); };
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(160, 120);
     m_plot->setFocusPolicy(Qt::NoFocus);
     m_plot->setMouseTracking(true);
     m_plot->installEventFilter(this);
+    m_message->hide();
     m_message->setAlignment(Qt::AlignCenter);
     m_message->setWordWrap(true);
     m_message->setMargin(24);
@@ -48,28 +67,20 @@ ChartView::ChartView(MarketData& marketData, QWidget* parent)
     if (Language* language = Language::Instance()) {
         connect(language, &Language::changed, this, &ChartView::Retranslate);
     }
-    TakeGroup(Settings().GetSystemDefaultGroup());
-    Settings().AddTechViewPtr(this);
+    TakeGroup(Repository().GetSystemDefaultGroup());
+    Repository().AddTechViewPtr(this);
     RedrawGroup();
 }
 
 ChartView::~ChartView() {
-    Settings().RemoveTechViewPtr(this);
+    Repository().RemoveTechViewPtr(this);
     m_plot->removeEventFilter(this);
 }
 
 // ---- What is shown ----
 
-void ChartView::SetSymbol(std::uint8_t market, const CString& symbol) {
-    m_market = market;
-    m_symbol = symbol;
-    LoadHistory(false);
-    emit symbolChanged();
-}
-
-void ChartView::SetPeriod(int period, int count) {
-    m_period = period;
-    m_count = count;
+void ChartView::Show(const BarsKey& history) {
+    m_shown = history;
     LoadHistory(false);
     emit symbolChanged();
 }
@@ -112,25 +123,24 @@ void ChartView::Retranslate() {
     RedrawGroup();
 }
 
-void ChartView::LoadHistory(bool evenWhenShared) {
-    const BarsKey key{m_market, m_symbol, m_period, m_count};
-    std::shared_ptr<const BarSeries> bars;
+std::shared_ptr<const BarSeries> ChartView::FindBars(bool evenWhenShared) {
     m_failure.clear();
-    if (!m_symbol.empty()) {
-        const CTADataInterface* shared = Settings().GetTaDataInterface(m_groupName);
-        if (shared && !evenWhenShared) {
-            bars = shared->pGetBars(key);
-        }
-        if (!bars) {
-            bars = m_data.LoadBars(key, &m_failure);
-        }
+    if (m_shown.symbol.empty()) {
+        return nullptr;
     }
-    const bool failed = !m_symbol.empty() && !bars;
+    const CTADataInterface* shared = Repository().GetTaDataInterface(m_groupName);
+    const auto bars = shared && !evenWhenShared ? shared->pGetBars(m_shown) : nullptr;
+    return bars ? bars : m_data.LoadBars(m_shown, &m_failure);
+}
+
+void ChartView::LoadHistory(bool evenWhenShared) {
+    auto bars = FindBars(evenWhenShared);
+    const bool failed = !m_shown.symbol.empty() && !bars;
     m_model->SetBars(std::move(bars), MakeTitle());
     m_scene->Range().SetBarCount(BarCount());
     m_scene->Range().ShowLatest();
     m_cursor = {};
-    m_drawings->SetChart(key);
+    m_drawings->SetChart(m_shown);
     RedrawGroup();
     if (failed) {
         emit loadFailed(m_failure);
@@ -139,13 +149,13 @@ void ChartView::LoadHistory(bool evenWhenShared) {
 
 ChartTitle ChartView::MakeTitle() const {
     ChartTitle title;
-    title.periodCode = m_period;
-    if (m_symbol.empty()) {
+    title.periodCode = m_shown.period;
+    if (m_shown.symbol.empty()) {
         return title;
     }
-    const Symbol* symbol = m_data.FindSymbol(m_market, m_symbol);
-    title.symbol = ui::ToQString(symbol ? NameOf(*symbol) : m_symbol);
-    const CString period = Settings().PackTADataTypeString(m_period, m_count);
+    const Symbol* symbol = m_data.FindSymbol(m_shown.market, m_shown.symbol);
+    title.symbol = ui::ToQString(symbol ? NameOf(*symbol) : m_shown.symbol);
+    const CString period = Repository().PackTADataTypeString(m_shown.period, m_shown.count);
     title.period = Tr("IDS_TERMINAL-CHART_PERIOD").arg(ui::ToQString(period));
     title.priceDecimals = symbol ? DecimalsOfStep(symbol->priceStep) : 2;
     return title;
@@ -154,21 +164,21 @@ ChartTitle ChartView::MakeTitle() const {
 // ---- The group ----
 
 bool ChartView::TakeGroup(const CString& name) {
-    if (Settings().FindGroup(name) == 0) {
+    if (Repository().FindGroup(name) == 0) {
         return false;
     }
     m_groupName = name;
-    m_groupUniNum = Settings().GetUniNumByGroupName(name);
+    m_groupUniNum = Repository().GetUniNumByGroupName(name);
     return true;
 }
 
 /// Shows the group under the name that it has now, or the default group in its place.
 void ChartView::FollowGroup() {
-    Settings().ReloadTASetting();
+    Repository().ReloadTASetting();
     const CString shown = m_groupName;
     const int uniNum = m_groupUniNum;
-    if (!TakeGroup(Settings().GetGroupNameByUniNum(uniNum)) &&
-        !TakeGroup(Settings().GetSystemDefaultGroup())) {
+    if (!TakeGroup(Repository().GetGroupNameByUniNum(uniNum)) &&
+        !TakeGroup(Repository().GetSystemDefaultGroup())) {
         m_groupName.clear();
         m_groupUniNum = -1;
     }
@@ -183,7 +193,7 @@ void ChartView::FollowGroup() {
 
 std::intptr_t ChartView::WindowProc(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
     if (message == kGroupChangeMessage) {
-        const int index = Settings().GetGroupIndexByUniNum(m_groupUniNum);
+        const int index = Repository().GetGroupIndexByUniNum(m_groupUniNum);
         if (index < 0 || static_cast<std::uintptr_t>(index) == wParam) {
             FollowGroup();
         }
@@ -198,11 +208,11 @@ std::intptr_t ChartView::WindowProc(unsigned message, std::uintptr_t wParam, std
 }
 
 void ChartView::RedrawGroup() {
-    Settings().ReloadTASetting();  // comes back here when it is due, and so not halfway
+    Repository().ReloadTASetting();  // comes back here when it is due, and so not halfway
     m_model->LoadGroup(m_groupName);
-    CTADataRepository* shared = Settings().GetTaDataRepository(m_groupName);
+    CTADataRepository* shared = Repository().GetTaDataRepository(m_groupName);
     if (shared && BarCount() > 0) {
-        shared->vSetBars({m_market, m_symbol, m_period, m_count}, m_model->SharedBars());
+        shared->vSetBars(m_shown, m_model->SharedBars());
     }
     Rebuild();
 }
@@ -210,16 +220,22 @@ void ChartView::RedrawGroup() {
 // ---- Drawing ----
 
 void ChartView::Rebuild() {
-    m_scene->Rebuild(PlotTheme::FromPalette(palette(), m_risingRed), font());
-    m_drawings->SetStyle(PlotTheme::FromPalette(palette(), m_risingRed), font());
+    const PlotTheme theme = PlotTheme::FromPalette(palette(), m_risingRed);
+    m_scene->Rebuild(theme, font());
+    m_drawings->SetStyle(theme, font());
     m_cursor.pane = std::min(m_cursor.pane, PaneCount() - 1);
-    ShowMessage();
+    if (isVisible()) {
+        ShowMessage();
+    }
     UpdateNames();
     Draw();
 }
 
 void ChartView::Draw() {
-    m_scene->Draw(m_cursor);
+    m_scene->Change(m_cursor);
+    if (isVisible()) {
+        m_scene->Update(QCustomPlot::rpRefreshHint);
+    }
 }
 
 void ChartView::DrawCursor() {
@@ -229,16 +245,19 @@ void ChartView::DrawCursor() {
     emit cursorMoved(text);
 }
 
-void ChartView::ShowMessage() {
-    QString text;
-    if (m_symbol.empty()) {
-        text = Tr("IDS_TERMINAL-CHART_NO_SYMBOL");
-    } else if (BarCount() == 0) {
-        text = Tr("IDS_TERMINAL-CHART_NO_DATA");
-        if (!m_failure.isEmpty()) {
-            text += '\n' + m_failure;
-        }
+/// What stands in the place of a chart; empty when there is one.
+QString ChartView::Message() const {
+    if (m_shown.symbol.empty()) {
+        return Tr("IDS_TERMINAL-CHART_NO_SYMBOL");
     }
+    if (BarCount() > 0) {
+        return {};
+    }
+    return Tr("IDS_TERMINAL-CHART_NO_DATA") + (m_failure.isEmpty() ? QString() : '\n' + m_failure);
+}
+
+void ChartView::ShowMessage() {
+    const QString text = Message();
     QFont larger = font();
     larger.setPointSizeF(QFontInfo(larger).pointSizeF() * 1.2);
     m_message->setFont(larger);
@@ -252,7 +271,7 @@ void ChartView::UpdateNames() {
     setAccessibleName(title.symbol.isEmpty()
                           ? Tr("IDS_TERMINAL-CHART_ACCESSIBLE_EMPTY")
                           : Tr("IDS_TERMINAL-CHART_ACCESSIBLE").arg(title.symbol, title.period));
-    setAccessibleDescription(m_message->isHidden() ? CursorText() : m_message->text());
+    setAccessibleDescription(BarCount() > 0 ? CursorText() : Message());
 }
 
 void ChartView::changeEvent(QEvent* event) {
@@ -269,7 +288,11 @@ void ChartView::resizeEvent(QResizeEvent* event) {
     m_plot->setViewport(rect());
     m_message->setGeometry(rect());
     m_scene->LayoutChanged();
-    Draw();
+}
+
+void ChartView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    ShowMessage();
 }
 
 // ---- Zoom and pan ----
@@ -337,14 +360,11 @@ void ChartView::SetCursorBar(int index) {
         m_cursor.bar = std::min(index, BarCount() - 1);
         m_scene->Range().ScrollTo(m_cursor.bar);
         Draw();
-        const PlotMapping mapping = Mapping();
-        for (int pane = 0; pane < PaneCount() && m_cursor.pane < 0; ++pane) {
-            const auto at = static_cast<std::size_t>(pane);
-            if (m_scene->PaneShowsPrices(pane)) {
-                const auto bar = static_cast<std::size_t>(m_cursor.bar);
-                m_cursor.pane = pane;
-                m_cursor.y = mapping.panes[at].YOf(m_model->Bars()[bar].close);
-            }
+        const DrawingFrame frame = MakeDrawingFrame();
+        if (frame.pane >= 0) {
+            const auto& pane = frame.mapping.panes[static_cast<std::size_t>(frame.pane)];
+            m_cursor.pane = frame.pane;
+            m_cursor.y = pane.YOf(m_model->Bars()[static_cast<std::size_t>(m_cursor.bar)].close);
         }
     }
     DrawCursor();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Types.h"
+#include "platform/TaData.h"
 #include "platform/Window.h"
 #include "terminal/plot/PlotCursor.h"
 
@@ -33,9 +33,9 @@ struct PlotMapping;
 /// group, with a cursor line, zoom and pan.
 ///
 /// Registers with the settings repository while it lives, and draws again, before WindowProc
-/// returns, when it is told that its group or the trend lines changed. It keeps the UniNum of its
-/// group and asks the repository at each redraw. Bar indices count from 0, the oldest bar; panes
-/// count from 0, the uppermost.
+/// returns, when it is told that its group or the trend lines changed; a hidden view when it is
+/// shown next. It keeps the UniNum of its group and asks the repository at each redraw. Bar indices
+/// count from 0, the oldest bar; panes count from 0, the uppermost.
 ///
 /// Mouse: wheel zooms around the bar under the mouse, drag pans, double click reports the pane or
 /// the study of its legend. Keys: Left/Right move the cursor line by a bar (with Ctrl the view by a
@@ -52,17 +52,15 @@ public:
 
     // What is shown.
 
-    /// Loads and shows the history of a symbol, its latest bars first. An empty symbol shows none.
-    /// History that is not to be had is told in the chart and by loadFailed().
-    void SetSymbol(std::uint8_t market, const CString& symbol);
-    std::uint8_t Market() const { return m_market; }
-    const CString& SymbolId() const { return m_symbol; }
-
-    /// `period` 0 daily, 1 weekly, 2 monthly, 3 minute, 4 second; `count` minutes or seconds of a
-    /// bar, 0 for the other periods.
-    void SetPeriod(int period, int count);
-    int Period() const { return m_period; }
-    int Count() const { return m_count; }
+    /// Loads and shows the history of a symbol in a data period, its latest bars first: one load
+    /// and one redraw. An empty symbol shows none. History that is not to be had is told in the
+    /// chart and by loadFailed().
+    void Show(const BarsKey& history);
+    const BarsKey& Shown() const { return m_shown; }
+    std::uint8_t Market() const { return m_shown.market; }
+    const CString& SymbolId() const { return m_shown.symbol; }
+    int Period() const { return m_shown.period; }
+    int Count() const { return m_shown.count; }
 
     /// A name that is not known is ignored.
     void SetGroup(const CString& name);
@@ -104,7 +102,7 @@ public:
     /// group hides the legends.
     QStringList LegendTexts() const;
 
-    /// Bars and prices to and from pixels of this widget, as drawn last.
+    /// Bars and prices to and from pixels of this widget.
     PlotMapping Mapping() const;
 
     /// The trend lines of the symbol and data period, and the tools to draw them.
@@ -130,12 +128,15 @@ protected:
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Retranslate();
     void LoadHistory(bool evenWhenShared);
+    std::shared_ptr<const BarSeries> FindBars(bool evenWhenShared);
     ChartTitle MakeTitle() const;
+    QString Message() const;
     void ShowMessage();
     bool TakeGroup(const CString& name);
     void FollowGroup();
@@ -159,10 +160,7 @@ private:
     void PutCursorAt(const QPointF& position);
 
     MarketData& m_data;
-    std::uint8_t m_market = 0;
-    CString m_symbol;
-    int m_period = 0;
-    int m_count = 0;
+    BarsKey m_shown;
     CString m_groupName;
     int m_groupUniNum = -1;
     bool m_risingRed = true;

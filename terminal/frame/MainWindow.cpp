@@ -172,8 +172,7 @@ void MainWindow::Restore(const FrameState& state) {
     for (const TabState& tab : state.tabs) {
         ChartView& chart = AddChart();
         chart.SetGroup(Repository().GetGroupNameByUniNum(tab.group));
-        chart.SetPeriod(tab.period, tab.count);
-        chart.SetSymbol(tab.market, ui::FromQString(tab.symbol));
+        chart.Show({tab.market, ui::FromQString(tab.symbol), tab.period, tab.count});
     }
     if (TabCount() == 0) {
         AddChart();
@@ -235,8 +234,7 @@ void MainWindow::NewTab() {
     const ChartView& shown = CurrentChart();
     ChartView& chart = AddChart();
     chart.SetGroup(shown.GroupName());
-    chart.SetPeriod(shown.Period(), shown.Count());
-    chart.SetSymbol(shown.Market(), shown.SymbolId());
+    chart.Show(shown.Shown());
     RefreshTab(chart);
     m_tabs->setCurrentWidget(&chart);
     chart.setFocus();
@@ -255,17 +253,19 @@ void MainWindow::CloseTab(int tab) {
 void MainWindow::OpenSymbol(std::uint8_t market, const CString& id) {
     ChartView& chart = CurrentChart();
     const PeriodSet available = AvailablePeriods(m_session.Markets(), market, id);
-    const int period = PeriodIndex(chart.Period(), chart.Count());
+    BarsKey wanted = chart.Shown();
+    wanted.market = market;
+    wanted.symbol = id;
+    const int period = PeriodIndex(wanted.period, wanted.count);
     if (available.any() && (period < 0 || !available[static_cast<std::size_t>(period)])) {
         std::size_t first = 0;
         while (!available[first]) {
             ++first;
         }
-        // Without the old symbol, whose history in the new period nobody asked for.
-        chart.SetSymbol(0, {});
-        chart.SetPeriod(kPeriods[first].code, kPeriods[first].count);
+        wanted.period = kPeriods[first].code;
+        wanted.count = kPeriods[first].count;
     }
-    chart.SetSymbol(market, id);
+    chart.Show(wanted);
     RefreshChart();
 }
 
@@ -418,7 +418,8 @@ void MainWindow::Run(Command command) {
 
 void MainWindow::SelectPeriod(int index) {
     const FramePeriod& period = kPeriods[static_cast<std::size_t>(index)];
-    CurrentChart().SetPeriod(period.code, period.count);
+    const BarsKey& shown = CurrentChart().Shown();
+    CurrentChart().Show({shown.market, shown.symbol, period.code, period.count});
     RefreshChart();
     CurrentChart().setFocus();
 }

@@ -2,6 +2,7 @@
 
 #include "platform/ui/Prompts.h"
 #include "platform/ui/TextBridge.h"
+#include "settings/TrendLineKeys.h"
 #include "terminal/lang/Language.h"
 #include "terminal/lines/DrawingLayer.h"
 #include "terminal/lines/TrendLineStore.h"
@@ -65,7 +66,7 @@ void DrawingBoard::Reload() {
 
 void DrawingBoard::TellUnreadable(const std::vector<CString>& lines) {
     static std::set<CString> told;
-    const CString symbolKey = TrendLineSymbolKey(m_chart.market, m_chart.symbol);
+    const CString symbolKey = settings::PackSymbolKey(m_chart.market, m_chart.symbol);
     const auto count = std::ranges::count_if(
         lines, [&](const CString& line) { return told.insert(symbolKey + '/' + line).second; });
     if (count > 0) {
@@ -95,17 +96,19 @@ void DrawingBoard::Arrange() {
         }
     }
     m_layer->SetLines(std::move(lines));
-    const DrawingFrame frame = m_asked.frame();
-    if (m_move) {
-        m_layer->SetPreview(m_move->now);
-    } else if (m_mouse && m_tool.IsActive() && frame.IsDrawable()) {
-        m_layer->SetPreview(m_tool.Preview(frame.AnchorAt(*m_mouse)));
-    } else {
-        m_layer->SetPreview(std::nullopt);
+    m_layer->SetPreview(m_move ? std::optional(m_move->now) : ToolPreview());
+}
+
+std::optional<TrendLine> DrawingBoard::ToolPreview() const {
+    if (!m_mouse || !m_tool.IsActive()) {
+        return std::nullopt;
     }
+    const DrawingFrame frame = m_asked.frame();
+    return frame.IsDrawable() ? m_tool.Preview(frame.AnchorAt(*m_mouse)) : std::nullopt;
 }
 
 void DrawingBoard::Repaint() {
+    m_asked.frame();  // draws first what else of the chart is to be drawn
     Arrange();
     m_layer->layer()->replot();
 }

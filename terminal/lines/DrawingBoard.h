@@ -133,6 +133,7 @@ private:
     const StoredLine* SelectedLine() const;
     void Select(const CString& data);
     void ShowMouse(const QPointF& point);
+    std::optional<TrendLine> ToolPreview() const;
     void Arrange();
     void Repaint();
 

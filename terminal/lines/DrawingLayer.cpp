@@ -9,8 +9,6 @@ namespace {
 
 constexpr double kHandleSize = 7;
 constexpr double kLabelGap = 4;
-constexpr Qt::PenStyle kPenStyles[] = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine,
-                                       Qt::DashDotDotLine};
 
 QCPLayer& LayerOf(QCustomPlot& plot) {
     const QString name = QStringLiteral("drawings");
@@ -76,8 +74,7 @@ void DrawingLayer::DrawLine(QPainter& painter, const TrendLine& line, const Draw
             Draw(painter, guide);
         }
     }
-    const auto style = static_cast<std::size_t>(line.style);
-    painter.setPen(QPen(colour, line.width + (selected ? 1 : 0), kPenStyles[style]));
+    painter.setPen(QPen(colour, line.width + (selected ? 1 : 0), PenStyleOf(line.style)));
     for (const QLineF& part : picture.lines) {
         Draw(painter, part);
     }

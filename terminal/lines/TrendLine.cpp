@@ -1,5 +1,7 @@
 #include "terminal/lines/TrendLine.h"
 
+#include "platform/Split.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -14,17 +16,6 @@ constexpr std::size_t kAnchorsFrom = 5;  // fields before the first anchor
 constexpr std::size_t kColourDigits = 6;
 constexpr int kWidest = 5;
 constexpr int kLastStyle = 4;
-
-std::vector<std::string_view> Fields(std::string_view text, char separator) {
-    std::vector<std::string_view> fields;
-    for (std::size_t end = text.find(separator); end != std::string_view::npos;
-         end = text.find(separator)) {
-        fields.push_back(text.substr(0, end));
-        text.remove_prefix(end + 1);
-    }
-    fields.push_back(text);
-    return fields;
-}
 
 /// The whole text as one number. `format`: the base of an integer, or a std::chars_format.
 template <class Number, class Format>
@@ -43,7 +34,7 @@ bool ReadWithin(std::string_view text, double largest, double& number) {
 }
 
 bool ReadAnchor(std::string_view text, LineAnchor& anchor) {
-    const std::vector<std::string_view> values = Fields(text, ',');
+    const std::vector<std::string_view> values = text::Split(text, ',');
     return values.size() == 2 && ReadWithin(values[0], kLargestLineTime, anchor.time) &&
            ReadWithin(values[1], kLargestLinePrice, anchor.price);
 }
@@ -97,7 +88,7 @@ CString EncodeTrendLine(const TrendLine& line) {
 }
 
 std::optional<TrendLine> DecodeTrendLine(const CString& data) {
-    const std::vector<std::string_view> fields = Fields(data, '/');
+    const std::vector<std::string_view> fields = text::Split(data, '/');
     int number = 0;
     const TrendLineKindInfo* kind =
         Read(fields[0], number, 10) ? FindTrendLineKind(number) : nullptr;

@@ -1,5 +1,7 @@
 #include "terminal/lines/TrendLineGeometry.h"
 
+#include "platform/Rounding.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -10,12 +12,6 @@ namespace {
 constexpr double kEndless = std::numeric_limits<double>::infinity();
 constexpr double kLineTolerance = 5;    // pixels
 constexpr double kHandleTolerance = 8;  // pixels
-
-double RoundTo(double value, int decimals) {
-    const double unit = std::pow(10.0, decimals);
-    const double rounded = std::round(value * unit) / unit;
-    return std::isfinite(rounded) ? rounded : value;
-}
 
 LineAnchor Within(double time, double price) {
     return {std::clamp(time, -kLargestLineTime, kLargestLineTime),
@@ -88,14 +84,14 @@ double DrawingFrame::PriceAt(double y) const {
 
 LineAnchor DrawingFrame::AnchorAt(const QPointF& point) const {
     return Within(mapping.TimeOfBar(std::round(mapping.BarAt(point.x()))),
-                  RoundTo(PriceAt(point.y()), priceDecimals));
+                  RoundedTo(PriceAt(point.y()), priceDecimals));
 }
 
 LineAnchor DrawingFrame::Moved(const LineAnchor& anchor, double bars, double price) const {
     const double whole = std::round(bars);
     return Within(
         whole == 0 ? anchor.time : mapping.TimeOfBar(mapping.BarOfTime(anchor.time) + whole),
-        price == 0 ? anchor.price : RoundTo(anchor.price + price, priceDecimals));
+        price == 0 ? anchor.price : RoundedTo(anchor.price + price, priceDecimals));
 }
 
 TrendLinePicture MakePicture(const TrendLine& line, const DrawingFrame& frame) {

@@ -3,7 +3,8 @@
 #include "platform/ConfigStore.h"
 #include "platform/SyncInfo.h"
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
+#include "settings/TrendLineKeys.h"
 #include "terminal/lang/Language.h"
 
 #include <fmt/format.h>
@@ -14,16 +15,12 @@
 namespace ta::terminal {
 namespace {
 
-CTaSettingHandle& Repository() {
-    return CTaSettingHandle::GetInstance();
-}
-
 SMXCfgIO2* Store() {
     return CSyncInfo::GetSettingCFG().CApi_pGetUserCfgIO();
 }
 
 CString SymbolKeyOf(const BarsKey& chart) {
-    return TrendLineSymbolKey(chart.market, chart.symbol);
+    return settings::PackSymbolKey(chart.market, chart.symbol);
 }
 
 void Commit() {
@@ -89,10 +86,6 @@ TrendLineSymbol ReadSymbol(const CString& chartClass, const CString& symbolKey) 
 }  // namespace
 
 const char* const kPriceLines = "price";
-
-CString TrendLineSymbolKey(std::uint8_t market, const CString& symbol) {
-    return fmt::format("{:02x}/{}", market, symbol);
-}
 
 std::vector<CString> StoredTrendLines(const BarsKey& chart) {
     std::vector<CString> lines;

@@ -19,9 +19,6 @@ namespace ta::terminal {
 /// The trailing name of lines on the prices, the one scale that the terminal draws lines on.
 extern const char* const kPriceLines;
 
-/// The repository's symbol key, "0a/2330".
-CString TrendLineSymbolKey(std::uint8_t market, const CString& symbol);
-
 /// The data strings of a chart, in the order in which they were drawn.
 std::vector<CString> StoredTrendLines(const BarsKey& chart);
 

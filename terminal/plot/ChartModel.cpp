@@ -2,8 +2,8 @@
 
 #include "platform/DrawInfo.h"
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
-#include "terminal/lang/Language.h"
+#include "settings/Repository.h"
+#include "terminal/lang/NameIn.h"
 
 #include <QStringList>
 
@@ -49,13 +49,10 @@ std::vector<ChartOutput> OutputsOf(const StudyInfo& info, const TaDrawInfo* draw
     if (drawInfo) {
         shapes = drawInfo->vecGetStudyShapes(info.GetStudyType());
     }
-    const Language* language = Language::Instance();
-    const bool english = language && language->Current() == Language::English;
     std::vector<ChartOutput> outputs;
     for (const StudyShapeInfo& shape : info.GetShapes()) {
         const std::size_t i = outputs.size();
-        outputs.push_back({shape.kind,
-                           ui::ToQString(english ? shape.englishName : shape.chineseName),
+        outputs.push_back({shape.kind, ui::ToQString(NameIn(shape)),
                            i < shapes.size() ? shapes[i] : shape.defaultShape});
     }
     return outputs;
@@ -97,14 +94,13 @@ void ChartModel::SetBars(std::shared_ptr<const BarSeries> bars, ChartTitle title
 }
 
 void ChartModel::LoadGroup(const CString& name) {
-    auto& settings = CTaSettingHandle::GetInstance();
-    const int shown = std::clamp(settings.GetStudyCountByGroupName(name), 1, kPaneCount);
+    const int shown = std::clamp(Repository().GetStudyCountByGroupName(name), 1, kPaneCount);
     StudyLists lists;
-    settings.GetStudyListByGroupName(name, lists);
+    Repository().GetStudyListByGroupName(name, lists);
     lists.resize(static_cast<std::size_t>(shown));
 
     // The draw info last: the questions above may reload and destroy it.
-    ChartBaseDrawInfo* drawInfo = settings.GetDrawInfo(name);
+    ChartBaseDrawInfo* drawInfo = Repository().GetDrawInfo(name);
     const auto* taDrawInfo = dynamic_cast<const TaDrawInfo*>(drawInfo);
     const KnownStudies known = drawInfo ? StudiesOf(*drawInfo) : KnownStudies{};
     Calculations used;

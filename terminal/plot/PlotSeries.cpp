@@ -4,7 +4,6 @@
 
 #include <qcustomplot.h>
 
-#include <array>
 #include <cmath>
 
 namespace ta::terminal {
@@ -141,12 +140,9 @@ public:
                 const ChartOutput& output)
         : m_graph(keyAxis, valueAxis) {
         const StudyShape& shape = output.shape;
-        static constexpr std::array kStyles{Qt::SolidLine, Qt::DashLine, Qt::DotLine,
-                                            Qt::DashDotLine, Qt::DashDotDotLine};
-        const auto style = static_cast<std::size_t>(std::clamp(shape.style, 0, 4));
         const int width = std::clamp(shape.width, 1, 5);
         const QColor colour = theme.Readable(shape.colour);
-        m_graph->setPen(QPen(colour, width, kStyles[style]));
+        m_graph->setPen(QPen(colour, width, PenStyleOf(shape.style)));
         if (output.kind == StudyDrawKind::Dots) {
             m_graph->setLineStyle(QCPGraph::lsNone);
             m_graph->setScatterStyle(

@@ -1,6 +1,7 @@
 #include "terminal/plot/PlotTheme.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <tuple>
 
@@ -38,6 +39,12 @@ bool IsDark(const QColor& colour) {
 }
 
 }  // namespace
+
+Qt::PenStyle PenStyleOf(int style) {
+    static constexpr std::array kStyles{Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine,
+                                        Qt::DashDotDotLine};
+    return kStyles[static_cast<std::size_t>(std::clamp(style, 0, 4))];
+}
 
 PlotTheme PlotTheme::FromPalette(const QPalette& palette, bool risingRed) {
     PlotTheme theme;

@@ -7,6 +7,9 @@
 
 namespace ta::terminal {
 
+/// The pen of a stored line style, 0 to 4 as StudyShape::style; beyond that the nearest.
+Qt::PenStyle PenStyleOf(int style);
+
 /// The chart's colours, made from a palette: light or dark as its base is.
 struct PlotTheme {
     QColor background;

@@ -1,6 +1,6 @@
 #include "terminal/plot/ValueAxis.h"
 
-#include "terminal/quotes/TerminalQuotes.h"
+#include "platform/Rounding.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "terminal/quotes/Catalogue.h"
 
 #include "platform/Text.h"
-#include "terminal/lang/Language.h"
+#include "terminal/lang/NameIn.h"
 #include "terminal/quotes/CsvReader.h"
 #include "terminal/quotes/CsvValues.h"
 #include "terminal/quotes/UserMarket.h"
@@ -23,15 +23,6 @@ using TakeLine = std::function<QString(const Fields&)>;
 
 QString FromUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-bool IsEnglish() {
-    return Language::Instance() != nullptr && Language::Instance()->Current() == Language::English;
-}
-
-template <class Named>
-CString NameIn(const Named& named) {
-    return IsEnglish() ? named.englishName : named.chineseName;
 }
 
 // A market id is written as a number, or as the character of that code when it is no digit.

@@ -3,7 +3,6 @@
 #include "platform/ui/TextBridge.h"
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
 
 namespace ta::terminal {
@@ -41,15 +40,6 @@ X1Format ItemOf(const Symbol& symbol, std::uint16_t item) {
 }
 
 }  // namespace
-
-int DecimalsOfStep(double step) {
-    int decimals = 0;
-    for (double scaled = step; decimals < 6 && std::abs(scaled - std::round(scaled)) > 1e-7;) {
-        ++decimals;
-        scaled = step * std::pow(10.0, decimals);
-    }
-    return decimals;
-}
 
 CString TerminalQuotes::LangGetLangString(const CString& key) const {
     return ui::FromQString(qtTrId(key.c_str()));

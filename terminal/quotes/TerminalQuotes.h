@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/QuoteInterface.h"
+#include "platform/Rounding.h"
 #include "terminal/quotes/MarketData.h"
 
 namespace ta::terminal {
@@ -77,8 +78,5 @@ enum HistoryItem : std::uint16_t {
     kHistoryClose = 3004,
     kHistoryVolume = 3005,
 };
-
-/// Decimals that a price step needs, 0 to 6: 0.05 gives 2, 0.03125 gives 5.
-int DecimalsOfStep(double step);
 
 }  // namespace ta::terminal

@@ -1,6 +1,6 @@
 #include "terminal/studies/StudyCatalogue.h"
 
-#include "terminal/lang/Language.h"
+#include "terminal/lang/NameIn.h"
 #include "terminal/studies/StudyTable.h"
 
 #include <map>
@@ -31,11 +31,7 @@ public:
 
     StudyType GetStudyType() const override { return m_definition.type; }
     StudyCategory GetCategory() const override { return m_definition.category; }
-    CString cszGetDisplayName() const override {
-        const Language* language = Language::Instance();
-        return language && language->Current() == Language::English ? m_definition.englishName
-                                                                    : m_definition.chineseName;
-    }
+    CString cszGetDisplayName() const override { return NameIn(m_definition); }
     CString cszGetChineseName() const override { return m_definition.chineseName; }
     CString cszGetEnglishName() const override { return m_definition.englishName; }
     CString cszGetAbbreviation() const override { return m_definition.abbreviation; }

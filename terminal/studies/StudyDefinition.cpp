@@ -1,7 +1,8 @@
 #include "terminal/studies/StudyDefinition.h"
 
+#include "platform/Rounding.h"
+
 #include <algorithm>
-#include <cmath>
 
 namespace ta::terminal {
 
@@ -12,8 +13,7 @@ bool StudyRule::IsBroken(const std::vector<double>& params) const {
 }
 
 double RoundedParam(const StudyParamInfo& param, double value) {
-    const double scale = std::pow(10.0, param.decimals);
-    return std::round(value * scale) / scale + 0.0;  // + 0.0 turns -0 into 0
+    return RoundedTo(value, param.decimals);
 }
 
 std::vector<double> UsableParams(const StudyDefinition& study, const std::vector<double>& given) {

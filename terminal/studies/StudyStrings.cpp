@@ -1,5 +1,7 @@
 #include "terminal/studies/StudyStrings.h"
 
+#include "platform/Split.h"
+#include "platform/Text.h"
 #include "terminal/studies/StudyDefinition.h"
 
 #include <fmt/format.h>
@@ -13,26 +15,8 @@
 namespace ta::terminal {
 namespace {
 
-// Bytes below 0x40, such as "=", "," and ":", are never half a double-byte character.
-std::vector<std::string_view> Split(std::string_view text, char separator) {
-    std::vector<std::string_view> parts;
-    std::size_t begin = 0;
-    for (std::size_t end = text.find(separator); end != std::string_view::npos;
-         end = text.find(separator, begin)) {
-        parts.push_back(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    parts.push_back(text.substr(begin));
-    return parts;
-}
-
-std::string_view WithoutBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
+using text::Split;
+using text::Trim;
 
 std::optional<int> ParseInteger(std::string_view text, int base = 10) {
     int value = 0;
@@ -63,7 +47,7 @@ StudyType StudyOfString(std::string_view text) {
     if (equals == std::string_view::npos) {
         return kNoStudy;
     }
-    return ParseInteger(WithoutBlanks(text.substr(0, equals))).value_or(kNoStudy);
+    return ParseInteger(Trim(text.substr(0, equals))).value_or(kNoStudy);
 }
 
 std::vector<std::string_view> SplitValues(std::string_view text) {
@@ -82,7 +66,7 @@ CString WithValues(std::string_view text, const std::vector<CString>& values) {
 }
 
 double ParseNumber(std::string_view text) {
-    const std::string_view digits = WithoutBlanks(text);
+    const CString digits = Trim(text);
     double value = 0;
     const char* const end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, value);
@@ -98,7 +82,8 @@ CString FormatNumber(double value) {
 }
 
 std::optional<StudyShape> ParseShape(std::string_view text) {
-    const std::vector<std::string_view> fields = Split(WithoutBlanks(text), ':');
+    const CString shapeText = Trim(text);
+    const std::vector<std::string_view> fields = Split(shapeText, ':');
     if (fields.size() < 4 || fields[0].size() != 6) {
         return std::nullopt;
     }

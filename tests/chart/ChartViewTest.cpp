@@ -2,150 +2,140 @@
 // settings repository make of it.
 
 #include "settings/Messages.h"
-#include "settings/TaSettingHandle.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/lang/Language.h"
 #include "terminal/plot/ChartModel.h"
-#include "terminal/plot/PlotMapping.h"
-#include "terminal/quotes/MarketData.h"
-#include "terminal/quotes/TerminalQuotes.h"
-#include "terminal/studies/TerminalChartModule.h"
-#include "tests/support/MemoryConfigStore.h"
+#include "terminal/plot/CursorLine.h"
+#include "tests/chart/ChartFixture.h"
 
-#include <gtest/gtest.h>
-
-#include <qcustomplot.h>
-#include <QApplication>
 #include <QLabel>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QWheelEvent>
-
-#include <cmath>
 
 namespace ta::terminal {
 namespace {
 
-constexpr std::uint8_t kUser = UserMarket::kId;
 const CString kFirst = "First";
 const CString kSecond = "Second";
 
-/// Services that live as long as the process, as the settings repository does.
-test::MemoryConfigStore& Store() {
-    static test::MemoryConfigStore store;
-    static TerminalChartModule chartModule;
-    static const bool hung = [] {
-        Services services;
-        services.configStore = &store;
-        services.chartModule = &chartModule;
-        CSyncInfo::GetSettingCFG().SetServices(services);
-        return true;
-    }();
-    (void)hung;
-    return store;
-}
-
 /// Closes 100, 102, 101, 103, 102 ...: even bars rise by 2 from their open, odd ones fall by 1.
 BarSeries ZigZag(int count) {
-    BarSeries bars;
-    double close = 98;
-    for (int i = 0; i < count; ++i) {
-        Bar bar;
-        bar.time = 16000 + i;
-        bar.open = close;
+    return MakeBars(count, [close = 98.0](int i) mutable {
+        const double open = close;
         close += i % 2 == 0 ? 2 : -1;
-        bar.close = close;
-        bar.high = std::max(bar.open, bar.close) + 0.5;
-        bar.low = std::min(bar.open, bar.close) - 0.25;
-        bar.volume = 1000 + i;
-        bars.push_back(bar);
-    }
-    return bars;
+        return std::pair(open, close);
+    });
 }
 
-class ChartViewTest : public testing::Test {
+class ChartViewTest : public ChartFixture {
 protected:
-    ChartViewTest() : data(DefaultDataFolder(), folder.path()), quotes(data) {
-        BKQuoteInterface::SetBKInterface(&quotes);
-        test::MemoryConfigStore& store = Store();
-        store = {};
-        store.names = {{kFirst, kSecond}};
-        for (unsigned group = 0; group < 2; ++group) {
-            store.uniNums[group] = static_cast<int>(group) + 5;
-            store.showCounts[group] = group == 0 ? 4 : 2;
-            store.studyLists[{group, "StudyTypeLogKey01"}] = {0, 4};
-            store.studyLists[{group, "StudyTypeLogKey02"}] = {group == 0 ? 16 : 22};
-            store.studyLists[{group, "StudyTypeLogKey03"}] = {23};
-            store.studyLists[{group, "StudyTypeLogKey04"}] = {22};
-        }
+    ChartViewTest() {
+        StoreGroup(kFirst, 5, {{0, 4}, {16}, {23}, {22}}, 4);
+        StoreGroup(kSecond, 6, {{0, 4}, {22}, {23}, {22}}, 2);
         Reload();
         zigZag = Add(ZigZag(600));
-    }
-    ~ChartViewTest() override {
-        view.reset();
-        BKQuoteInterface::SetBKInterface(nullptr);
+        view = MakeView(zigZag);
     }
 
-    static CTaSettingHandle& Settings() { return CTaSettingHandle::GetInstance(); }
-    /// What another terminal's save does to this process.
-    static void Reload() {
-        Store().reloadFlag = true;
-        Settings().ReloadTASetting();
-    }
     static void TellGroupChange(const CString& name) {
-        Settings().SendMsg2AllTechView(kGroupChangeMessage, Settings().GetGroupIndexByName(name));
+        Repository().SendMsg2AllTechView(kGroupChangeMessage,
+                                         Repository().GetGroupIndexByName(name));
     }
     static CommonProp& Options(const CString& name) {
-        return Settings().GetDrawInfo(name)->CommonProperty();
-    }
-
-    CString Add(const BarSeries& series) {
-        QString error;
-        const Symbol* symbol = data.User().Add("bars.csv", series, 0.25, &error);
-        EXPECT_NE(symbol, nullptr) << error.toStdString();
-        return symbol ? symbol->id : CString();
-    }
-    ChartView& Show(const CString& symbol) {
-        view = std::make_unique<ChartView>(data);
-        view->resize(900, 640);
-        view->show();
-        view->SetSymbol(kUser, symbol);
-        return *view;
+        return Repository().GetDrawInfo(name)->CommonProperty();
     }
     const BarSeries& Bars() {
-        bars = data.LoadBars({view->Market(), view->SymbolId(), view->Period(), view->Count()},
-                             nullptr);
+        bars = data.LoadBars(view->Shown(), nullptr);
         return *bars;
-    }
-    QWidget* Plot() { return view->findChild<QCustomPlot*>(); }
-    QPoint PointOf(double bar, int pane, double y) {
-        const PlotMapping mapping = view->Mapping();
-        const auto& at = mapping.panes[static_cast<std::size_t>(pane)];
-        return QPointF(mapping.XOf(bar), at.YOf(y)).toPoint();
     }
     void Wheel(const QPointF& at, int notches) {
         QWheelEvent event(at, Plot()->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(Plot(), &event);
     }
-    void Drag(const QPoint& from, const QPoint& to) {
-        QTest::mousePress(Plot(), Qt::LeftButton, {}, from);
-        QTest::mouseMove(Plot(), (from + to) / 2);
-        QTest::mouseMove(Plot(), to);
-        QTest::mouseRelease(Plot(), Qt::LeftButton, {}, to);
-    }
 
-    QTemporaryDir folder;
-    Language language;
-    MarketData data;
-    TerminalQuotes quotes;
-    CString zigZag;
-    std::unique_ptr<ChartView> view;
+    BarsKey zigZag;
     std::shared_ptr<const BarSeries> bars;
 };
 
 // ---- Groups ----
+
+TEST_F(ChartViewTest, ShowsItsGroupAndWhatAMessageSaysOfIt) {
+    EXPECT_EQ(view->GroupUniNum(), 5);
+    EXPECT_TRUE(view->LegendTexts()[0].contains("移動平均線(5,10,20,60)"));
+    EXPECT_EQ(view->Mapping().panes[1].low, 0) << "Volumes stand on the ground.";
+    QSignalSpy changed(view.get(), &ChartView::groupChanged);
+    view->SetGroup("No such group");
+    EXPECT_EQ(changed.size(), 0);
+    Repository().SetStudyListByGroupName(kFirst, {{0}, {99, 16}});
+    Repository().SetStudyCountByGroupName(kFirst, 2);
+    TellGroupChange(kSecond);
+    EXPECT_EQ(view->PaneCount(), 4) << "Another group's message.";
+    TellGroupChange(kFirst);
+    EXPECT_EQ(view->PaneCount(), 2);
+    EXPECT_TRUE(view->LegendTexts()[1].startsWith("#99\n成交量(5,20) 成交量 1599 "));
+
+    Options(kFirst).bShowTAInfo = false;
+    const double before = view->Mapping().panes[0].high;
+    TellGroupChange(kFirst);
+    EXPECT_LT(view->Mapping().panes[0].high, before) << "A hidden legend leaves its room.";
+    EXPECT_FALSE(view->LegendTexts()[0].isEmpty());
+    for (const std::uint32_t side : {0u, 1u, 2u}) {
+        Options(kFirst).uScalePos = side;
+        TellGroupChange(kFirst);
+        const PlotMapping mapping = view->Mapping();
+        EXPECT_EQ(mapping.left > 25, side != 0) << side;
+        EXPECT_EQ(view->width() - mapping.left - mapping.width > 25, side != 1) << side;
+    }
+}
+
+TEST_F(ChartViewTest, EachOptionChangesThePicture) {
+    view->SetCursorBar(560);
+    const auto picture = [&] { return view->grab().toImage(); };
+    for (bool CommonProp::*option :
+         {&CommonProp::bChartGrid, &CommonProp::bHighLow, &CommonProp::bShowTAInfo,
+          &CommonProp::bCursor, &CommonProp::bCrossLine, &CommonProp::bCursorOld}) {
+        const auto flipped = [&] {
+            Options(kFirst).*option = !(Options(kFirst).*option);
+            TellGroupChange(kFirst);
+            return picture();
+        };
+        const QImage before = picture();
+        EXPECT_TRUE(flipped() != before);
+        EXPECT_TRUE(flipped() == before);
+    }
+    const QImage before = picture();
+    view->SetRisingRed(false);
+    EXPECT_TRUE(picture() != before);
+    QPalette dark = view->palette();
+    dark.setColor(QPalette::Base, Qt::black);
+    view->setPalette(dark);
+    EXPECT_LT(qGray(picture().pixel(1, 1)), 60);
+}
+
+TEST_F(ChartViewTest, ALanguageSwitchIsFollowed) {
+    view->ScrollBars(-100);
+    const auto inView = view->VisibleBars();
+    language.Select(Language::English);
+    EXPECT_TRUE(view->LegendTexts()[1].startsWith("Volume(5,20) Volume 1599"));
+    EXPECT_TRUE(view->CursorText().contains("  C "));
+    EXPECT_EQ(view->VisibleBars(), inView);
+    view->Show({kUser, zigZag.symbol, 3, 1});
+    const auto* message = view->findChild<QLabel*>();
+    EXPECT_TRUE(message->text().startsWith("No data\n"));
+    language.Select(Language::TraditionalChinese);
+    EXPECT_TRUE(message->text().startsWith("沒有資料\n"));
+}
+
+TEST_F(ChartViewTest, AVanishedGroupGivesWayToTheDefault) {
+    view->SetGroup(kSecond);
+    QSignalSpy vanished(view.get(), &ChartView::groupVanished);
+    ASSERT_EQ(Repository().DeleteGroupSetting(kSecond), 1);
+    TellGroupChange(kFirst);
+    EXPECT_EQ(view->GroupName(), kFirst);
+    EXPECT_EQ(view->PaneCount(), 4);
+    ASSERT_EQ(vanished.size(), 1);
+    EXPECT_EQ(vanished[0][0].toString(), "First");
+    TellGroupChange(kFirst);
+    EXPECT_EQ(vanished.size(), 1);
+}
 
 TEST_F(ChartViewTest, OnlyChangedStudiesAreCalculatedAgain) {
     ChartModel model;
@@ -154,7 +144,7 @@ TEST_F(ChartViewTest, OnlyChangedStudiesAreCalculatedAgain) {
     EXPECT_EQ(model.CalculationCount(), 5);
     model.LoadGroup(kFirst);
     EXPECT_EQ(model.CalculationCount(), 5);
-    auto* drawInfo = dynamic_cast<TaDrawInfo*>(Settings().GetDrawInfo(kFirst));
+    auto* drawInfo = dynamic_cast<TaDrawInfo*>(Repository().GetDrawInfo(kFirst));
     ASSERT_TRUE(drawInfo->bSetStudyParams(4, {2, 10, 20, 60}));
     model.LoadGroup(kFirst);
     EXPECT_EQ(model.CalculationCount(), 6);
@@ -165,12 +155,11 @@ TEST_F(ChartViewTest, OnlyChangedStudiesAreCalculatedAgain) {
 }
 
 TEST_F(ChartViewTest, AReloadWithAnotherOrderAndNameIsFollowed) {
-    Show(zigZag);
     QSignalSpy vanished(view.get(), &ChartView::groupVanished);
-    Store().names = {{kSecond, "Renamed"}};
-    Store().uniNums = {{0, 6}, {1, 5}};
-    std::swap(Store().showCounts[0], Store().showCounts[1]);
-    Store().showCounts[1] = 3;
+    g_store.names = {{kSecond, "Renamed"}};
+    g_store.uniNums = {{0, 6}, {1, 5}};
+    std::swap(g_store.showCounts[0], g_store.showCounts[1]);
+    g_store.showCounts[1] = 3;
     Reload();
     EXPECT_EQ(view->GroupName(), "Renamed");
     EXPECT_EQ(view->GroupUniNum(), 5);
@@ -180,17 +169,16 @@ TEST_F(ChartViewTest, AReloadWithAnotherOrderAndNameIsFollowed) {
 }
 
 TEST_F(ChartViewTest, AReloadInTheMiddleOfACallIsFollowed) {
-    Show(zigZag);
-    Store().names = {{"New", kSecond}};
-    Store().uniNums[0] = 9;
-    Store().showCounts[0] = 3;
-    Store().reloadFlag = true;
+    g_store.names = {{"New", kSecond}};
+    g_store.uniNums[0] = 9;
+    g_store.showCounts[0] = 3;
+    g_store.reloadFlag = true;
     view->SetGroup(kSecond);  // its first question reloads, and the shown group is gone
     EXPECT_EQ(view->GroupName(), kSecond);
     EXPECT_EQ(view->PaneCount(), 2);
-    Store().showCounts[1] = 5;
-    Store().reloadFlag = true;
-    view->SetSymbol(kUser, zigZag);
+    g_store.showCounts[1] = 5;
+    g_store.reloadFlag = true;
+    view->Show(zigZag);
     EXPECT_EQ(view->PaneCount(), 5);
     EXPECT_EQ(view->LegendTexts().size(), 5);
 }
@@ -199,38 +187,34 @@ TEST_F(ChartViewTest, LeavesTheRegistryWhenItIsDestroyed) {
     {
         ChartView first(data);
         ChartView second(data);
-        first.SetSymbol(kUser, zigZag);
+        first.Show(zigZag);
     }
-    Settings().SendMsg2AllTechView(kGroupChangeMessage, 0);
-    Settings().SendTLineUpdate2AllTechView();
+    Repository().SendMsg2AllTechView(kGroupChangeMessage, 0);
+    Repository().SendTLineUpdate2AllTechView();
     Reload();
-    Show(zigZag);
     QSignalSpy replotted(view->findChild<QCustomPlot*>(), &QCustomPlot::afterReplot);
-    Settings().SendTLineUpdate2AllTechView();
+    Repository().SendTLineUpdate2AllTechView();
     EXPECT_EQ(replotted.size(), 1);
 }
 
 TEST_F(ChartViewTest, ViewsOfAGroupShareHistoryWhileOneShowsIt) {
-    const BarsKey key{kUser, zigZag, 0, 0};
-    const auto shared = [&] { return Settings().GetTaDataInterface(kFirst)->pGetBars(key); };
-    Show(zigZag);
+    const auto shared = [&] { return Repository().GetTaDataInterface(kFirst)->pGetBars(zigZag); };
     const auto* first = shared().get();
     ASSERT_NE(first, nullptr);
     ChartView second(data);
-    second.SetSymbol(kUser, zigZag);
+    second.Show(zigZag);
     EXPECT_EQ(second.Mapping().bars.get(), first);
     Reload();  // makes a new, empty data repository
     EXPECT_EQ(shared().get(), first);
     view.reset();
     EXPECT_EQ(shared().get(), first);
-    second.SetSymbol(kUser, {});
+    second.Show({});
     EXPECT_EQ(shared(), nullptr);
 }
 
 // ---- Zoom and pan ----
 
 TEST_F(ChartViewTest, TheWheelKeepsTheBarUnderTheMouse) {
-    Show(zigZag);
     view->ScrollBars(-200);
     const QPointF mouse(view->Mapping().left + 333, 100);
     const double bar = view->Mapping().BarAt(mouse.x());
@@ -243,22 +227,44 @@ TEST_F(ChartViewTest, TheWheelKeepsTheBarUnderTheMouse) {
     EXPECT_NEAR(view->Mapping().BarAt(mouse.x()), bar, 0.05);
 }
 
+TEST_F(ChartViewTest, BarsWithoutAPixelOfTheirOwnAreJoined) {
+    view->resize(300, 400);
+    view->ShowAll();
+    const auto* plot = view->findChild<QCustomPlot*>();
+    auto* candles = qobject_cast<QCPFinancial*>(plot->axisRects()[0]->plottables()[0]);
+    ASSERT_NE(candles, nullptr);
+    const auto shown = candles->data();
+    const int step = static_cast<int>(shown->at(1)->key - shown->at(0)->key);
+    ASSERT_GT(step, 1);
+    Bar joined = Bars()[0];
+    for (int i = 1; i < step; ++i) {
+        const Bar& bar = (*bars)[static_cast<std::size_t>(i)];
+        joined = {0,
+                  joined.open,
+                  std::max(joined.high, bar.high),
+                  std::min(joined.low, bar.low),
+                  bar.close,
+                  0};
+    }
+    const QCPFinancialData& first = *shown->at(0);
+    EXPECT_EQ(std::tuple(first.open, first.high, first.low, first.close),
+              std::tuple(joined.open, joined.high, joined.low, joined.close));
+}
+
 TEST_F(ChartViewTest, ADragPans) {
-    Show(zigZag);
     view->ScrollBars(-200);
     const PlotMapping before = view->Mapping();
     const QPoint from(300, 200);
     const int distance = 20;
     Drag(from, from + QPoint(static_cast<int>(distance * before.PixelsPerBar()), 15));
     EXPECT_NEAR(view->Mapping().firstBar, before.firstBar - distance, 0.2);
-    QTest::mouseMove(Plot(), from);
+    Move(from);
     EXPECT_NEAR(view->Mapping().firstBar, before.firstBar - distance, 0.2) << "The button is up.";
     Drag(from, from + QPoint(100000, 0));
     EXPECT_EQ(view->VisibleBars().first, 0);
 }
 
 TEST_F(ChartViewTest, Keys) {
-    Show(zigZag);
     const auto key = [&](Qt::Key k, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(view.get(), k, modifiers);
         return view->VisibleBars();
@@ -298,10 +304,9 @@ TEST_F(ChartViewTest, Keys) {
 // ---- The cursor line ----
 
 TEST_F(ChartViewTest, TheCursorFollowsTheMouseAndTellsTheBar) {
-    Show(zigZag);
     const BarSeries& shown = Bars();
     QSignalSpy moved(view.get(), &ChartView::cursorMoved);
-    QTest::mouseMove(Plot(), PointOf(550, 0, shown[550].low));
+    Move(Point(550, shown[550].low));
     EXPECT_EQ(view->CursorBar(), 550);
     const QString text =
         QStringLiteral("2015/04/25  開 %1  高 %2  低 %3  收 %4  量 1550  +2.00 (+%5%)")
@@ -315,29 +320,50 @@ TEST_F(ChartViewTest, TheCursorFollowsTheMouseAndTellsTheBar) {
     EXPECT_EQ(moved.back()[0].toString(), text);
     EXPECT_TRUE(view->LegendTexts()[1].contains(" 1550 "));
 
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(Plot(), &leave);
+    Leave();
     EXPECT_EQ(view->CursorBar(), -1);
     EXPECT_TRUE(view->CursorText().startsWith("2015/06/13"));
     EXPECT_EQ(view->accessibleDescription(), view->CursorText());
 }
 
+TEST_F(ChartViewTest, TheLevelLineLocksOnWhatTheOptionSays) {
+    const Bar& bar = Bars()[550];
+    const auto expectLocked = [&](std::uint32_t mode, double mouse, double value, int at = 0) {
+        Options(kFirst).uCursorLineLockMode = mode;
+        ChartModel model;
+        model.SetBars(bars, {});
+        model.LoadGroup(kFirst);
+        const PlotMapping mapping = view->Mapping();
+        const auto& pane = mapping.panes[static_cast<std::size_t>(at)];
+        const double y = LockCursor(model, mapping, at == 0, {550, at, pane.YOf(mouse)});
+        EXPECT_NEAR(pane.ValueAt(y), value, 1e-6) << mode << " at " << mouse;
+    };
+    expectLocked(0, bar.high + 9, bar.high);
+    expectLocked(0, bar.close - 0.1, bar.close);
+    expectLocked(0, bar.low - 9, bar.low);
+    expectLocked(1, bar.high, bar.open);
+    expectLocked(2, bar.low, bar.high);
+    expectLocked(3, bar.high, bar.low);
+    expectLocked(4, bar.high, bar.close);
+    expectLocked(5, 77.7, 77.7);
+    expectLocked(0, bar.volume + 3, bar.volume, 1);
+    expectLocked(4, 500, 500, 1);
+}
+
 TEST_F(ChartViewTest, ByOptionTheCursorJumpsToTheClick) {
     Options(kFirst).uCursorMoveStyle = 1;
-    Show(zigZag);
-    QTest::mouseMove(Plot(), PointOf(550, 1, 500));
+    TellGroupChange(kFirst);
+    Move(Point(550, 500, 1));
     EXPECT_EQ(view->CursorBar(), -1);
-    QTest::mouseClick(Plot(), Qt::LeftButton, {}, PointOf(540, 1, 500));
+    Click(Point(540, 500, 1));
     EXPECT_EQ(view->CursorBar(), 540);
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(Plot(), &leave);
+    Leave();
     EXPECT_EQ(view->CursorBar(), 540);
-    Drag(PointOf(530, 1, 500), PointOf(520, 1, 500));
+    Drag(Point(530, 500, 1), Point(520, 500, 1));
     EXPECT_EQ(view->CursorBar(), 540) << "A drag is no click.";
 }
 
 TEST_F(ChartViewTest, DoubleClicksTellThePaneAndTheStudy) {
-    Show(zigZag);
     QSignalSpy clicked(view.get(), &ChartView::legendDoubleClicked);
     const PlotMapping mapping = view->Mapping();
     const auto click = [&](double x, double y) {
@@ -365,7 +391,7 @@ TEST_F(ChartViewTest, WithoutDataItSaysWhy) {
     EXPECT_EQ(view->CursorText(), "");
 
     QSignalSpy failed(view.get(), &ChartView::loadFailed);
-    view->SetSymbol(2, "NOSUCH");
+    view->Show({2, "NOSUCH", 3, 5});
     ASSERT_EQ(failed.size(), 1);
     const QString reason = failed[0][0].toString();
     EXPECT_FALSE(reason.isEmpty());
@@ -381,16 +407,42 @@ TEST_F(ChartViewTest, WithoutDataItSaysWhy) {
     EXPECT_EQ(view->CursorBar(), -1);
     view->grab();
 
-    view->SetSymbol(kUser, zigZag);
+    view->Show(zigZag);
     EXPECT_FALSE(message->isVisible());
     EXPECT_EQ(view->BarCount(), 600);
 }
 
+TEST_F(ChartViewTest, AnotherSymbolAndPeriodAreOneLoadAndOneRedraw) {
+    QSignalSpy replotted(view->findChild<QCustomPlot*>(), &QCustomPlot::afterReplot);
+    QSignalSpy changed(view.get(), &ChartView::symbolChanged);
+    QSignalSpy failed(view.get(), &ChartView::loadFailed);
+    const auto counts = [&] {
+        return std::vector{replotted.size(), changed.size(), failed.size()};
+    };
+    view->Show({2, "NOSUCH", 3, 5});
+    EXPECT_EQ(counts(), (std::vector<qsizetype>{1, 1, 1}));
+    const BarsKey weekly{kUser, zigZag.symbol, 1, 0};
+    view->Show(weekly);
+    EXPECT_EQ(counts(), (std::vector<qsizetype>{2, 2, 1}));
+    EXPECT_EQ(view->Shown(), weekly);
+    view->hide();
+    view->Show(zigZag);
+    view->SetGroup(kSecond);
+    EXPECT_EQ(replotted.size(), 2) << "A hidden view draws when it is shown.";
+    EXPECT_TRUE(view->LegendTexts()[1].startsWith("指數平滑"));
+    view->resize(700, 500);
+    view->show();
+    view->resize(710, 500);
+    EXPECT_EQ(replotted.size(), 2) << "Drawn when it is painted,";
+    view->grab();
+    EXPECT_EQ(replotted.size(), 3);
+    view->resize(720, 510);
+    EXPECT_EQ(view->Mapping().panes.size(), 2u);
+    EXPECT_EQ(replotted.size(), 4) << "or asked where its panes are.";
+}
+
 TEST_F(ChartViewTest, OneBarAndLevelPricesAreDrawn) {
-    Bar bar;
-    bar.time = 18000;
-    bar.open = bar.high = bar.low = bar.close = 50;
-    Show(Add({bar}));
+    view->Show(Add({{18000, 50, 50, 50, 50, 0}}));
     EXPECT_EQ(view->VisibleBars(), std::pair(0, 0));
     const PlotMapping::Pane pane = view->Mapping().panes[0];
     EXPECT_LT(pane.low, 50);

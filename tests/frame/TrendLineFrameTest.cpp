@@ -126,7 +126,7 @@ TEST_F(TrendLineFrame, TheHintGoesWithTheTool) {
     Choose(Command::NewTab);
     EXPECT_EQ(Status(), "");
     press(Command::DrawLine);
-    Chart().SetPeriod(1, 0);
+    Chart().Show({Chart().Market(), Chart().SymbolId(), 1, 0});
     EXPECT_EQ(Status(), "");
     press(Command::DrawLine);
     Window().CloseTab(1);

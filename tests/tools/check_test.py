@@ -101,7 +101,10 @@ class CheckTest(unittest.TestCase):
             "dialogs/E.h": "sheet/S.h",
             "sheet/S.h": "dialogs/D.h",
             "sheet/T.h": "terminal/Store.h",
-            "terminal/T.cpp": "tests/support/Memory.h"}
+            "terminal/T.cpp": "tests/support/Memory.h",
+            "terminal/plot/P.h": "terminal/lines/L.h",
+            "terminal/quotes/Q.h": "terminal/store/S.h",
+            "terminal/store/S.h": "terminal/frame/F.h"}
         self.assert_each_fault(includes, '#include "%s"\n', 1)
 
     def test_layers_downwards(self):
@@ -111,7 +114,10 @@ class CheckTest(unittest.TestCase):
             "dialogs/D.h": "platform/ui/U.h",
             "dialogs/D.cpp": "ui_D.h",
             "sheet/S.h": "groupfile/Merge.h",
-            "terminal/T.cpp": "sheet/S.h"}
+            "terminal/T.cpp": "sheet/S.h",
+            "terminal/chart/C.h": "terminal/lines/L.h",
+            "terminal/frame/F.h": "terminal/chart/C.h",
+            "terminal/lines/L.h": "sheet/S.h"}
         files = {name: f'#include "{include}"\n' for name, include in includes.items()}
         self.assertEqual(self.check("layers", files=files), [])
 

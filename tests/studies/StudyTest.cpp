@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <climits>
 #include <cmath>
 #include <limits>
@@ -92,32 +91,19 @@ BarSeries RandomWalk(std::size_t count, unsigned seed = 20240607) {
 
 // ---- Series arithmetic ----
 
-struct WindowCase {
-    const char* name;
-    Series (*actual)(const Series&, int);
-};
-
-constexpr std::array kWindowCases{WindowCase{"Sma", formula::Sma},
-                                  WindowCase{"Sum", formula::Sum},
-                                  WindowCase{"Wma", formula::Wma},
-                                  WindowCase{"Highest", formula::Highest},
-                                  WindowCase{"Lowest", formula::Lowest},
-                                  WindowCase{"StandardDeviation", formula::StandardDeviation},
-                                  WindowCase{"MeanDeviation", formula::MeanDeviation}};
-
 TEST(StudyFormulas, APeriodThatDoesNotFitGivesNoValue) {
     const Series values{1, 2, 3};
     const Series none(3, kNone);
-    const auto smoothed = {formula::Ema, formula::WilderAverage, formula::RelativeStrength};
+    const auto windows = {formula::Sma,           formula::Sum,
+                          formula::Wma,           formula::Highest,
+                          formula::Lowest,        formula::StandardDeviation,
+                          formula::MeanDeviation, formula::Ema,
+                          formula::WilderAverage, formula::RelativeStrength};
     for (const int period : {INT_MIN, -1, 0, 4, INT_MAX}) {
-        SCOPED_TRACE(period);
-        for (const WindowCase& test : kWindowCases) {
-            EXPECT_TRUE(Same(test.actual(values, period), none)) << test.name;
-            EXPECT_TRUE(test.actual({}, period).empty()) << test.name;
-        }
-        for (const auto& average : smoothed) {
-            EXPECT_TRUE(Same(average(values, period), none));
-            EXPECT_TRUE(average({}, period).empty());
+        for (auto window = windows.begin(); window != windows.end(); ++window) {
+            EXPECT_TRUE(Same((*window)(values, period), none))
+                << window - windows.begin() << " of " << period;
+            EXPECT_TRUE((*window)({}, period).empty());
         }
     }
     for (const int distance : {3, INT_MAX, -3, INT_MIN}) {
@@ -135,6 +121,74 @@ TEST(StudyFormulas, WindowsDoNotDrift) {
     EXPECT_NEAR(formula::Sum(values, 10).back(), 1, 1e-12);
     EXPECT_EQ(formula::Sma(values, 10).back(), 0.1);
     EXPECT_EQ(formula::StandardDeviation(values, 10).back(), 0);
+}
+
+// ---- Published figures ----
+
+struct PublishedCase {
+    StudyType type;
+    std::vector<double> params;
+    BarSeries bars;
+    Series expected;  ///< of an output, from the end of the warm-up on
+    double tolerance;
+    std::size_t output = 0;
+};
+
+BarSeries FromPrices(const Series& highs, const Series& lows, const Series& closes) {
+    BarSeries bars = FromCloses(closes);
+    for (std::size_t i = 0; i < bars.size(); ++i) {
+        bars[i].high = highs[i];
+        bars[i].low = lows[i];
+    }
+    return bars;
+}
+
+/// Worked examples of StockCharts' ChartSchool, published to two digits. So are most inputs, which
+/// shows in the results.
+std::vector<PublishedCase> PublishedCases() {
+    const BarSeries trend =
+        FromCloses({22.27, 22.19, 22.08, 22.17, 22.18, 22.13, 22.23, 22.43, 22.24, 22.29,
+                    22.15, 22.39, 22.38, 22.61, 23.36, 24.05, 23.75, 23.83, 23.95, 23.63});
+    return {
+        {24,
+         {14, 20},
+         FromCloses({44.3389, 44.0902, 44.1497, 43.6124, 44.3278, 44.8264, 45.0955,
+                     45.4245, 45.8433, 46.0826, 45.8931, 46.0328, 45.6140, 46.2820,
+                     46.2820, 46.0028, 46.0328, 46.4116, 46.2222, 45.6439, 46.2122}),
+         {70.53, 66.32, 66.55, 69.41, 66.36, 57.97, 62.93},
+         0.0051},
+        {41,
+         {14},
+         FromPrices({48.70, 48.72, 48.90, 48.87, 48.82, 49.05, 49.20, 49.35, 49.92, 50.19,
+                     50.12, 49.66, 49.88, 50.19, 50.36, 50.57, 50.65, 50.43, 49.63, 50.33},
+                    {47.79, 48.14, 48.39, 48.37, 48.24, 48.64, 48.94, 48.86, 49.50, 49.87,
+                     49.20, 48.90, 49.43, 49.73, 49.26, 50.09, 50.30, 49.21, 48.98, 49.61},
+                    {48.16, 48.61, 48.75, 48.63, 48.74, 49.03, 49.07, 49.32, 49.91, 50.13,
+                     49.53, 49.50, 49.75, 50.03, 50.31, 50.52, 50.41, 49.34, 49.37, 50.23}),
+         {0.56, 0.59, 0.59, 0.57, 0.62, 0.62, 0.64},
+         0.0075},
+        {4,
+         {5, 10, 20, 60},
+         trend,
+         {22.22, 22.21, 22.23, 22.26, 22.31, 22.42, 22.61, 22.77, 22.91, 23.08, 23.21},
+         0.0075,
+         1},
+        {5,
+         {10, 26},
+         trend,
+         {22.22, 22.21, 22.24, 22.27, 22.33, 22.52, 22.80, 22.97, 23.13, 23.28, 23.34},
+         0.0051},
+    };
+}
+
+TEST(StudyPublished, IsWhatTheTerminalCalculates) {
+    for (const PublishedCase& test : PublishedCases()) {
+        SCOPED_TRACE(test.type);
+        Series expected(test.bars.size() - test.expected.size(), kNone);
+        expected.insert(expected.end(), test.expected.begin(), test.expected.end());
+        ExpectSeries(Calculate(test.type, test.bars, test.params)[test.output], expected,
+                     test.tolerance);
+    }
 }
 
 // ---- Figures worked out by hand ----
@@ -156,6 +210,7 @@ struct HandStudy {
 struct HandCase {
     HandStudy study;
     StudyOutputs expected;
+    BarSeries bars = HandBars();
 };
 
 /// Exact fractions, worked out window by window from the definitions in the books; the directional
@@ -243,14 +298,36 @@ std::vector<HandCase> HandCases() {
            std::sqrt(8 / 3.), std::sqrt(8 / 9.)}}},
         {{"TRIX", 43, {2, 2}},
          {{n, n, n, n, 1000 / 171., -3400 / 543., -1800 / 509., -5000 / 4419.},
-          {n, n, n, n, n, -6400 / 30951., -114681200 / 47262177., -108821999200 / 69617186721.}}}};
+          {n, n, n, n, n, -6400 / 30951., -114681200 / 47262177., -108821999200 / 69617186721.}}},
+        // Falling from bar 1 under the higher high; turned at bar 3, whose own low is below the
+        // extreme that the falling side had reached. Bar 2: 13 + 0.1 * (9 - 13) = 12.6, held by the
+        // high of bar 0. Bar 4: 7 + 0.1 * (14 - 7) = 7.7, held by the low of bar 3.
+        {{"SAR falling first", 8, {0.1, 0.1, 0.2}},
+         {{n, 13, 13, 7, 7}},
+         {{0, 12, 13, 11, 12, 1},
+          {1, 11, 12, 9, 9, 1},
+          {2, 9, 10, 8, 8, 1},
+          {3, 9, 14, 7, 13, 1},
+          {4, 13, 15, 13, 15, 1}}},
+        // Unchanged bars count half on both sides: (100 + 20) / (60 + 20), then (30 + 20) / 80.
+        {{"VR with unchanged bars", 18, {3}},
+         {{n, n, n, 150, 62.5}},
+         {{0, 1, 1, 1, 1, 9},
+          {1, 2, 2, 2, 2, 100},
+          {2, 2, 2, 2, 2, 40},
+          {3, 1, 1, 1, 1, 60},
+          {4, 3, 3, 3, 3, 30}}},
+        // Outside bars: up 3 and down 1, up 1 and down 3, then 1 and 1, which counts for neither.
+        {{"DMI of outside bars", 40, {2}},
+         {{n, n, 300 / 16., 150 / 20.}, {n, n, 300 / 16., 150 / 20.}, {n, n, n, 0}},
+         {{0, 9, 10, 8, 9, 1}, {1, 9, 13, 7, 10, 1}, {2, 10, 14, 4, 5, 1}, {3, 5, 15, 3, 9, 1}}}};
 }
 
 TEST(StudyByHand, EveryStudyGivesTheTextbookFigures) {
     std::set<StudyType> tested;
-    for (const auto& [study, expected] : HandCases()) {
+    for (const auto& [study, expected, bars] : HandCases()) {
         tested.insert(study.type);
-        const StudyOutputs outputs = Calculate(study.type, HandBars(), study.params);
+        const StudyOutputs outputs = Calculate(study.type, bars, study.params);
         ASSERT_EQ(outputs.size(), expected.size()) << study.name;
         for (std::size_t i = 0; i < outputs.size(); ++i) {
             SCOPED_TRACE(testing::Message() << study.name << ", output " << i);
@@ -260,71 +337,18 @@ TEST(StudyByHand, EveryStudyGivesTheTextbookFigures) {
     EXPECT_EQ(tested.size(), AllStudies().size());
 }
 
-TEST(StudyByHand, ParabolicSarBeginsAndTurnsOnEitherSide) {
-    // Falling from bar 1 under the higher high; turned at bar 3, whose own low is below the extreme
-    // that the falling side had reached.
-    const BarSeries bars{{0, 12, 13, 11, 12, 1},
-                         {1, 11, 12, 9, 9, 1},
-                         {2, 9, 10, 8, 8, 1},
-                         {3, 9, 14, 7, 13, 1},
-                         {4, 13, 15, 13, 15, 1}};
-    // Bar 2: 13 + 0.1 * (9 - 13) = 12.6, held by the high of bar 0. Bar 4: 7 + 0.1 * (14 - 7) =
-    // 7.7, held by the low of bar 3.
-    ExpectSeries(Calculate(8, bars, {0.1, 0.1, 0.2})[0], {kNone, 13, 13, 7, 7});
-}
-
-TEST(StudyByHand, VolumeOfUnchangedBarsCountsHalfOnBothSides) {
-    BarSeries bars = FromCloses({1, 2, 2, 1, 3});
-    const std::vector<double> volumes{9, 100, 40, 60, 30};
-    for (std::size_t i = 0; i < bars.size(); ++i) {
-        bars[i].volume = volumes[i];
-    }
-    // (100 + 20) / (60 + 20), then (30 + 20) / (60 + 20).
-    ExpectSeries(Calculate(18, bars, {3})[0], {kNone, kNone, kNone, 150, 62.5});
-}
-
-TEST(StudyByHand, DirectionalMovementOfAnOutsideBarIsTheLargerOneAlone) {
-    // Up 3 and down 1, up 1 and down 3, then 1 and 1, which counts for neither.
-    const BarSeries bars{
-        {0, 9, 10, 8, 9, 1}, {1, 9, 13, 7, 10, 1}, {2, 10, 14, 4, 5, 1}, {3, 5, 15, 3, 9, 1}};
-    const StudyOutputs outputs = Calculate(40, bars, {2});
-    ExpectSeries(outputs[0], {kNone, kNone, 300 / 16., 150 / 20.});
-    ExpectSeries(outputs[1], {kNone, kNone, 300 / 16., 150 / 20.});
-    ExpectSeries(outputs[2], {kNone, kNone, kNone, 0});
-}
-
 // ---- What holds for every study ----
 
 /// First bar with a value, per output, with the default parameters.
 const std::map<StudyType, std::vector<std::size_t>>& WarmUps() {
-    static const std::map<StudyType, std::vector<std::size_t>> warmUps{{0, {0}},
-                                                                       {4, {4, 9, 19, 59}},
-                                                                       {5, {11, 25}},
-                                                                       {6, {9, 19}},
-                                                                       {7, {19, 19, 19}},
-                                                                       {8, {1}},
-                                                                       {9, {8, 25, 50, 76, 0}},
-                                                                       {10, {19, 19, 19}},
-                                                                       {11, {19}},
-                                                                       {16, {0, 4, 19}},
-                                                                       {17, {0, 9}},
-                                                                       {18, {26}},
-                                                                       {19, {14}},
-                                                                       {20, {20}},
-                                                                       {22, {25, 33, 33}},
-                                                                       {23, {8, 8}},
-                                                                       {24, {6, 12}},
-                                                                       {25, {13}},
-                                                                       {26, {19}},
-                                                                       {27, {9, 19}},
-                                                                       {28, {12, 24}},
-                                                                       {29, {10, 19}},
-                                                                       {30, {12, 17}},
-                                                                       {31, {29, 31}},
-                                                                       {40, {14, 14, 27}},
-                                                                       {41, {13}},
-                                                                       {42, {19}},
-                                                                       {43, {34, 42}}};
+    // clang-format off
+    static const std::map<StudyType, std::vector<std::size_t>> warmUps{
+        {0, {0}}, {4, {4, 9, 19, 59}}, {5, {11, 25}}, {6, {9, 19}}, {7, {19, 19, 19}}, {8, {1}},
+        {9, {8, 25, 50, 76, 0}}, {10, {19, 19, 19}}, {11, {19}}, {16, {0, 4, 19}}, {17, {0, 9}},
+        {18, {26}}, {19, {14}}, {20, {20}}, {22, {25, 33, 33}}, {23, {8, 8}}, {24, {6, 12}},
+        {25, {13}}, {26, {19}}, {27, {9, 19}}, {28, {12, 24}}, {29, {10, 19}}, {30, {12, 17}},
+        {31, {29, 31}}, {40, {14, 14, 27}}, {41, {13}}, {42, {19}}, {43, {34, 42}}};
+    // clang-format on
     return warmUps;
 }
 
@@ -401,41 +425,35 @@ TEST_P(EveryStudy, StandsFlatPricesAndNoVolume) {
     }
 }
 
-TEST_P(EveryStudy, StandsShortAndExtremeSeries) {
+/// The largest or smallest parameters that keep the rules.
+std::vector<double> Extremes(const StudyInfo& info, bool largest) {
+    std::vector<double> values;
+    for (const StudyParamInfo& param : info.GetParams()) {
+        values.push_back(largest ? param.maximum : param.minimum);
+    }
+    for (const StudyRule& rule : FindStudyDefinition(info.GetStudyType())->rules) {
+        const auto lower = static_cast<std::size_t>(rule.lower);
+        const auto upper = static_cast<std::size_t>(rule.upper);
+        (largest ? values[lower] : values[upper]) = values[lower] + (largest ? -1 : 1);
+    }
+    return values;
+}
+
+TEST_P(EveryStudy, StandsShortAndExtremeSeriesAndParameters) {
     BarSeries rising;
     for (int i = 0; i < 300; ++i) {
         rising.push_back({1.0 * i, 1.0 + i, 3.0 + i, 0.5 + i, 2.0 + i, 10});
     }
-    BarSeries falling = rising;
-    std::ranges::reverse(falling);
-    for (const BarSeries& bars :
-         {BarSeries(), RandomWalk(1), RandomWalk(2), RandomWalk(5), rising, falling}) {
-        const StudyOutputs outputs = WithDefaults(Info(), bars);
-        ASSERT_EQ(outputs.size(), Info().GetShapes().size());
-        for (const Series& output : outputs) {
-            EXPECT_EQ(output.size(), bars.size());
-            EXPECT_FALSE(HasInfinity(output));
-        }
-    }
-}
-
-TEST_P(EveryStudy, TakesTheLargestAndSmallestParameters) {
-    const BarSeries bars = RandomWalk(60);
-    for (const bool largest : {false, true}) {
-        std::vector<double> values;
-        for (const StudyParamInfo& param : Info().GetParams()) {
-            values.push_back(largest ? param.maximum : param.minimum);
-        }
-        for (const StudyDefinition* row = FindStudyDefinition(GetParam());
-             const StudyRule& rule : row->rules) {
-            const auto lower = static_cast<std::size_t>(rule.lower);
-            const auto upper = static_cast<std::size_t>(rule.upper);
-            (largest ? values[lower] : values[upper]) =
-                largest ? values[lower] - 1 : values[lower] + 1;
-        }
-        for (const Series& output : Info().GetStudy().vecCalculate(bars, values)) {
-            EXPECT_EQ(output.size(), bars.size());
-            EXPECT_FALSE(HasInfinity(output));
+    const BarSeries falling(rising.rbegin(), rising.rend());
+    for (const auto& params : {Defaults(Info()), Extremes(Info(), false), Extremes(Info(), true)}) {
+        for (const BarSeries& bars : {BarSeries(), RandomWalk(1), RandomWalk(2), RandomWalk(5),
+                                      RandomWalk(60), rising, falling}) {
+            const StudyOutputs outputs = Info().GetStudy().vecCalculate(bars, params);
+            ASSERT_EQ(outputs.size(), Info().GetShapes().size());
+            for (const Series& output : outputs) {
+                EXPECT_EQ(output.size(), bars.size());
+                EXPECT_FALSE(HasInfinity(output));
+            }
         }
     }
 }
@@ -500,14 +518,12 @@ TEST(StudyTable, NamesAreWholeUniqueAndFreeOfLegendDecoration) {
             EXPECT_NE(name.front(), '*');
         }
         EXPECT_FALSE(info->cszGetAbbreviation().empty());
-        for (const StudyParamInfo& param : info->GetParams()) {
-            EXPECT_EQ(param.chineseName.find('?'), CString::npos) << info->GetStudyType();
-            EXPECT_FALSE(param.chineseName.empty() || param.englishName.empty());
-        }
-        for (const StudyShapeInfo& shape : info->GetShapes()) {
-            EXPECT_EQ(shape.chineseName.find('?'), CString::npos) << info->GetStudyType();
-            EXPECT_FALSE(shape.chineseName.empty() || shape.englishName.empty());
-        }
+        const auto expectNames = [&](const auto& named) {
+            EXPECT_EQ(named.chineseName.find('?'), CString::npos) << info->GetStudyType();
+            EXPECT_FALSE(named.chineseName.empty() || named.englishName.empty());
+        };
+        std::ranges::for_each(info->GetParams(), expectNames);
+        std::ranges::for_each(info->GetShapes(), expectNames);
     }
     EXPECT_EQ(text::ToUtf8(FindStudy(4)->cszGetChineseName()), "移動平均線");
 }

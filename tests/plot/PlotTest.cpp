@@ -33,10 +33,16 @@ BarSeries Weekdays(double monday, int count) {
     return bars;
 }
 
-TEST(PlotRangeTest, StaysOverTheBars) {
+PlotRange Over(int bars, double lower = 0) {
     PlotRange range;
     EXPECT_EQ(range.Bars(), std::pair(-1, -1));
-    range.SetBarCount(1000);
+    range.SetBarCount(bars);
+    range.MoveTo(lower);
+    return range;
+}
+
+TEST(PlotRangeTest, StaysOverTheBars) {
+    PlotRange range = Over(1000);
     range.ShowLatest();
     EXPECT_EQ(range.Bars().second, 999);
     EXPECT_DOUBLE_EQ(range.Width(), PlotRange::kLatestBars);
@@ -51,9 +57,7 @@ TEST(PlotRangeTest, StaysOverTheBars) {
 }
 
 TEST(PlotRangeTest, ZoomKeepsTheAnchorAndStopsAtBothEnds) {
-    PlotRange range;
-    range.SetBarCount(1000);
-    range.MoveTo(400);
+    PlotRange range = Over(1000, 400);
     const double place = (450 - range.Lower()) / range.Width();
     range.Zoom(0.5, 450);
     EXPECT_NEAR((450 - range.Lower()) / range.Width(), place, 1e-12);
@@ -65,8 +69,7 @@ TEST(PlotRangeTest, ZoomKeepsTheAnchorAndStopsAtBothEnds) {
 }
 
 TEST(PlotRangeTest, FewBarsStandAtTheLeft) {
-    PlotRange range;
-    range.SetBarCount(3);
+    PlotRange range = Over(3);
     range.ShowLatest();
     EXPECT_DOUBLE_EQ(range.Lower(), -0.5);
     EXPECT_DOUBLE_EQ(range.Width(), PlotRange::kNarrowest);
@@ -76,9 +79,7 @@ TEST(PlotRangeTest, FewBarsStandAtTheLeft) {
 }
 
 TEST(PlotRangeTest, ScrollsNoFurtherThanABarNeeds) {
-    PlotRange range;
-    range.SetBarCount(1000);
-    range.MoveTo(100);
+    PlotRange range = Over(1000, 100);
     const double before = range.Lower();
     range.ScrollTo(150);
     EXPECT_DOUBLE_EQ(range.Lower(), before);
@@ -119,14 +120,13 @@ TEST(PlotSliceTest, BucketsKeepTheirBarsWhileTheViewMoves) {
 }
 
 TEST(PlotMappingTest, ConvertsThereAndBack) {
-    PlotMapping mapping;
-    mapping.left = 10;
-    mapping.width = 500;
-    mapping.firstBar = 99.5;
-    mapping.lastBar = 199.5;
-    mapping.panes = {{5, 200, 80, 120}, {205, 100, 0, 1}};
-    mapping.bars = std::make_shared<const BarSeries>(Weekdays(DayOfDate(2020, 1, 6), 300));
-
+    const PlotMapping mapping{
+        10,
+        500,
+        99.5,
+        199.5,
+        {{5, 200, 80, 120}, {205, 100, 0, 1}},
+        std::make_shared<const BarSeries>(Weekdays(DayOfDate(2020, 1, 6), 300))};
     EXPECT_DOUBLE_EQ(mapping.PixelsPerBar(), 5);
     EXPECT_DOUBLE_EQ(mapping.XOf(99.5), 10);
     EXPECT_DOUBLE_EQ(mapping.BarAt(mapping.XOf(123.25)), 123.25);
@@ -157,17 +157,11 @@ TEST(PlotMappingTest, TimesBetweenAndBeyondTheBars) {
 }
 
 std::string TextsOf(const std::vector<TimeLabel>& labels) {
-    QStringList texts;
+    std::string texts;
     for (const TimeLabel& label : labels) {
-        texts << label.text;
+        texts += (texts.empty() ? "" : " ") + label.text.toStdString();
     }
-    return texts.join(' ').toStdString();
-}
-
-void ExpectSpaced(const std::vector<TimeLabel>& labels, double spacing) {
-    for (std::size_t i = 1; i < labels.size(); ++i) {
-        EXPECT_GE(labels[i].bar - labels[i - 1].bar, spacing);
-    }
+    return texts;
 }
 
 TEST(TimeLabelTest, DaysWeeksMonthsYearsByTheRoomThereIs) {
@@ -182,7 +176,9 @@ TEST(TimeLabelTest, DaysWeeksMonthsYearsByTheRoomThereIs) {
     for (const double spacing : {1.0, 3.0, 7.0, 20.0, 55.0, 130.0, 300.0, 900.0}) {
         const auto labels = MakeTimeLabels(bars, 0, 2999, spacing);
         EXPECT_FALSE(labels.empty()) << spacing;
-        ExpectSpaced(labels, spacing);
+        for (std::size_t i = 1; i < labels.size(); ++i) {
+            EXPECT_GE(labels[i].bar - labels[i - 1].bar, spacing);
+        }
     }
 }
 
@@ -227,6 +223,14 @@ TEST(NumberTextTest, LargeNumbersInTheUnitsOfTheLanguage) {
     EXPECT_EQ(NumberText(9999, NumberKind::Volume, 2), "9999");
     EXPECT_EQ(NumberText(12345, NumberKind::Volume, 2), "12.35K");
     EXPECT_EQ(NumberText(931800000, NumberKind::Volume, 2), "931.80M");
+}
+
+TEST(PlotThemeTest, StoredStylesAreThePensOfTheToolkitInTheirOrder) {
+    for (int style = 0; style <= 4; ++style) {
+        EXPECT_EQ(PenStyleOf(style), Qt::SolidLine + style);
+    }
+    EXPECT_EQ(PenStyleOf(-1), Qt::SolidLine);
+    EXPECT_EQ(PenStyleOf(9), Qt::DashDotDotLine);
 }
 
 TEST(PlotThemeTest, ColoursStandOutFromEitherBackground) {

@@ -74,63 +74,54 @@ TEST(DrawInfoParams, GiveBackExactlyTheStringsThatCame) {
     EXPECT_EQ(ParamsOf(info), (Strings{"4=1,2,3,4"})) << "old strings stayed";
 }
 
-struct ReadCase {
-    const char* text;
-    StudyType type;
-    std::vector<double> expected;
+struct ParamCase {
+    CString given;
+    std::vector<double> read;
+    CString replaced = "";  ///< what replacing makes of it; empty: it stays
 };
 
-TEST(DrawInfoParams, AreReadWithDefaultsForWhatIsUnusable) {
-    const std::vector<ReadCase> cases{{"22=5,30,7", 22, {5, 30, 7}},
-                                      {"22= 5 ,\t30,7 ", 22, {5, 30, 7}},
-                                      {"22=5,30,7,new,,1", 22, {5, 30, 7}},
-                                      {"22=5", 22, {5, 26, 9}},
-                                      {"22=", 22, {12, 26, 9}},
-                                      {"22=,,7", 22, {12, 26, 7}},
-                                      {"22=abc,30,7", 22, {12, 30, 7}},
-                                      {"22=5x,30,7", 22, {12, 30, 7}},
-                                      {"22=nan,inf,7", 22, {12, 26, 7}},
-                                      {"22=5,30,1e999", 22, {5, 30, 9}},
-                                      {"22=40,30,7", 22, {12, 26, 7}},
-                                      {"22=5.4,30,7", 22, {5, 30, 7}},
-                                      {"8=.05,5e-2,0.5", 8, {0.05, 0.05, 0.5}},
-                                      {"23=5,5,5", 22, {12, 26, 9}},
-                                      {"22=40,5000,7", 22, {12, 26, 7}},
-                                      {"22=12.4,12.3,7", 22, {12, 26, 7}},
-                                      {"9=30,40,20", 9, {9, 26, 52}},
-                                      {"9=5,60,52", 9, {5, 26, 52}},
-                                      {"8=0.02,0.0154,0.2", 8, {0.02, 0.015, 0.2}},
-                                      {"0=", 0, {}}};
-    for (const ReadCase& test : cases) {
-        EXPECT_EQ(WithParams({test.text}).vecGetStudyParams(test.type), test.expected) << test.text;
+TEST(DrawInfoParams, AreReadAndReplacedWithDefaultsForWhatIsUnusable) {
+    const std::vector<ParamCase> cases{
+        {"22=12,26,9", {12, 26, 9}},
+        {"22= 5 ,\t30,7 ", {5, 30, 7}},
+        {"22=05,30.0,7,new,,1", {5, 30, 7}},
+        {"22=5.4,30,7", {5, 30, 7}},
+        {"22=5", {5, 26, 9}},
+        {"22=", {12, 26, 9}},
+        {"22=,,7", {12, 26, 7}, "22=12,26,7"},
+        {"22=abc,30,7", {12, 30, 7}, "22=12,30,7"},
+        {"22=5x,30,7", {12, 30, 7}, "22=12,30,7"},
+        {" 22 =0,30,7", {12, 30, 7}, " 22 =12,30,7"},
+        {"22=nan,inf,7", {12, 26, 7}, "22=12,26,7"},
+        {"22=5,30,1e999", {5, 30, 9}, "22=5,30,9"},
+        {"22=5,30,-1", {5, 30, 9}, "22=5,30,9"},
+        {"22=5,1001,7,new", {5, 26, 7}, "22=5,26,7,new"},
+        {"22=40,30,7,x", {12, 26, 7}, "22=12,26,7,x"},
+        {"22=30", {12, 26, 9}, "22=12"},  // breaks the rule with the default of the missing one
+        {"22=40,5000,7", {12, 26, 7}, "22=12,26,7"},
+        {"22=12.4,12.3,7", {12, 26, 7}, "22=12.4,26,7"},
+        {"8=.05,5e-2,0.5", {0.05, 0.05, 0.5}},
+        {"8=0.02,0.0154,0.2", {0.02, 0.015, 0.2}},
+        {"8=0.02,9,0.2", {0.02, 0.02, 0.2}, "8=0.02,0.02,0.2"},
+        {"9=30,40,20", {9, 26, 52}, "9=9,26,52"},
+        {"9=5,60,52", {5, 26, 52}, "9=5,26,52"},
+        {"7=20,11", {20, 2}, "7=20,2"},
+        {"0=1,2", {}},
+    };
+    for (const auto& [given, read, replaced] : cases) {
+        SCOPED_TRACE(given);
+        const StudyType type = StudyOfString(given);
+        EXPECT_EQ(WithParams({given}).vecGetStudyParams(type), read);
+        EXPECT_EQ(ParamsOf(WithParams({given}, kDrawInfoReplace)),
+                  Strings{replaced.empty() ? given : replaced});
+        EXPECT_EQ(ParamsOf(WithParams({given}, kDrawInfoLoad)), Strings{given});
     }
-    EXPECT_TRUE(WithParams({"999=1,2"}).vecGetStudyParams(999).empty());
-    EXPECT_TRUE(WithParams({"x=1,2"}).vecGetStudyParams(kNoStudy).empty());
+    EXPECT_EQ(WithParams({"23=5,5,5"}).vecGetStudyParams(22), (std::vector<double>{12, 26, 9}));
     EXPECT_EQ(WithParams({"22=5,30,7", "22=6,31,8"}).vecGetStudyParams(22),
               (std::vector<double>{5, 30, 7}))
         << "the first of two strings counts";
-}
-
-TEST(DrawInfoParams, ReplacingRewritesBadValuesAndNothingElse) {
-    const std::vector<std::pair<CString, CString>> cases{
-        {"22=12,26,9", "22=12,26,9"},
-        {"22=05,30.0,7,new", "22=05,30.0,7,new"},
-        {"22=5,1001,7,new", "22=5,26,7,new"},
-        {"22=5,30,-1", "22=5,30,9"},
-        {"22=40,30,7,x", "22=12,26,7,x"},
-        {"22=30", "22=12"},  // breaks the rule with the default of the one that is missing
-        {"22=5", "22=5"},
-        {"22=", "22="},
-        {"22=abc,30,7", "22=12,30,7"},
-        {"22=,30,7", "22=12,30,7"},
-        {" 22 =0,30,7", " 22 =12,30,7"},
-        {"8=0.02,9,0.2", "8=0.02,0.02,0.2"},
-        {"7=20,11", "7=20,2"},
-        {"0=1,2", "0=1,2"}};
-    for (const auto& [given, expected] : cases) {
-        EXPECT_EQ(ParamsOf(WithParams({given}, kDrawInfoReplace)), Strings{expected}) << given;
-        EXPECT_EQ(ParamsOf(WithParams({given}, kDrawInfoLoad)), Strings{given});
-    }
+    EXPECT_TRUE(WithParams({"999=1,2"}).vecGetStudyParams(999).empty());
+    EXPECT_TRUE(WithParams({"x=1,2"}).vecGetStudyParams(kNoStudy).empty());
     EXPECT_EQ(ParamsOf(WithParams(ForeignStrings(), kDrawInfoReplace)), ForeignStrings());
     EXPECT_EQ(ParamsOf(WithParams({"9=0,0,0", "22=0", "22=0,30"}, kDrawInfoReplace)),
               (Strings{"9=9,26,52", "22=12", "22=12,30"}))
@@ -167,23 +158,20 @@ TEST(DrawInfoParams, SettingAStudyChangesItsStringAlone) {
 TEST(DrawInfoParams, WhatCannotBeSetChangesNothing) {
     const Strings before{"22=5,30,7", "999=1,2"};
     TerminalDrawInfo info = WithParams(before);
-    const std::vector<std::pair<StudyType, std::vector<double>>> refused{{22, {}},
-                                                                         {22, {5, 30}},
-                                                                         {22, {5, 30, 7, 1}},
-                                                                         {22, {30, 30, 7}},
-                                                                         {22, {0, 30, 7}},
-                                                                         {22, {5, 1001, 7}},
-                                                                         {22, {5, kNaN, 7}},
-                                                                         {22, {5, 30, INFINITY}},
-                                                                         {22, {29.6, 30.4, 7}},
-                                                                         {999, {1, 2}},
-                                                                         {999, {}},
-                                                                         {kNoStudy, {}},
-                                                                         {0, {1}}};
-    for (const auto& [type, values] : refused) {
+    const auto refuses = [&](StudyType type, const std::vector<double>& values) {
         EXPECT_FALSE(info.bSetStudyParams(type, values))
             << type << " with " << testing::PrintToString(values);
+    };
+    for (const double bad : {0.0, 1001.0, 30.0, 29.6, kNaN, double{INFINITY}}) {
+        refuses(22, {bad, 30, 7});
     }
+    for (const std::size_t count : {0U, 2U, 4U}) {
+        refuses(22, std::vector<double>(count, 5));
+        refuses(999, std::vector<double>(count, 5));
+    }
+    refuses(22, {29.6, 30.4, 7});
+    refuses(kNoStudy, {});
+    refuses(0, {1});
     EXPECT_EQ(ParamsOf(info), before);
 }
 
@@ -199,19 +187,18 @@ TEST(DrawInfoShapes, AreReadFieldByField) {
         {"23=ff0000:1:0:1,0000ff:5:4:0:more", {red, blue}},
         {"23=FF0000:1:0:1", {red, defaults[1]}},
         {"23=,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=FF0000:0:0:1,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=FF0000:6:0:1,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=FF0000:1:5:1,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=FF0000:1:-1:1,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=FF0000:1:0:2,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=FF000:1:0:1,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=GG0000:1:0:1,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=1FF0000:1:0:1,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=FF0000:1:0,0000FF:5:4:0", {defaults[0], blue}},
-        {"23=", defaults}};
+        {"23=", defaults},
+    };
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(WithShapes({text}).vecGetStudyShapes(23), expected) << text;
         EXPECT_EQ(ShapesOf(WithShapes({text})), Strings{text});
+    }
+    for (const CString bad :
+         {"FF0000:0:0:1", "FF0000:6:0:1", "FF0000:1:5:1", "FF0000:1:-1:1", "FF0000:1:0:2",
+          "FF000:1:0:1", "GG0000:1:0:1", "1FF0000:1:0:1", "FF0000:1:0"}) {
+        EXPECT_EQ(WithShapes({"23=" + bad + ",0000FF:5:4:0"}).vecGetStudyShapes(23),
+                  (std::vector{defaults[0], blue}))
+            << bad;
     }
     EXPECT_TRUE(WithShapes({"999=FF0000:1:0:1"}).vecGetStudyShapes(999).empty());
     EXPECT_EQ(ShapesOf(WithShapes(ForeignStrings())), ForeignStrings());
