@@ -16,10 +16,10 @@ define compile # preset, targets, further options
 	cmake --build --preset $(1) -j $(JOBS) $(if $(2),--target $(2))
 endef
 
-# The terminal alone needs no test or benchmark packages.
-define compile-terminal
+# The terminal and its tour alone need no test or benchmark packages.
+define compile-program # target
 	tools/install-deps
-	$(call compile,release,terminal,-DTADIALOGS_TESTS=OFF -DTADIALOGS_BENCH=OFF)
+	$(call compile,release,$(1),-DTADIALOGS_TESTS=OFF -DTADIALOGS_BENCH=OFF)
 endef
 
 run: | build ## build the terminal and open it; without a display, make tour
@@ -27,7 +27,7 @@ ifeq ($(DISPLAY)$(WAYLAND_DISPLAY),)
 	@echo "There is no display here, so the tour takes pictures of the terminal instead."
 	@$(MAKE) --no-print-directory tour
 else
-	$(compile-terminal)
+	$(call compile-program,terminal)
 	build/release/bin/terminal
 endif
 
@@ -36,9 +36,9 @@ test: | build ## build and run every test (PRESET=dev, release or asan; WERROR=O
 	$(call compile,$(PRESET),,-DTADIALOGS_TESTS=ON -DTADIALOGS_BENCH=OFF)
 	ctest --preset $(PRESET) -j $(JOBS)
 
-tour: | build ## take pictures of the terminal in its states, into build/tour
-	$(compile-terminal)
-	QT_QPA_PLATFORM=offscreen build/release/bin/terminal --tour $(TOUR)
+tour: | build ## walk through the terminal without a display, pictures into TOUR=build/tour
+	$(call compile-program,tour)
+	build/release/bin/tour $(TOUR)
 	@echo "The pictures are in $(abspath $(TOUR))"
 
 bench: | build ## run the benchmarks
@@ -57,7 +57,7 @@ lint: | build ## run clang-tidy over the library and the terminal
 	tools/install-deps --lint
 	tools/lint
 
-check: | build ## check formatting, layers, forgotten sources and language keys
+check: | build ## check formatting, layers, circles, forgotten sources and language keys
 	tools/install-deps --test --bench --check
 	tools/check
 

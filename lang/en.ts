@@ -383,7 +383,6 @@
     <message id="IDS_TERMINAL-FRAME_CLI_ABOUT"><translation>A charting terminal for technical analysis</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_CONFIG"><translation>Keep the settings in FILE instead of the user's configuration folder</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_DATA"><translation>Take the market data from FOLDER</translation></message>
-    <message id="IDS_TERMINAL-FRAME_CLI_TOUR"><translation>Run the tour without a display and write its pictures to FOLDER</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_LANG"><translation>Language of the terminal, zh_TW or en</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_HELP"><translation>Print this help</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_VERSION"><translation>Print the version</translation></message>
@@ -393,9 +392,8 @@
     <message id="IDS_TERMINAL-FRAME_CLI_BAD_LANG"><translation>There is no language "%1"; use zh_TW or en.</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_NO_DATA_FOLDER"><translation>There is no data folder "%1".</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_CONFIG_IS_FOLDER"><translation>"%1" is no file; --config takes a file name.</translation></message>
-    <message id="IDS_TERMINAL-FRAME_CLI_TOUR_NOT_FOLDER"><translation>"%1" is no folder; the tour's pictures cannot go there.</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_SURPLUS"><translation>Surplus argument "%1".</translation></message>
-    <message id="IDS_TERMINAL-FRAME_CLI_NO_DISPLAY"><translation>There is no display for a window. Run it in a desktop session, or write the tour's pictures with --tour FOLDER.</translation></message>
+    <message id="IDS_TERMINAL-FRAME_CLI_NO_DISPLAY"><translation>There is no display for a window. Run it in a desktop session.</translation></message>
     <message id="IDS_TERMINAL-FRAME_MENU_DRAWING"><translation>&amp;Drawing</translation></message>
     <message id="IDS_TERMINAL-FRAME_DRAW_POINTER"><translation>&amp;Pointer</translation></message>
     <message id="IDS_TERMINAL-FRAME_DRAWING_BAR"><translation>Drawing tools</translation></message>

@@ -383,7 +383,6 @@
     <message id="IDS_TERMINAL-FRAME_CLI_ABOUT"><translation>技術分析看盤終端機</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_CONFIG"><translation>使用指定的設定檔，而不是使用者設定資料夾中的檔案</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_DATA"><translation>使用指定資料夾中的行情目錄</translation></message>
-    <message id="IDS_TERMINAL-FRAME_CLI_TOUR"><translation>不顯示視窗，執行導覽並將畫面存入資料夾</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_LANG"><translation>介面語言，zh_TW 或 en</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_HELP"><translation>顯示這份說明</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_VERSION"><translation>顯示版本</translation></message>
@@ -393,9 +392,8 @@
     <message id="IDS_TERMINAL-FRAME_CLI_BAD_LANG"><translation>沒有「%1」這種語言，請使用 zh_TW 或 en。</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_NO_DATA_FOLDER"><translation>找不到行情資料夾「%1」。</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_CONFIG_IS_FOLDER"><translation>「%1」不是檔案，--config 需要檔案名稱。</translation></message>
-    <message id="IDS_TERMINAL-FRAME_CLI_TOUR_NOT_FOLDER"><translation>「%1」不是資料夾，無法寫入導覽畫面。</translation></message>
     <message id="IDS_TERMINAL-FRAME_CLI_SURPLUS"><translation>多餘的參數「%1」。</translation></message>
-    <message id="IDS_TERMINAL-FRAME_CLI_NO_DISPLAY"><translation>找不到顯示器，無法開啟視窗。請在桌面環境執行，或以 --tour 資料夾 產生導覽畫面。</translation></message>
+    <message id="IDS_TERMINAL-FRAME_CLI_NO_DISPLAY"><translation>找不到顯示器，無法開啟視窗。請在桌面環境執行。</translation></message>
     <message id="IDS_TERMINAL-FRAME_MENU_DRAWING"><translation>畫線(&amp;D)</translation></message>
     <message id="IDS_TERMINAL-FRAME_DRAW_POINTER"><translation>選取(&amp;P)</translation></message>
     <message id="IDS_TERMINAL-FRAME_DRAWING_BAR"><translation>畫線工具</translation></message>

@@ -44,11 +44,6 @@ QString FaultOf(const Options& options, const QString& languageName) {
         (options.configFile.isEmpty() || QFileInfo(options.configFile).isDir())) {
         return Tr("IDS_TERMINAL-FRAME_CLI_CONFIG_IS_FOLDER").arg(options.configFile);
     }
-    const QFileInfo tour(options.tourFolder);
-    if (!options.tourFolder.isNull() &&
-        (options.tourFolder.isEmpty() || (tour.exists() && !tour.isDir()))) {
-        return Tr("IDS_TERMINAL-FRAME_CLI_TOUR_NOT_FOLDER").arg(options.tourFolder);
-    }
     return {};
 }
 
@@ -78,14 +73,13 @@ CommandLine ParseCommandLine(const QStringList& arguments, Language& language) {
     const QString folder = Tr("IDS_TERMINAL-FRAME_CLI_FOLDER");
     const QCommandLineOption config("config", Tr("IDS_TERMINAL-FRAME_CLI_CONFIG"), file);
     const QCommandLineOption data("data", Tr("IDS_TERMINAL-FRAME_CLI_DATA"), folder);
-    const QCommandLineOption tour("tour", Tr("IDS_TERMINAL-FRAME_CLI_TOUR"), folder);
     const QCommandLineOption lang("lang", Tr("IDS_TERMINAL-FRAME_CLI_LANG"), "zh_TW|en");
     const QCommandLineOption help({"h", "help"}, Tr("IDS_TERMINAL-FRAME_CLI_HELP"));
     const QCommandLineOption version({"v", "version"}, Tr("IDS_TERMINAL-FRAME_CLI_VERSION"));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(Tr("IDS_TERMINAL-FRAME_CLI_ABOUT"));
-    parser.addOptions({config, data, tour, lang, help, version});
+    parser.addOptions({config, data, lang, help, version});
     if (!parser.parse(arguments)) {
         return Failed(parser.errorText());
     }
@@ -102,7 +96,6 @@ CommandLine ParseCommandLine(const QStringList& arguments, Language& language) {
     CommandLine line;
     line.options.configFile = ValueOf(parser, config);
     line.options.dataFolder = ValueOf(parser, data);
-    line.options.tourFolder = ValueOf(parser, tour);
     line.options.language = LanguageOf(languageName);
     const QString fault = FaultOf(line.options, languageName);
     return fault.isEmpty() ? line : Failed(fault);

@@ -13,7 +13,6 @@ namespace ta::terminal {
 struct Options {
     QString configFile;                    ///< --config: the configuration store
     QString dataFolder;                    ///< --data: a folder with a catalogue
-    QString tourFolder;                    ///< --tour: where the tour's pictures go
     std::optional<Language::Id> language;  ///< --lang
     QString userFolder;                    ///< of the user's own price files; no option
 };

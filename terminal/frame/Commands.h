@@ -4,9 +4,13 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include <functional>
 #include <map>
+#include <span>
 
 namespace ta::terminal {
+
+struct Frame;
 
 enum class Command {
     OpenCsv,
@@ -41,13 +45,31 @@ enum class Command {
 
 enum class MenuId { File, Chart, Symbols, Periods, Group, Drawing, Language, Help };
 
-/// The frame's menus and the actions in them, from one table.
+/// How a command's action looks; of the languages and of the tools one each is checked.
+enum class Look { Plain, Checkable, Language, Tool };
+
+/// All that there is to say about a command.
+struct CommandRow {
+    Command command;
+    MenuId menu;
+    const char* text;      ///< a language key
+    const char* shortcut;  ///< "" for none
+    void (*run)(const Frame& frame);
+    bool separatorBefore = false;
+    Look look = Look::Plain;
+};
+
+/// The frame's menus and the actions in them, from a table.
 class Commands : public QObject {
     Q_OBJECT
 
 public:
-    /// Fills `bar` with the menus, which belong to it.
-    explicit Commands(QMenuBar& bar, QObject* parent = nullptr);
+    using Runner = std::function<void(const CommandRow& row)>;
+
+    /// Fills `bar` with the menus, which belong to it. `rows`, in the order of the entries, outlive
+    /// this; `run` is called with the row of an action that the user triggers.
+    Commands(QMenuBar& bar, std::span<const CommandRow> rows, const Runner& run,
+             QObject* parent = nullptr);
 
     QAction& At(Command command) const { return *m_actions.at(command); }
     QMenu& At(MenuId menu) const { return *m_menus.at(menu); }
@@ -55,10 +77,8 @@ public:
     /// Sets every text in the language in use.
     void Retranslate();
 
-signals:
-    void triggered(ta::terminal::Command command);
-
 private:
+    std::span<const CommandRow> m_rows;
     std::map<Command, QAction*> m_actions;
     std::map<MenuId, QMenu*> m_menus;
 };

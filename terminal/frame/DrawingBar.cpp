@@ -52,25 +52,6 @@ void DrawingBar::Attach(DrawingBoard& board) {
     Refresh();
 }
 
-void DrawingBar::Run(Command command) {
-    if (!m_board) {
-        return;
-    }
-    for (const Tool& tool : kTools) {
-        if (tool.command == command) {
-            m_board->ChooseTool(tool.kind);
-            Refresh();
-        }
-    }
-    if (command == Command::SelectLine) {
-        m_board->SelectNext();
-    } else if (command == Command::DeleteLine) {
-        m_board->DeleteSelected();
-    } else if (command == Command::DeleteAllLines) {
-        m_board->DeleteAll();
-    }
-}
-
 void DrawingBar::Refresh() {
     for (const Tool& tool : kTools) {
         if (m_board->Tool() == tool.kind) {

@@ -12,8 +12,8 @@ namespace ta::terminal {
 
 class DrawingBoard;
 
-/// The toolbar of the drawing tools, and their commands: they work on the board of the chart in
-/// front, and show what it is doing.
+/// The toolbar of the drawing tools. It and the commands of the drawing menu show what the board of
+/// the chart in front is doing.
 class DrawingBar : public QToolBar {
     Q_OBJECT
 
@@ -21,10 +21,9 @@ public:
     /// `commands` outlives the bar, whose tools are actions of it.
     explicit DrawingBar(Commands& commands, QWidget* parent = nullptr);
 
-    /// From here on the commands work on `board`, which stays the caller's.
+    /// From here on `board` is shown, which stays the caller's; the tool of the one before is
+    /// dropped.
     void Attach(DrawingBoard& board);
-    /// Runs a command of the drawing menu; others are ignored.
-    void Run(Command command);
     void Retranslate();
 
 protected:

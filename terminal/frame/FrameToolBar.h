@@ -7,12 +7,9 @@
 #include <QLabel>
 #include <QToolBar>
 
-#include <array>
-#include <bitset>
+#include <vector>
 
 namespace ta::terminal {
-
-using PeriodSet = std::bitset<kPeriods.size()>;  ///< bit i: kPeriods[i]
 
 /// The toolbar: symbol, period and indicator group of the current chart, then the buttons that the
 /// frame adds. Setting what is shown emits nothing.

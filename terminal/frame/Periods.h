@@ -1,10 +1,14 @@
 #pragma once
 
-#include <QString>
+#include "platform/Types.h"
 
 #include <array>
+#include <bitset>
+#include <cstdint>
 
 namespace ta::terminal {
+
+class MarketData;
 
 /// A data period that the frame offers.
 struct FramePeriod {
@@ -24,6 +28,11 @@ inline constexpr std::array kPeriods{
     FramePeriod{3, 30, "IDS_TERMINAL-FRAME_PERIOD_MINUTE30", "Ctrl+7"},
     FramePeriod{3, 60, "IDS_TERMINAL-FRAME_PERIOD_MINUTE60", "Ctrl+8"},
 };
+
+using PeriodSet = std::bitset<kPeriods.size()>;  ///< bit i: kPeriods[i]
+
+/// The periods that the market data have for a symbol.
+PeriodSet AvailablePeriods(const MarketData& markets, std::uint8_t market, const CString& id);
 
 /// Position in kPeriods; -1 when the frame does not offer the period.
 constexpr int PeriodIndex(int code, int count) {

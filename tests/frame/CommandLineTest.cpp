@@ -31,7 +31,7 @@ TEST(CommandLine, NamesWhatItCannotUse) {
         {{"--data", file}, file},
         {{"--config", folder.path()}, folder.path()},
         {{"--config", ""}, "--config"},
-        {{"--tour", file}, file},
+        {{"--tour", folder.path()}, "tour"},
     };
     for (const auto& row : rows) {
         const CommandLine line = Parse(row.arguments);
@@ -40,16 +40,16 @@ TEST(CommandLine, NamesWhatItCannotUse) {
     }
 }
 
-/// Runs the terminal, which stands beside the test.
+/// Runs a program, which stands beside the test.
 struct Ran {
     int exitCode = -1;
     QString output;
     QString errors;
 
-    explicit Ran(const QStringList& arguments, const QStringList& environment = {}) {
+    Ran(const QString& program, const QStringList& arguments, const QStringList& environment = {}) {
         QProcess process;
         process.setEnvironment(QProcess::systemEnvironment() + environment);
-        process.start(QDir(QCoreApplication::applicationDirPath()).filePath("terminal"), arguments);
+        process.start(QDir(QCoreApplication::applicationDirPath()).filePath(program), arguments);
         constexpr int kLongest = 180000;
         if (process.waitForFinished(kLongest) && process.exitStatus() == QProcess::NormalExit) {
             exitCode = process.exitCode();
@@ -60,27 +60,28 @@ struct Ran {
 };
 
 TEST(TerminalProgram, AnswersOnTheCommandLine) {
-    const Ran wrong({"--lang", "fr"});
+    const Ran wrong("terminal", {"--lang", "fr"});
     EXPECT_EQ(wrong.exitCode, kExitBadCommandLine);
     EXPECT_TRUE(wrong.errors.contains("fr"));
     EXPECT_TRUE(wrong.output.isEmpty());
-    const Ran noDisplay({}, {"QT_QPA_PLATFORM=", "DISPLAY=", "WAYLAND_DISPLAY="});
+    const Ran noDisplay("terminal", {}, {"QT_QPA_PLATFORM=", "DISPLAY=", "WAYLAND_DISPLAY="});
     EXPECT_EQ(noDisplay.exitCode, kExitBadCommandLine);
-    EXPECT_TRUE(noDisplay.errors.contains("--tour"));
+    EXPECT_FALSE(noDisplay.errors.isEmpty());
 }
 
-TEST(TerminalProgram, TourWritesItsPicturesOrFails) {
+TEST(TourProgram, WritesItsPicturesOrTellsTheStepThatFails) {
     const QTemporaryDir folder;
-    const Ran tour({"--tour", folder.filePath("pictures")}, {"QT_QPA_PLATFORM="});
+    const Ran tour("tour", {folder.filePath("pictures")});
     EXPECT_EQ(tour.exitCode, 0) << tour.errors.toStdString();
     const QStringList told = tour.output.split('\n', Qt::SkipEmptyParts);
     const QStringList pictures =
         QDir(folder.filePath("pictures")).entryList({"*.png"}, QDir::Files, QDir::Name);
     EXPECT_EQ(told.size(), pictures.size());
-    EXPECT_GE(pictures.size(), 15);
+    EXPECT_GE(pictures.size(), 45);
 
-    const Ran without({"--tour", folder.filePath("none"), "--data", folder.path()});
+    const Ran without("tour", {folder.filePath("none"), "--data", folder.path()});
     EXPECT_EQ(without.exitCode, 1) << "Data that lack the index.";
+    EXPECT_FALSE(without.errors.isEmpty());
 }
 
 }  // namespace

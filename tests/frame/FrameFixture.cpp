@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QStatusBar>
 
 namespace ta::test {
 namespace {
@@ -86,8 +87,12 @@ void FrameTest::End() {
     m_session.reset();
 }
 
+QString FrameTest::Status() const {
+    return m_window->statusBar()->currentMessage();
+}
+
 QStringList FrameTest::GroupsInBox() const {
-    const QComboBox& box = m_window->ToolBar().Group();
+    const QComboBox& box = ToolBar().Group();
     QStringList names;
     for (int i = 0; i < box.count(); ++i) {
         names.append(box.itemText(i));
@@ -109,7 +114,7 @@ void FrameTest::AddGroup(const QString& name) {
     ASSERT_EQ(Repository().AddGroupSetting(ui::FromQString(name)), 1);
     Repository().SaveAllGroupSetting();
     Window().PollStore();
-    emit Window().ToolBar().groupChosen(name);
+    ChooseGroup(name);
 }
 
 bool FrameTest::Await(const std::function<bool()>& condition) {

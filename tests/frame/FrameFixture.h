@@ -36,12 +36,17 @@ protected:
 
     terminal::MainWindow& Window() { return *m_window; }
     terminal::Session& Session() { return *m_session; }
-    terminal::ChartView& Chart() { return m_window->CurrentChart(); }
-    CTaSettingHandle& Repository() { return CTaSettingHandle::GetInstance(); }
+    terminal::ChartTabs& Tabs() { return m_window->Parts().tabs; }
+    terminal::ChartView& Chart() { return Tabs().Current(); }
+    terminal::FrameToolBar& ToolBar() const { return m_window->Parts().toolBar; }
+    QString Status() const;
+    static CTaSettingHandle& Repository() { return CTaSettingHandle::GetInstance(); }
 
-    void Choose(terminal::Command command) { m_window->GetCommands().At(command).trigger(); }
+    QAction& Action(terminal::Command command) { return m_window->Parts().commands.At(command); }
+    void Choose(terminal::Command command) { Action(command).trigger(); }
+    void ChooseGroup(const QString& name) { emit ToolBar().groupChosen(name); }
     QStringList GroupsInBox() const;
-    QStringList GroupsInRepository();
+    static QStringList GroupsInRepository();
     /// Adds a group, saves it and shows it in the current chart.
     void AddGroup(const QString& name);
     /// Handles events until `condition` holds; false when it has not after some seconds.

@@ -18,12 +18,12 @@ void Write(const QString& path, const QByteArray& bytes) {
 TEST(FrameState, ComesBackAsItWas) {
     const QTemporaryDir folder;
     const QString path = folder.filePath("state.ini");
-    FrameState state;
-    state.tabs = {{2, "SPX", 0, 0, 0}, {16, "9901", 3, 15, 7}, {'U', "檔案-1", 2, 0, -1}};
-    state.currentTab = 1;
-    state.language = Language::English;
-    state.risingRed = false;
-    state.geometry = QByteArray("\0\x01\xff,;\"", 6);
+    FrameState state{
+        .tabs = {{2, "SPX", 0, 0, 0}, {16, "9901", 3, 15, 7}, {'U', "檔案-1", 2, 0, -1}},
+        .currentTab = 1,
+        .language = Language::English,
+        .risingRed = false,
+        .geometry = QByteArray("\0\x01\xff,;\"", 6)};
     ASSERT_TRUE(SaveFrameState(path, state));
     EXPECT_EQ(LoadFrameState(path), state);
     // Fewer tabs leave none of the old ones behind.

@@ -3,12 +3,12 @@
 #include "tests/frame/FrameFixture.h"
 
 #include "platform/ui/TextBridge.h"
+#include "tests/support/DialogDriver.h"
 
 #include <QDropEvent>
 #include <QFile>
 #include <QMimeData>
 #include <QPushButton>
-#include <QTimer>
 
 namespace ta::test {
 namespace {
@@ -21,50 +21,44 @@ class GroupExchange : public FrameTest {
 protected:
     /// Presses the buttons, one after the other, in the dialog that opens next.
     void WhenDialogOpens(const QStringList& buttons) {
-        QTimer::singleShot(0, &Window(), [this, buttons] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            ASSERT_NE(dialog, nullptr);
+        m_driver.Expect([buttons](QWidget& dialog) {
             for (const QString& name : buttons) {
-                auto* button = dialog->findChild<QPushButton*>(name);
+                auto* button = dialog.findChild<QPushButton*>(name);
                 ASSERT_NE(button, nullptr) << name.toStdString();
                 QTest::mouseClick(button, Qt::LeftButton);
             }
         });
     }
 
-    CString Name() const { return ui::FromQString(kGroup); }
-
-    /// A group with studies, parameters, shapes and counts that no new group has.
-    void MakeGroup() {
+    /// A group with studies, parameters, shapes and counts that no new group has, shown and
+    /// exported. What its legends say.
+    QStringList MakeAndExport(const QString& path) {
         AddGroup(kGroup);
-        Repository().SetStudyListByGroupName(Name(), {{0, 5}, {16}, {24, 22}});
-        Repository().SetStudyCountByGroupName(Name(), 3);
-        Repository().SetTechWndKeyByGroupName(Name(), 11);
+        Repository().SetStudyListByGroupName(m_name, {{0, 5}, {16}, {24, 22}});
+        Repository().SetStudyCountByGroupName(m_name, 3);
+        Repository().SetTechWndKeyByGroupName(m_name, 11);
         std::vector<CString> params;
-        Repository().GetStudyParamSettingByGroupName(Name(), params);
+        Repository().GetStudyParamSettingByGroupName(m_name, params);
         params.push_back("900=1,2");
-        Repository().SetStudyParamSettingByGroupName(Name(), params);
+        Repository().SetStudyParamSettingByGroupName(m_name, params);
         Repository().SaveAllGroupSetting();
-        Repository().SendMsg2AllTechView(0, 0);
-    }
-
-    void Export(const QString& path) {
+        Chart().Reload();
         WhenDialogOpens({"selectButton", "okButton"});
         m_prompts.ExpectSaveFile(path);
         m_prompts.ExpectYesNo(true);  // whether to make a new file
         m_prompts.ExpectMessage();
         Choose(Command::ExportGroups);
+        return Chart().LegendTexts();
     }
+
+    DialogDriver m_driver;
+    const CString m_name = ui::FromQString(kGroup);
 };
 
 TEST_F(GroupExchange, ChartsLookTheSameInAnotherTerminal) {
     const QString file = FilePath("groups.TASG");
-    MakeGroup();
-    Chart().SetGroup(Name());
-    Chart().Reload();
-    const QStringList legends = Chart().LegendTexts();
+    const QStringList legends = MakeAndExport(file);
     ASSERT_EQ(legends.size(), 3);
-    Export(file);
     End();
 
     // Another terminal with a store of its own.
@@ -76,9 +70,9 @@ TEST_F(GroupExchange, ChartsLookTheSameInAnotherTerminal) {
     m_prompts.ExpectMessage();
     Choose(Command::ImportGroups);
     EXPECT_TRUE(GroupsInBox().contains(kGroup));
-    Chart().SetGroup(Name());
+    ChooseGroup(kGroup);
     EXPECT_EQ(Chart().LegendTexts(), legends);
-    EXPECT_EQ(Repository().GetTechWndKeyByGroupName(Name()), 11);
+    EXPECT_EQ(Repository().GetTechWndKeyByGroupName(m_name), 11);
 
     // It was saved: the next run has it.
     End();
@@ -88,10 +82,8 @@ TEST_F(GroupExchange, ChartsLookTheSameInAnotherTerminal) {
 
 TEST_F(GroupExchange, ADroppedGroupFileIsImportedAndAShownChartFollows) {
     const QString file = FilePath("groups.tasg");
-    MakeGroup();
-    Export(file);
-    Chart().SetGroup(Name());
-    Repository().SetStudyCountByGroupName(Name(), 1);
+    MakeAndExport(file);
+    Repository().SetStudyCountByGroupName(m_name, 1);
     Repository().SaveAllGroupSetting();
     Chart().Reload();
     ASSERT_EQ(Chart().PaneCount(), 1);
@@ -103,8 +95,8 @@ TEST_F(GroupExchange, ADroppedGroupFileIsImportedAndAShownChartFollows) {
     ASSERT_TRUE(enter.isAccepted());
     QDropEvent drop(QPointF(400, 400), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     m_prompts.ExpectMessage();
-    QApplication::sendEvent(&Window(), &drop);
     WhenDialogOpens({"okButton"});
+    QApplication::sendEvent(&Window(), &drop);
     EXPECT_TRUE(Await([this] { return m_prompts.Waiting() == 0; }));
     EXPECT_EQ(Chart().PaneCount(), 3);
 }

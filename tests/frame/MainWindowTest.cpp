@@ -4,7 +4,7 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QMenuBar>
-#include <QStatusBar>
+#include <QScreen>
 #include <QTabBar>
 
 namespace ta::test {
@@ -14,17 +14,39 @@ using terminal::Command;
 using terminal::MenuId;
 using terminal::SymbolBox;
 
+const QStringList kNames{"共用", "另一個"};
+
 class MainWindowTest : public FrameTest {
 protected:
-    SymbolBox& Box() { return Window().ToolBar().Symbol(); }
+    SymbolBox& Box() { return ToolBar().Symbol(); }
     QAbstractItemView& List() { return *Box().completer()->popup(); }
-    QTabBar& TabBar() { return *Window().findChild<QTabBar*>(); }
 
     /// Puts the focus into the symbol box by its shortcut's action and types.
     void TypeSymbol(const QString& text) {
         Choose(Command::FindSymbol);
         ASSERT_TRUE(Await([this] { return Box().hasSelectedText() || Box().text().isEmpty(); }));
         QTest::keyClicks(&Box(), text);
+    }
+    void ChoosePeriod(int index) {
+        Window().Parts().commands.At(MenuId::Periods).actions().at(index)->trigger();
+    }
+    /// What can be read in the window, hovered or heard, but for the toolkit's scroll buttons.
+    QString Texts() {
+        QStringList texts = Chart().LegendTexts() << Window().windowTitle();
+        for (const auto* part : Window().findChildren<QObject*>()) {
+            for (const char* property : {"text", "iconText", "title", "toolTip", "windowTitle",
+                                         "placeholderText", "accessibleName", "currentText"}) {
+                texts.append(part->property(property).toString());
+            }
+            texts.resize(part->objectName().startsWith("Scroll") ? texts.size() - 8 : texts.size());
+        }
+        for (int i = 0; i < Tabs().count(); ++i) {
+            texts << Tabs().tabText(i) << Tabs().tabToolTip(i);
+        }
+        for (int i = 0; i < ToolBar().Period().count(); ++i) {
+            texts.append(ToolBar().Period().itemText(i));
+        }
+        return texts.join('\n');
     }
 };
 
@@ -40,42 +62,50 @@ TEST_F(MainWindowTest, SymbolBoxFindsWhileTyping) {
     EXPECT_EQ(Chart().BarCount(), 60);
     EXPECT_TRUE(Await(
         [this] { return Chart().hasFocus() || Chart().isAncestorOf(Window().focusWidget()); }));
+
+    TypeSymbol("nonsense");
+    QTest::keyClick(&Box(), Qt::Key_Return);
+    EXPECT_TRUE(Status().contains("nonsense")) << Status().toStdString();
+    EXPECT_EQ(Box().selectedText(), "nonsense") << "To be typed over.";
+    EXPECT_EQ(Chart().SymbolId(), "AMZN");
 }
 
 TEST_F(MainWindowTest, PeriodsComeFromTheBoxTheMenuAndKeys) {
-    Window().OpenSymbol(16, "9901");
-    QTest::keyClick(&Window().ToolBar().Period(), Qt::Key_Down);  // weekly
+    Tabs().OpenSymbol(16, "9901");
+    QTest::keyClick(&ToolBar().Period(), Qt::Key_Down);  // weekly
     EXPECT_EQ(Chart().Period(), 1);
-    Window().GetCommands().At(MenuId::Periods).actions().at(4)->trigger();
+    ChoosePeriod(4);
     EXPECT_EQ(Chart().Period(), 3);
     EXPECT_EQ(Chart().Count(), 5);
     EXPECT_EQ(Chart().BarCount(), 48);
     // A symbol without minutes falls back to its days.
-    Window().OpenSymbol(2, "SPX");
+    Tabs().OpenSymbol(2, "SPX");
     EXPECT_EQ(Chart().Period(), 0);
     EXPECT_EQ(Chart().BarCount(), 300);
 }
 
 TEST_F(MainWindowTest, TabsOpenWithTheCurrentSymbolAndClose) {
-    EXPECT_FALSE(Window().GetCommands().At(Command::CloseTab).isEnabled());
-    Window().OpenSymbol(16, "9901");
+    EXPECT_FALSE(Action(Command::CloseTab).isEnabled());
+    Tabs().OpenSymbol(16, "9901");
     Choose(Command::NewTab);
-    ASSERT_EQ(Window().TabCount(), 2);
+    ASSERT_EQ(Tabs().count(), 2);
+    EXPECT_TRUE(Action(Command::CloseTab).isEnabled());
     EXPECT_EQ(Chart().SymbolId(), "9901");
-    EXPECT_EQ(&Chart(), &Window().ChartAt(1));
-    Window().OpenSymbol(2, "SPX");
-    EXPECT_EQ(Window().ChartAt(0).SymbolId(), "9901");
-    QTest::keyClick(&TabBar(), Qt::Key_Left);
+    EXPECT_EQ(&Chart(), &Tabs().At(1));
+    Tabs().OpenSymbol(2, "SPX");
+    EXPECT_EQ(Tabs().At(0).SymbolId(), "9901");
+    QTest::keyClick(Tabs().tabBar(), Qt::Key_Left);
     EXPECT_EQ(Box().text(), "9901 模擬電子");
     Choose(Command::CloseTab);
-    EXPECT_EQ(Window().TabCount(), 1);
+    EXPECT_EQ(Tabs().count(), 1);
     EXPECT_EQ(Chart().SymbolId(), "SPX");
     EXPECT_EQ(Box().text(), "SPX S&P 500 指數");
-    Window().CloseTab(0);
-    EXPECT_EQ(Window().TabCount(), 1);
+    EXPECT_FALSE(Action(Command::CloseTab).isEnabled());
+    Tabs().Close(0);
+    EXPECT_EQ(Tabs().count(), 1);
 }
 
-TEST_F(MainWindowTest, NoTwoActionsShareTheirKeys) {
+TEST_F(MainWindowTest, NoTwoActionsShareKeysOrTextsInAMenu) {
     QStringList keys;
     for (const QAction* action : Window().findChildren<QAction*>()) {
         if (!action->shortcut().isEmpty()) {
@@ -84,17 +114,63 @@ TEST_F(MainWindowTest, NoTwoActionsShareTheirKeys) {
     }
     EXPECT_GE(keys.size(), 18);
     EXPECT_EQ(keys.removeDuplicates(), 0) << keys.join(' ').toStdString();
+
+    for (const Command language : {Command::English, Command::Chinese}) {
+        Choose(language);
+        QList<QWidget*> menus{Window().menuBar()};
+        for (QMenu* menu : Window().findChildren<QMenu*>()) {
+            emit menu->aboutToShow();
+            menus.append(menu);
+        }
+        EXPECT_GE(menus.size(), 9);
+        for (const QWidget* menu : menus) {
+            QStringList texts;
+            for (const QAction* action : menu->actions()) {
+                texts.append(action->isSeparator() ? QStringList() : QStringList(action->text()));
+            }
+            EXPECT_EQ(texts.removeDuplicates(), 0) << texts.join(' ').toStdString();
+        }
+    }
+}
+
+TEST_F(MainWindowTest, ChangesItsLanguageWhileItRuns) {
+    Choose(Command::NewTab);
+    Tabs().OpenSymbol(16, "9901");
+    const QString chinese = Texts();
+    Choose(Command::English);
+    QString left = Texts().remove("繁體中文").remove("預設群組");
+    EXPECT_FALSE(left.contains(QRegularExpression("\\p{Han}"))) << left.toStdString();
+    EXPECT_EQ(Tabs().tabText(0), "S&&P 500 index Daily");
+    EXPECT_EQ(Window().menuBar()->actions().first()->text(), "&File");
+    Choose(Command::Chinese);
+    EXPECT_EQ(Texts().toStdString(), chinese.toStdString());
+}
+
+TEST_F(MainWindowTest, ItsFirstSizeFitsTheScreen) {
+    const QSize room = Window().screen()->availableSize();
+    ASSERT_LT(room.width(), 1280) << "There is room for any size.";
+    EXPECT_EQ(Window().size().boundedTo(room), Window().size());
+    EXPECT_LT(Window().height(), room.height()) << "The title bar needs some.";
+    const QFont font = QApplication::font();
+    QFont large = font;
+    large.setPointSizeF(font.pointSizeF() * 1.5);
+    QApplication::setFont(large);
+    const QSize least = Window().minimumSizeHint();
+    QApplication::setFont(font);
+    EXPECT_EQ(least.boundedTo({1366, 700}), least);
 }
 
 TEST_F(MainWindowTest, NextRunBringsBackGroupsTabsAndSettings) {
     AddGroup("趨勢");
     AddGroup("短線");
-    Window().OpenSymbol(16, "9901");
-    Window().GetCommands().At(MenuId::Periods).actions().at(5)->trigger();
+    Tabs().OpenSymbol(16, "9901");
+    ChoosePeriod(5);
     Choose(Command::NewTab);
-    Window().OpenSymbol(2, "AMZN");
-    emit Window().ToolBar().groupChosen("趨勢");
-    TabBar().setCurrentIndex(0);
+    Tabs().OpenSymbol(2, "AMZN");
+    ChooseGroup("趨勢");
+    Choose(Command::NewTab);
+    Tabs().OpenSymbol(2, "SPX");
+    Tabs().tabBar()->setCurrentIndex(1);
     Choose(Command::English);
     Choose(Command::RisingRed);
     const QStringList groups = GroupsInRepository();
@@ -105,12 +181,15 @@ TEST_F(MainWindowTest, NextRunBringsBackGroupsTabsAndSettings) {
     EXPECT_EQ(GroupsInRepository(), groups);
     EXPECT_EQ(GroupsInBox(), groups);
     EXPECT_EQ(Window().State().tabs, state.tabs);
-    EXPECT_EQ(Window().State().currentTab, 0);
-    EXPECT_EQ(Chart().GroupName(), ui::FromQString("短線"));
-    EXPECT_EQ(Chart().Count(), 15);
-    EXPECT_EQ(Window().ChartAt(1).GroupName(), ui::FromQString("趨勢"));
+    EXPECT_EQ(Tabs().currentIndex(), 1);
+    EXPECT_EQ(Chart().SymbolId(), "AMZN");
+    EXPECT_EQ(Chart().GroupName(), ui::FromQString("趨勢"));
+    EXPECT_EQ(Tabs().At(0).GroupName(), ui::FromQString("短線"));
+    EXPECT_EQ(Tabs().At(0).Count(), 15);
     EXPECT_EQ(Window().menuBar()->actions().first()->text(), "&File");
-    EXPECT_FALSE(Chart().RisingRed());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(Tabs().At(i).RisingRed()) << i;
+    }
 }
 
 TEST_F(MainWindowTest, RemembersATabWhoseSymbolIsGone) {
@@ -119,66 +198,56 @@ TEST_F(MainWindowTest, RemembersATabWhoseSymbolIsGone) {
     state.tabs = {{2, "GONE", 0, 0, 99}, {2, "SPX", 0, 0, 0}};
     ASSERT_TRUE(SaveFrameState(terminal::FrameStatePath(StorePath()), state));
     Start();
-    EXPECT_EQ(Window().TabCount(), 2);
+    EXPECT_EQ(Tabs().count(), 2);
     EXPECT_EQ(Chart().BarCount(), 0);
     EXPECT_EQ(Chart().GroupName(), Repository().GetSystemDefaultGroup());
-    Window().OpenSymbol(2, "SPX");
+    Tabs().OpenSymbol(2, "SPX");
     EXPECT_EQ(Chart().BarCount(), 300);
 }
 
 /// Another terminal on the same store.
-class TwoTerminals : public MainWindowTest {
+class TwoTerminals : public FrameTest {
 protected:
     void SetUp() override {
         Start();
-        AddGroup("共用");
-        AddGroup("另一個");
-        emit Window().ToolBar().groupChosen("共用");
+        for (const QString& name : kNames) {
+            AddGroup(name);
+        }
+        ChooseGroup(kNames[0]);
         Choose(Command::NewTab);
         ASSERT_EQ(m_other.Open(StorePath()).state, terminal::OpenResult::Opened);
     }
 
-    /// The other terminal saves this list of groups.
-    void SaveInOther(const QStringList& groups) {
+    /// The other terminal saves this list of groups. Both tabs then show `shown`.
+    void SaveInOther(const QStringList& groups, const QString& shown) {
         std::vector<CString> names;
         for (const QString& group : groups) {
             names.push_back(ui::FromQString(group));
         }
         ASSERT_TRUE(m_other.SaveTAGroupNameList(names));
         m_other.PackFile();
+        // The window's own timer finds it.
+        ASSERT_TRUE(Await([&] { return GroupsInBox() == groups; }));
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(Tabs().At(i).GroupName(), ui::FromQString(shown));
+            EXPECT_EQ(Tabs().At(i).PaneCount(), 4);
+        }
+        EXPECT_EQ(ToolBar().Group().currentText(), shown);
     }
 
     terminal::SqliteStore m_other;
 };
 
 TEST_F(TwoTerminals, ShowWhatTheOtherOneSaves) {
-    QStringList groups = GroupsInRepository();
-    groups[1] = "改名了";
-    SaveInOther(groups);
-    // The window's own timer finds it.
-    ASSERT_TRUE(Await([this] { return GroupsInBox().contains("改名了"); }));
-    EXPECT_EQ(GroupsInBox(), groups);
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(Window().ChartAt(i).GroupName(), ui::FromQString("改名了"));
-        EXPECT_EQ(Window().ChartAt(i).PaneCount(), 4);
-    }
-    EXPECT_EQ(Window().ToolBar().Group().currentText(), "改名了");
+    SaveInOther({GroupsInRepository().first(), "改名了", kNames[1]}, "改名了");
 }
 
 TEST_F(TwoTerminals, VanishedGroupGivesTheDefaultAndANotice) {
     const QString byDefault = GroupsInRepository().first();
-    for (int i = 0; i < 2; ++i) {
-        ASSERT_EQ(Window().ChartAt(i).GroupName(), ui::FromQString("共用"));
-    }
-    const int number = Repository().GetUniNumByGroupName(ui::FromQString("另一個"));
+    const int number = Repository().GetUniNumByGroupName(ui::FromQString(kNames[1]));
     ASSERT_TRUE(m_other.SaveTAGroupUniNum(1, number));
-    SaveInOther({byDefault, "另一個"});
-    ASSERT_TRUE(Await([this] { return !GroupsInBox().contains("共用"); }));
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(Window().ChartAt(i).GroupName(), ui::FromQString(byDefault));
-    }
-    EXPECT_TRUE(Window().statusBar()->currentMessage().contains(byDefault));
-    EXPECT_EQ(Window().ToolBar().Group().currentText(), byDefault);
+    SaveInOther({byDefault, kNames[1]}, byDefault);
+    EXPECT_TRUE(Status().contains(byDefault));
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "terminal/frame/openers/Openers.h"
 #include "terminal/quotes/UserMarket.h"
 #include "tests/frame/FrameFixture.h"
 
@@ -22,62 +23,61 @@ const char* const kBadRows =
 
 class PriceFile : public FrameTest {
 protected:
-    std::size_t OwnSymbols() { return Session().Markets().User().Symbols().size(); }
+    bool Open(const QString& path) { return OpenPriceFile(Window().Parts(), path); }
+    void ExpectOwn(std::size_t symbols, int bars) {
+        EXPECT_EQ(Session().Markets().User().Symbols().size(), symbols);
+        EXPECT_EQ(Chart().Market() == UserMarket::kId, symbols > 0);
+        EXPECT_EQ(Chart().BarCount(), bars);
+    }
 };
 
 TEST_F(PriceFile, OpensFromTheMenuAndIsThereInTheNextRun) {
     m_prompts.ExpectFile(WriteFile("自選.csv", kGood));
     Choose(Command::OpenCsv);
-    EXPECT_EQ(Chart().Market(), UserMarket::kId);
-    EXPECT_EQ(Chart().BarCount(), 3);
-
+    ExpectOwn(1, 3);
+    EXPECT_TRUE(Status().contains("自選"));
     End();
     Start();
-    EXPECT_EQ(OwnSymbols(), 1u);
-    EXPECT_EQ(Chart().Market(), UserMarket::kId);
-    EXPECT_EQ(Chart().BarCount(), 3);
+    ExpectOwn(1, 3);
 }
 
 TEST_F(PriceFile, BadRowsStopItOrAreSkipped) {
     const QString path = WriteFile("bad.csv", kBadRows);
     for (const int answer : {1, -1}) {
         m_prompts.ExpectChoice(answer);
-        EXPECT_FALSE(Window().OpenCsv(path));
+        EXPECT_FALSE(Open(path));
+        ExpectOwn(0, 300);
     }
-    EXPECT_EQ(Chart().SymbolId(), "SPX");
-    EXPECT_EQ(OwnSymbols(), 0u);
     m_prompts.ExpectChoice(0);
-    EXPECT_TRUE(Window().OpenCsv(path));
-    EXPECT_EQ(Chart().BarCount(), 2);
+    EXPECT_TRUE(Open(path));
+    ExpectOwn(1, 2);
     const QString text = m_prompts.Last().text;
     EXPECT_TRUE(text.contains("第 3 列") && text.contains("第 5 列")) << text.toStdString();
 }
 
 TEST_F(PriceFile, WhatIsNoPriceFileIsTold) {
-    for (const QString& path : {WriteFile("letter.csv", "Dear Sir,\nthanks\n"),
-                                WriteFile("empty.csv", ""), FilePath("nowhere.csv")}) {
+    const std::pair<QString, ui::PromptIcon> files[] = {
+        {WriteFile("letter.csv", "Dear Sir,\nthanks\n"), ui::PromptIcon::Error},
+        {WriteFile("empty.csv", ""), ui::PromptIcon::Error},
+        {FilePath("nowhere.csv"), ui::PromptIcon::Error},
+        // Headings, but no row to show.
+        {WriteFile("none.csv", "Date,Open,High,Low,Close\nx,1,1,1,1\n"), ui::PromptIcon::Warning},
+    };
+    for (const auto& [path, icon] : files) {
         m_prompts.ExpectMessage();
-        EXPECT_FALSE(Window().OpenCsv(path));
-        EXPECT_EQ(m_prompts.Last().icon, ui::PromptIcon::Error);
+        EXPECT_FALSE(Open(path));
+        EXPECT_EQ(m_prompts.Last().icon, icon) << path.toStdString();
     }
-    m_prompts.ExpectMessage();  // headings, but no row to show
-    EXPECT_FALSE(
-        Window().OpenCsv(WriteFile("nothing.csv", "Date,Open,High,Low,Close\nx,1,1,1,1\n")));
-    EXPECT_EQ(OwnSymbols(), 0u);
-    EXPECT_EQ(Chart().SymbolId(), "SPX");
+    ExpectOwn(0, 300);
 }
 
 TEST_F(PriceFile, ListsTheFirstBadRowsAndCountsTheRest) {
-    QString text = kGood;
-    for (int i = 0; i < 100; ++i) {
-        text += "bad,1,1,1,1,1\n";
-    }
     m_prompts.ExpectChoice(0);
-    EXPECT_TRUE(Window().OpenCsv(WriteFile("many.csv", text)));
-    EXPECT_TRUE(m_prompts.Last().text.contains("100"));
-    EXPECT_TRUE(m_prompts.Last().text.contains("88"));
-    EXPECT_LT(m_prompts.Last().text.count('\n'), 20);
-    EXPECT_EQ(Chart().BarCount(), 3);
+    EXPECT_TRUE(Open(WriteFile("many.csv", kGood + QString("bad,1,1,1,1,1\n").repeated(100))));
+    const QString text = m_prompts.Last().text;
+    EXPECT_TRUE(text.contains("100") && text.contains("88")) << text.toStdString();
+    EXPECT_LT(text.count('\n'), 20);
+    ExpectOwn(1, 3);
 }
 
 }  // namespace

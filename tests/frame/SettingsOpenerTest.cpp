@@ -285,7 +285,7 @@ TEST_F(SettingsSheet, ALegendsDoubleClickOpensItsStudy) {
     Choose(Command::NewTab);
     emit Chart().legendDoubleClicked(0, 2);
     for (int tab = 0; tab < 2; ++tab) {
-        EXPECT_TRUE(Window().ChartAt(tab).LegendTexts().join(' ').contains("(8,10,20,60)")) << tab;
+        EXPECT_TRUE(Tabs().At(tab).LegendTexts().join(' ').contains("(8,10,20,60)")) << tab;
     }
     EXPECT_TRUE(Holds(StoredGroupOf("短線").params, "4=8,10"));
     EXPECT_TRUE(Holds(StoredGroupOf("趨勢").params, "4=5,10"));
@@ -336,14 +336,14 @@ TEST_F(SettingsSheet, StudiesThatTheGroupPageStoresAreToldToo) {
         EXPECT_TRUE(sheet.IsEditStudy());
         Save(sheet);
     });
-    EXPECT_FALSE(Window().ChartAt(0).LegendTexts().join(' ').contains("(5,10,20,60)"));
+    EXPECT_FALSE(Tabs().At(0).LegendTexts().join(' ').contains("(5,10,20,60)"));
     EXPECT_EQ(Chart().GroupName(), ui::FromQString("新的"));
 }
 
 TEST_F(SettingsSheet, ChartsOfADeletedGroupShowTheDefaultGroup) {
     const int number = Chart().GroupUniNum();
     Choose(Command::NewTab);
-    emit Window().ToolBar().groupChosen("趨勢");
+    emit ToolBar().groupChosen("趨勢");
     m_prompts.ExpectYesNo(true);
     InSheet([](CTaSettingSheet& sheet) {
         SelectGroup(sheet, "短線");
@@ -351,8 +351,8 @@ TEST_F(SettingsSheet, ChartsOfADeletedGroupShowTheDefaultGroup) {
         Save(sheet);
     });
     EXPECT_FALSE(GroupsInRepository().contains("短線"));
-    EXPECT_EQ(Window().ChartAt(0).GroupName(), Repository().GetSystemDefaultGroup());
-    EXPECT_EQ(Window().ChartAt(1).GroupName(), ui::FromQString("趨勢"));
+    EXPECT_EQ(Tabs().At(0).GroupName(), Repository().GetSystemDefaultGroup());
+    EXPECT_EQ(Tabs().At(1).GroupName(), ui::FromQString("趨勢"));
     EXPECT_TRUE(Repository().GetGroupNameByUniNum(number).empty()) << "The record is not cleared.";
     EXPECT_EQ(GroupsInBox(), GroupsInRepository());
 }

@@ -44,7 +44,7 @@ TEST_F(StoreNotice, TellsOfMarketDataThatCannotBeRead) {
     m_options.dataFolder = FilePath("nowhere");
     StartWith(1);
     EXPECT_TRUE(m_prompts.Last().text.contains("nowhere"));
-    EXPECT_EQ(Window().TabCount(), 1);
+    EXPECT_EQ(Tabs().count(), 1);
     EXPECT_EQ(Chart().BarCount(), 0);
 }
 

@@ -5,6 +5,7 @@
 
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/lines/TrendLineStore.h"
+#include "tests/support/DialogDriver.h"
 
 #include <fmt/format.h>
 
@@ -141,9 +142,9 @@ protected:
         }
         return legends;
     }
-    TrendLinesByType LinesOf(const CString& chartClass, const CString& symbolKey) {
+    static TrendLinesByType LinesOf(const CString& key) {
         TrendLinesByType lines;
-        Repository().GetAllTrendLineData(chartClass + '-' + symbolKey, lines);
+        Repository().GetAllTrendLineData(key, lines);
         return lines;
     }
 };
@@ -176,7 +177,7 @@ TEST_F(StoredGarbage, IsDrawnSavedBackAndDrawnAgain) {
     EXPECT_EQ(Repository().GetStudyCountByGroupName("abc"), 0);
     EXPECT_EQ(Repository().GetStudyCountByGroupName("\xA4\x61"), kMost);
     Choose(terminal::Command::NewTab);
-    EXPECT_EQ(Window().TabCount(), 2);
+    EXPECT_EQ(Tabs().count(), 2);
 }
 
 TEST_F(StoredGarbage, LinesAreDrawnListedAndKept) {
@@ -185,19 +186,14 @@ TEST_F(StoredGarbage, LinesAreDrawnListedAndKept) {
     EXPECT_EQ(drawn, 6);
     Chart().ShowAll();
     Chart().grab();
-    EXPECT_EQ(LinesOf(kTechViewClass, "02/SPX"), StoredLines());
     EXPECT_GE(terminal::ListTrendLineSymbols().size(), 2u);
 
-    QTimer::singleShot(0, [] {
-        QWidget* list = QApplication::activeModalWidget();
-        if (list == nullptr) {
-            return;
-        }
-        list->grab();
-        QTest::keyClick(list, Qt::Key_Escape);
+    DialogDriver driver;
+    driver.Expect([](QWidget& list) {
+        list.grab();
+        QTest::keyClick(&list, Qt::Key_Escape);
     });
     Choose(terminal::Command::ListLines);
-
     for (int i = 0; i < drawn; ++i) {
         Choose(terminal::Command::SelectLine);
         Chart().grab();
@@ -206,9 +202,11 @@ TEST_F(StoredGarbage, LinesAreDrawnListedAndKept) {
     End();
     Start();
     EXPECT_EQ(Chart().Drawings().LineCount(), drawn);
-    EXPECT_EQ(LinesOf(kTechViewClass, "02/SPX"), StoredLines());
-    EXPECT_EQ(LinesOf(kTechViewClass, "no key"), StoredLines());
-    EXPECT_EQ(LinesOf("A-B\xA5\x5C", "02/SPX"), StoredLines());
+    for (const CString& key :
+         {kTechViewClass + CString("-02/SPX"), kTechViewClass + CString("-no key"),
+          CString("A-B\xA5\x5C-02/SPX")}) {
+        EXPECT_EQ(LinesOf(key), StoredLines()) << key;
+    }
     Chart().grab();
 }
 

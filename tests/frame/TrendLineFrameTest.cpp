@@ -4,20 +4,21 @@
 #include "tests/frame/FrameFixture.h"
 
 #include "platform/ui/TextBridge.h"
-#include "terminal/frame/TrendLineListDialog.h"
+#include "terminal/frame/openers/TrendLineListDialog.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/lines/TrendLineStore.h"
 #include "terminal/plot/PlotMapping.h"
+#include "tests/support/DialogDriver.h"
 
 #include <qcustomplot.h>
 #include <QContextMenuEvent>
-#include <QStatusBar>
 
 namespace ta::test {
 namespace {
 
 using terminal::Command;
 using terminal::TrendLineKind;
+using terminal::TrendLineListDialog;
 
 constexpr std::uint8_t kUsMarket = 2;
 const BarsKey kDaily{kUsMarket, "SPX", 0, 0};
@@ -26,54 +27,74 @@ const CString kSomeLine = "2004/2a7fff/1/0/0/17900,100/17950,110";
 class TrendLineFrame : public FrameTest {
 protected:
     terminal::DrawingBoard& Board() { return Chart().Drawings(); }
-    bool IsChecked(Command command) { return Window().GetCommands().At(command).isChecked(); }
-    bool IsEnabled(Command command) { return Window().GetCommands().At(command).isEnabled(); }
+    QCustomPlot* Plot() { return Chart().findChild<QCustomPlot*>(); }
+    bool IsChecked(Command command) { return Action(command).isChecked(); }
+    bool IsEnabled(Command command) { return Action(command).isEnabled(); }
+    void PressTool(Command command) {
+        auto* bar = Window().findChild<terminal::DrawingBar*>();
+        QTest::mouseClick(bar->widgetForAction(&Action(command)), Qt::LeftButton);
+    }
     /// Clicks at shares of the price pane's width and height.
     void Click(double x, double y) {
         const terminal::PlotMapping mapping = Chart().Mapping();
         const auto& pane = mapping.panes.front();
         QTest::mouseClick(
-            Chart().findChild<QCustomPlot*>(), Qt::LeftButton, {},
+            Plot(), Qt::LeftButton, {},
             QPointF(mapping.left + x * mapping.width, pane.top + y * pane.height).toPoint());
-    }
-    QString Status() { return Window().statusBar()->currentMessage(); }
-    /// Another terminal saves this list of groups, and these lines of SPX.
-    void SaveInOther(const std::vector<CString>& groups, const std::vector<CString>& lines) {
-        terminal::SqliteStore other;
-        ASSERT_EQ(other.Open(StorePath()).state, terminal::OpenResult::Opened);
-        other.SaveTAGroupNameList(groups);
-        for (unsigned i = 0; i < groups.size(); ++i) {
-            other.SaveTAGroupUniNum(i, ++m_newUniNum);
-        }
-        other.SaveTATrendLine(kTechViewClass, "02/SPX", {{"02/SPX/0000/0/price", lines}});
     }
     void DrawSegment(double y) {
         Choose(Command::DrawSegment);
         Click(0.3, y);
         Click(0.6, y);
     }
-    int m_newUniNum = 70;  ///< of groups that another terminal saves, all of them new
-    static QString Cell(const terminal::TrendLineListDialog& list, int row, int column) {
-        return list.findChild<QTableWidget*>()->item(row, column)->text();
+    /// What another terminal saves.
+    void InOther(const std::function<void(terminal::SqliteStore&)>& save) {
+        terminal::SqliteStore other;
+        ASSERT_EQ(other.Open(StorePath()).state, terminal::OpenResult::Opened);
+        save(other);
+        other.PackFile();
     }
-    static int Rows(const terminal::TrendLineListDialog& list) {
-        return list.findChild<QTableWidget*>()->rowCount();
+    /// Another terminal saves this list of groups, all of them new, and these lines of SPX.
+    void SaveInOther(const std::vector<CString>& groups, const std::vector<CString>& lines) {
+        InOther([&](terminal::SqliteStore& other) {
+            other.SaveTAGroupNameList(groups);
+            for (unsigned i = 0; i < groups.size(); ++i) {
+                other.SaveTAGroupUniNum(i, ++m_newUniNum);
+            }
+            other.SaveTATrendLine(kTechViewClass, "02/SPX", {{"02/SPX/0000/0/price", lines}});
+        });
     }
+    /// Opens the list by its command; `action` closes it.
+    void InList(const std::function<void(TrendLineListDialog&)>& action) {
+        m_driver.Expect(
+            [action](QWidget& dialog) { action(dynamic_cast<TrendLineListDialog&>(dialog)); });
+        Choose(Command::ListLines);
+    }
+    static QTableWidget& Table(const TrendLineListDialog& list) {
+        return *list.findChild<QTableWidget*>();
+    }
+    static QString Cell(const TrendLineListDialog& list, int row, int column) {
+        return Table(list).item(row, column)->text();
+    }
+    static int Rows(const TrendLineListDialog& list) { return Table(list).rowCount(); }
+    static void Press(QWidget& widget, std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys) {
+            QTest::keyClick(&widget, key);
+        }
+    }
+
+    DialogDriver m_driver;
+    int m_newUniNum = 70;
 };
 
 TEST_F(TrendLineFrame, TheToolbarFollowsTheDrawing) {
     EXPECT_TRUE(IsChecked(Command::DrawPointer));
     EXPECT_FALSE(IsEnabled(Command::DeleteAllLines));
-    auto* bar = Window().findChild<terminal::DrawingBar*>();
-    QAction& tool = Window().GetCommands().At(Command::DrawSegment);
-    EXPECT_EQ(tool.text(), "線段");
-    QTest::mouseClick(bar->widgetForAction(&tool), Qt::LeftButton);
+    PressTool(Command::DrawSegment);
     EXPECT_EQ(Board().Tool(), TrendLineKind::Segment);
     EXPECT_TRUE(IsChecked(Command::DrawSegment));
-    EXPECT_FALSE(Window().statusBar()->currentMessage().isEmpty()) << "What to do.";
     QTest::keyClick(&Chart(), Qt::Key_Escape);
     EXPECT_TRUE(IsChecked(Command::DrawPointer));
-    EXPECT_TRUE(Window().statusBar()->currentMessage().isEmpty());
 
     DrawSegment(0.5);
     EXPECT_TRUE(IsChecked(Command::DrawPointer));
@@ -84,20 +105,12 @@ TEST_F(TrendLineFrame, TheToolbarFollowsTheDrawing) {
     Choose(Command::DeleteLine);
     EXPECT_EQ(Board().LineCount(), 0);
     EXPECT_FALSE(IsEnabled(Command::SelectLine));
-    Choose(Command::English);
-    EXPECT_EQ(tool.text(), "Line segment");
-    Choose(Command::Chinese);
 }
 
 TEST_F(TrendLineFrame, TheHintGoesWithTheTool) {
     DrawSegment(0.5);
     EXPECT_EQ(Status(), "") << "It is drawn.";
-    auto* bar = Window().findChild<terminal::DrawingBar*>();
-    const auto press = [&](Command command) {
-        QAction& tool = Window().GetCommands().At(command);
-        QTest::mouseClick(bar->widgetForAction(&tool), Qt::LeftButton);
-    };
-    press(Command::DrawRailLine);
+    PressTool(Command::DrawRailLine);
     const QString rails = Status();
     EXPECT_NE(rails, "");
     Click(0.2, 0.3);
@@ -106,31 +119,33 @@ TEST_F(TrendLineFrame, TheHintGoesWithTheTool) {
     Click(0.4, 0.4);
     EXPECT_EQ(Board().LineCount(), 2);
     EXPECT_EQ(Status(), "");
-
-    press(Command::DrawHorizontal);
+    PressTool(Command::DrawHorizontal);
     const QString horizontal = Status();
-    press(Command::DrawGoldenCut);
+    PressTool(Command::DrawGoldenCut);
     EXPECT_NE(Status(), horizontal) << "Another tool, another hint.";
-    press(Command::DrawPointer);
-    EXPECT_EQ(Status(), "");
-    press(Command::DrawLine);
-    Click(0.5, 0.5);
-    QTest::keyClick(&Chart(), Qt::Key_Escape);
-    EXPECT_EQ(Status(), "");
-    press(Command::DrawLine);
-    QContextMenuEvent rightClick(QContextMenuEvent::Mouse, {200, 200}, Window().pos());
-    QApplication::sendEvent(Chart().findChild<QCustomPlot*>(), &rightClick);
-    EXPECT_EQ(Status(), "");
 
-    press(Command::DrawLine);
-    Choose(Command::NewTab);
-    EXPECT_EQ(Status(), "");
-    press(Command::DrawLine);
-    Chart().Show({Chart().Market(), Chart().SymbolId(), 1, 0});
-    EXPECT_EQ(Status(), "");
-    press(Command::DrawLine);
-    Window().CloseTab(1);
-    EXPECT_EQ(Status(), "");
+    const std::pair<const char*, std::function<void()>> ends[] = {
+        {"pointer", [this] { PressTool(Command::DrawPointer); }},
+        {"Escape",
+         [this] {
+             Click(0.5, 0.5);
+             QTest::keyClick(&Chart(), Qt::Key_Escape);
+         }},
+        {"right click",
+         [this] {
+             QContextMenuEvent click(QContextMenuEvent::Mouse, {200, 200}, Window().pos());
+             QApplication::sendEvent(Plot(), &click);
+         }},
+        {"new tab", [this] { Choose(Command::NewTab); }},
+        {"period", [this] { Tabs().SelectPeriod(1); }},
+        {"closed tab", [this] { Tabs().Close(1); }},
+    };
+    for (const auto& [name, end] : ends) {
+        PressTool(Command::DrawLine);
+        EXPECT_NE(Status(), "") << name;
+        end();
+        EXPECT_EQ(Status(), "") << name;
+    }
 }
 
 TEST_F(TrendLineFrame, ToolsWorkOnTheChartInFront) {
@@ -138,10 +153,10 @@ TEST_F(TrendLineFrame, ToolsWorkOnTheChartInFront) {
     Click(0.3, 0.5);
     Choose(Command::NewTab);
     EXPECT_TRUE(IsChecked(Command::DrawPointer));
-    EXPECT_FALSE(Window().ChartAt(0).Drawings().Tool()) << "Dropped with its tab.";
+    EXPECT_FALSE(Tabs().At(0).Drawings().Tool()) << "Dropped with its tab.";
     DrawSegment(0.5);
-    EXPECT_EQ(Window().ChartAt(0).Drawings().LineCount(), 1);
-    Window().CloseTab(1);
+    EXPECT_EQ(Tabs().At(0).Drawings().LineCount(), 1);
+    Tabs().Close(1);
     EXPECT_TRUE(IsEnabled(Command::DeleteAllLines));
     m_prompts.ExpectYesNo(true);
     Choose(Command::DeleteAllLines);
@@ -165,7 +180,7 @@ TEST_F(TrendLineFrame, TheLinesOfAnotherTerminalAppearAndStay) {
     DrawSegment(0.5);
     terminal::SqliteStore other;
     ASSERT_EQ(other.Open(StorePath()).state, terminal::OpenResult::Opened);
-    terminal::TrendLineListDialog list(Session().Markets(), &Window());
+    TrendLineListDialog list(Session().Markets(), &Window());
     list.show();
     EXPECT_EQ(Cell(list, 0, 1), "1");
     TrendLinesByType lines;
@@ -206,12 +221,10 @@ TEST_F(TrendLineFrame, AReloadWhileALineIsHalfDrawnChangesTheRestAndNotTheDrawin
     EXPECT_EQ(Board().Selected(), 2);
 
     // A line that is under the mouse goes.
-    QTest::mousePress(Chart().findChild<QCustomPlot*>(), Qt::LeftButton, {},
-                      Chart().findChild<QCustomPlot*>()->rect().center());
+    QTest::mousePress(Plot(), Qt::LeftButton);
     SaveInOther({"Newest"}, {});
     ASSERT_TRUE(Await([this] { return GroupsInBox() == QStringList("Newest"); }));
-    QTest::mouseRelease(Chart().findChild<QCustomPlot*>(), Qt::LeftButton, {},
-                        Chart().findChild<QCustomPlot*>()->rect().center());
+    QTest::mouseRelease(Plot(), Qt::LeftButton);
     EXPECT_EQ(Board().LineCount(), 0);
     EXPECT_FALSE(IsEnabled(Command::DeleteAllLines));
     Chart().grab();
@@ -220,39 +233,38 @@ TEST_F(TrendLineFrame, AReloadWhileALineIsHalfDrawnChangesTheRestAndNotTheDrawin
 TEST_F(TrendLineFrame, AReloadWhileTheListIsOpenIsShownThere) {
     DrawSegment(0.5);
     terminal::AddTrendLine({16, "9901", 3, 5}, kSomeLine);
-    QTimer::singleShot(0, [this] {
-        auto* list =
-            qobject_cast<terminal::TrendLineListDialog*>(QApplication::activeModalWidget());
-        ASSERT_NE(list, nullptr);
-        auto* table = list->findChild<QTableWidget*>();
-        QTest::keyClick(table, Qt::Key_End);
-        QTest::keyClick(table, Qt::Key_Down);
-        EXPECT_EQ(Rows(*list), 2);
-        EXPECT_EQ(list->Chosen()->symbol, "9901");
+    InList([this](TrendLineListDialog& list) {
+        Press(Table(list), {Qt::Key_End, Qt::Key_Down});
+        EXPECT_EQ(Rows(list), 2);
+        EXPECT_EQ(list.Chosen()->symbol, "9901");
+        InOther([](terminal::SqliteStore& other) {
+            other.SaveTATrendLine(kTechViewClass, "02/AMZN",
+                                  {{"02/AMZN/0000/0/price", {kSomeLine}}});
+        });
+        EXPECT_TRUE(Await([&] { return Rows(list) == 3; }));
+        EXPECT_EQ(Cell(list, 2, 0), "9901 模擬電子");
+        EXPECT_EQ(list.Chosen()->symbol, "9901") << "The choice follows its symbol.";
         SaveInOther({"New"}, {});
-        EXPECT_TRUE(Await([list] { return Rows(*list) == 1; }));
-        EXPECT_EQ(list->Chosen()->symbol, "9901") << "The choice follows its symbol.";
+        EXPECT_TRUE(Await([&] { return Rows(list) == 2; }));
+        EXPECT_EQ(list.Chosen()->symbol, "9901");
         EXPECT_EQ(Chart().GroupName(), "New");
         EXPECT_EQ(Board().LineCount(), 0);
 
         // All goes, and something else comes, while the question is open.
         m_prompts.ExpectYesNo(false);
-        m_prompts.Meanwhile([this, list] {
-            terminal::SqliteStore other;
-            ASSERT_EQ(other.Open(StorePath()).state, terminal::OpenResult::Opened);
-            other.RemoveAllTrendLineData(kTechViewClass);
-            other.PackFile();
-            EXPECT_TRUE(Await([list] { return Rows(*list) == 0; }));
+        m_prompts.Meanwhile([&] {
+            InOther(
+                [](terminal::SqliteStore& other) { other.RemoveAllTrendLineData(kTechViewClass); });
+            EXPECT_TRUE(Await([&] { return Rows(list) == 0; }));
         });
-        QTest::mouseClick(list->findChild<QPushButton*>("clearButton"), Qt::LeftButton);
-        EXPECT_FALSE(list->Chosen());
+        QTest::mouseClick(list.findChild<QPushButton*>("clearButton"), Qt::LeftButton);
+        EXPECT_FALSE(list.Chosen());
         SaveInOther({"Newer"}, {kSomeLine});
-        EXPECT_TRUE(Await([list] { return Rows(*list) == 1; }));
+        EXPECT_TRUE(Await([&] { return Rows(list) == 1; }));
         EXPECT_EQ(Board().LineCount(), 1);
-        list->grab();
-        QTest::keyClick(list, Qt::Key_Return);
+        list.grab();
+        Press(list, {Qt::Key_Return});
     });
-    Choose(Command::ListLines);
     EXPECT_EQ(Chart().SymbolId(), "SPX");
     EXPECT_EQ(Chart().GroupName(), "Newer");
     EXPECT_EQ(Board().LineCount(), 1);
@@ -264,7 +276,7 @@ TEST_F(TrendLineFrame, TheListNamesSymbolsKindsAndOpensThem) {
     terminal::AddTrendLine({16, "9901", 3, 5}, "2003/a/b/c/0/x");
     terminal::AddTrendLine({16, "9901", 3, 5}, "unreadable");
     terminal::AddTrendLine({9, "GONE", 0, 0}, kSomeLine);
-    terminal::TrendLineListDialog list(Session().Markets(), &Window());
+    TrendLineListDialog list(Session().Markets(), &Window());
     ASSERT_EQ(Rows(list), 3);
     EXPECT_EQ(Cell(list, 0, 0), "SPX S&P 500 指數");
     EXPECT_EQ(Cell(list, 0, 2), "線段 1");
@@ -274,22 +286,12 @@ TEST_F(TrendLineFrame, TheListNamesSymbolsKindsAndOpensThem) {
     EXPECT_EQ(Cell(list, 2, 1), "3");
     EXPECT_EQ(Cell(list, 2, 2), "種類 2003 1、股票箱 1、無法辨識 1");
 
-    QTimer::singleShot(0, [] {
-        auto* shown =
-            qobject_cast<terminal::TrendLineListDialog*>(QApplication::activeModalWidget());
-        ASSERT_NE(shown, nullptr);
-        auto* table = shown->findChild<QTableWidget*>();
-        QTest::keyClick(table, Qt::Key_End);
-        QTest::keyClick(table, Qt::Key_Down);
-        QTest::keyClick(table, Qt::Key_Down);
-        QTest::keyClick(table, Qt::Key_Return);
+    InList([](TrendLineListDialog& shown) {
+        Press(Table(shown), {Qt::Key_End, Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
     });
-    Choose(Command::ListLines);
     EXPECT_EQ(Chart().SymbolId(), "9901");
     EXPECT_EQ(std::pair(Chart().Period(), Chart().Count()), std::pair(3, 5)) << "Where lines are.";
-    QTimer::singleShot(0,
-                       [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
-    Choose(Command::ListLines);
+    InList([](TrendLineListDialog& shown) { Press(shown, {Qt::Key_Escape}); });
     EXPECT_EQ(Chart().SymbolId(), "9901");
 }
 
@@ -298,7 +300,7 @@ TEST_F(TrendLineFrame, AClassIsClearedAfterAQuestion) {
     terminal::AddTrendLine({16, "9901", 0, 0}, kSomeLine);
     Repository().AddTrendLineData("Other", "10/9901", "price", 0, kSomeLine, 0);
     Repository().SaveTrendLineData();
-    terminal::TrendLineListDialog list(Session().Markets(), &Window());
+    TrendLineListDialog list(Session().Markets(), &Window());
     list.show();
     ASSERT_EQ(Rows(list), 3);
     auto* clear = list.findChild<QPushButton*>("clearButton");

@@ -5,18 +5,25 @@
 #include <QTest>
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 namespace ta::test {
+namespace {
+
+void Check(bool condition, const std::string& what) {
+    if (!condition) {
+        g_onDialogFault(what);
+    }
+}
+
+}  // namespace
 
 DialogDriver::DialogDriver() {
     Poll();
 }
 
 DialogDriver::~DialogDriver() {
-    EXPECT_TRUE(m_actions.empty()) << m_actions.size() << " expected dialogs did not open";
+    Check(m_actions.empty(), std::to_string(m_actions.size()) + " expected dialogs did not open");
 }
 
 void DialogDriver::Poll() {
@@ -31,13 +38,14 @@ void DialogDriver::Poll() {
 void DialogDriver::Answer(QWidget& dialog) {
     const QPointer<QWidget> alive(&dialog);
     if (m_actions.empty()) {
-        ADD_FAILURE() << "unexpected dialog: " << dialog.windowTitle().toStdString();
+        Check(false, "unexpected dialog: " + dialog.windowTitle().toStdString());
     } else {
         const Action action = std::move(m_actions.front());
         m_actions.pop_front();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &dialog; }));
+        Check(QTest::qWaitFor([&] { return QApplication::activeWindow() == &dialog; }),
+              "the dialog does not get active");
         action(dialog);
-        EXPECT_FALSE(alive != nullptr && alive->isVisible()) << "the dialog was left open";
+        Check(alive == nullptr || !alive->isVisible(), "the dialog was left open");
     }
     if (alive != nullptr && alive->isVisible()) {
         static_cast<QDialog&>(dialog).done(QDialog::Rejected);

@@ -1,3 +1,5 @@
+#include "tests/support/DialogDriver.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -9,6 +11,7 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     testing::InitGoogleTest(&argc, argv);
+    ta::test::g_onDialogFault = [](const std::string& what) { ADD_FAILURE() << what; };
     QApplication application(argc, argv);
     QApplication::setFont(QFont("Noto Sans CJK TC", 10));
     return RUN_ALL_TESTS();

@@ -81,7 +81,7 @@ class CheckTest(unittest.TestCase):
                          [f"{name}:{line}" for name in sorted(includes)])
 
     def test_clean_tree_passes(self):
-        for rule in ("layers", "built", "keys", "paths"):
+        for rule in ("layers", "circles", "built", "keys", "paths"):
             self.assertEqual(self.check(rule), [], rule)
 
     @unittest.skipUnless(shutil.which("clang-format"), "needs clang-format")
@@ -102,9 +102,15 @@ class CheckTest(unittest.TestCase):
             "sheet/S.h": "dialogs/D.h",
             "sheet/T.h": "terminal/Store.h",
             "terminal/T.cpp": "tests/support/Memory.h",
+            "terminal/U.cpp": "tour/Guide.h",
+            "terminal/chart/C.h": "terminal/frame/F.h",
+            "terminal/chart/D.h": "terminal/store/S.h",
+            "terminal/lines/L.h": "terminal/chart/C.h",
             "terminal/plot/P.h": "terminal/lines/L.h",
             "terminal/quotes/Q.h": "terminal/store/S.h",
-            "terminal/store/S.h": "terminal/frame/F.h"}
+            "terminal/store/S.h": "terminal/quotes/Q.h",
+            "terminal/studies/S.h": "terminal/plot/P.h",
+            "tour/T.cpp": "tests/frame/Fixture.h"}
         self.assert_each_fault(includes, '#include "%s"\n', 1)
 
     def test_layers_downwards(self):
@@ -117,7 +123,12 @@ class CheckTest(unittest.TestCase):
             "terminal/T.cpp": "sheet/S.h",
             "terminal/chart/C.h": "terminal/lines/L.h",
             "terminal/frame/F.h": "terminal/chart/C.h",
-            "terminal/lines/L.h": "sheet/S.h"}
+            "terminal/frame/G.h": "terminal/store/S.h",
+            "terminal/lines/L.h": "terminal/plot/P.h",
+            "terminal/plot/P.h": "terminal/studies/S.h",
+            "terminal/store/S.h": "terminal/lang/L.h",
+            "tour/T.cpp": "terminal/frame/F.h",
+            "tour/U.cpp": "tests/support/Driver.h"}
         files = {name: f'#include "{include}"\n' for name, include in includes.items()}
         self.assertEqual(self.check("layers", files=files), [])
 
@@ -135,6 +146,19 @@ class CheckTest(unittest.TestCase):
     def test_layers_core_through_a_header(self):
         self.assert_fault("layers", "groupfile/Merge.h", '#include "groupfile/Dialog.h"\n',
                           "groupfile/Dialog.h:3: the core may not include <QWidget>")
+
+    def test_circles(self):
+        files = {"sheet/A.cpp": '#include "sheet/A.h"\n#include "sheet/B.h"\n',
+                 "sheet/A.h": "#pragma once\n",
+                 "sheet/B.h": '#include "sheet/C.h"\n',
+                 "sheet/C.cpp": '#include "sheet/C.h"\n'}
+        for name in ("sheet/C.h", "sheet/C.cpp"):
+            with self.subTest(closed_by=name):
+                self.assertEqual(self.check("circles", files=files), [])
+                lines = self.check("circles", files={
+                    **files, "sheet/C.h": "", name: '#include "sheet/A.h"\n'})
+                self.assertEqual([line.split(": ")[0] for line in lines],
+                                 ["sheet/A.cpp:2", "sheet/B.h:1", f"{name}:1"])
 
     def test_forgotten_source(self):
         forgotten = [f"{folder}/Forgotten.cpp" for folder in ("bench", "fuzz", "terminal", "tests")]

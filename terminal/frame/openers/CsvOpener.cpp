@@ -1,4 +1,4 @@
-#include "terminal/frame/CsvOpener.h"
+#include "terminal/frame/openers/CsvOpener.h"
 
 #include "platform/ui/Prompts.h"
 #include "terminal/lang/Language.h"

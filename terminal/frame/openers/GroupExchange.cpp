@@ -1,13 +1,13 @@
-#include "terminal/frame/GroupExchange.h"
-
 #include "groupfile/TAGroupExport.h"
 #include "groupfile/TAGroupImport.h"
 #include "platform/ui/Prompts.h"
+#include "terminal/frame/Frame.h"
 #include "terminal/frame/SettingsOpener.h"
+#include "terminal/frame/openers/Openers.h"
 #include "terminal/lang/Language.h"
 
 #include <QFileInfo>
-#include <QWidget>
+#include <QMainWindow>
 
 namespace ta::terminal {
 
@@ -15,30 +15,32 @@ bool IsGroupFile(const QString& path) {
     return QFileInfo(path).suffix().compare("TASG", Qt::CaseInsensitive) == 0;
 }
 
-void ExportGroups(QWidget& parent) {
-    CTAGroupExport(&parent).DoModal();
+void ExportGroups(const Frame& frame) {
+    CTAGroupExport(&frame.window).DoModal();
 }
 
-bool ImportGroups(QWidget& parent, QString path) {
+void ImportGroups(const Frame& frame) {
+    const QString path = ui::CurrentPrompts().OpenFile(
+        &frame.window, Tr("IDS_TERMINAL-FRAME_GROUP_IMPORT_TITLE"), {},
+        Tr("IDS_TERMINAL-FRAME_GROUP_FILES") + " (*.TASG *.tasg)");
+    if (!path.isNull()) {
+        ImportGroups(frame, path);
+    }
+}
+
+bool ImportGroups(const Frame& frame, const QString& path) {
     ui::Prompts& prompts = ui::CurrentPrompts();
     const QString title = Tr("IDS_TERMINAL-FRAME_TITLE");
-    if (path.isEmpty()) {
-        path = prompts.OpenFile(&parent, Tr("IDS_TERMINAL-FRAME_GROUP_IMPORT_TITLE"), {},
-                                Tr("IDS_TERMINAL-FRAME_GROUP_FILES") + " (*.TASG *.tasg)");
-        if (path.isNull()) {
-            return false;
-        }
-    }
     if (!QFileInfo::exists(path)) {
-        prompts.Message(&parent, ui::PromptIcon::Warning, title,
+        prompts.Message(&frame.window, ui::PromptIcon::Warning, title,
                         Tr("IDS_TECHVIEW-STRING_GROUPIMPORT_NOSELECT_FILE"));
         return false;
     }
-    if (CTAGroupImport(path, &parent).DoModal() != ui::kIdOk) {
+    if (CTAGroupImport(path, &frame.window).DoModal() != ui::kIdOk) {
         return false;
     }
     TellChartsOfGroups();
-    prompts.Message(&parent, ui::PromptIcon::None, title,
+    prompts.Message(&frame.window, ui::PromptIcon::None, title,
                     Tr("IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK"));
     return true;
 }

@@ -2,24 +2,24 @@
 #include "settings/Messages.h"
 #include "settings/TaSettingHandle.h"
 #include "terminal/chart/ChartView.h"
-#include "terminal/frame/Session.h"
-#include "terminal/tour/TourDrawing.h"
-#include "terminal/tour/TourExchange.h"
-#include "terminal/tour/TourGuide.h"
-#include "terminal/tour/TourSheet.h"
+#include "terminal/frame/openers/Openers.h"
+#include "tour/Guide.h"
+#include "tour/Steps.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QCompleter>
 #include <QFile>
-#include <QMenuBar>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <cmath>
 
-namespace ta::terminal {
+namespace ta::tour {
 namespace {
+
+using terminal::Market;
+using terminal::Symbol;
 
 constexpr int kDefaultPanes = 4;
 
@@ -31,65 +31,43 @@ const char* const kOscillatorGroup = "擺盪指標";
 const StudyLists kTrendStudies{{0, 7, 8}, {16}, {40}, {41}};
 const StudyLists kOscillatorStudies{{0, 5}, {24}, {26}, {28}, {31}};
 
-void Confirm(QWidget& dialog) {
-    TourGuide::Press(dialog, Qt::Key_Return);
-}
-
 const Symbol& FirstSymbol(const std::vector<const Symbol*>& symbols,
                           const std::function<bool(const Symbol&)>& wanted) {
     const auto found =
         std::ranges::find_if(symbols, [&wanted](const Symbol* symbol) { return wanted(*symbol); });
-    TourGuide::Expect(found != symbols.end(), "the catalogue lacks a kind of symbol");
+    Expect(found != symbols.end(), "the catalogue lacks a kind of symbol");
     return **found;
 }
 
-/// All symbols whose id or name holds a text.
-std::vector<const Symbol*> Symbols(TourGuide& guide, std::uint8_t market) {
-    return guide.Window().GetSession().Markets().SymbolsOf(market);
+std::vector<const Symbol*> Symbols(Guide& guide, std::uint8_t market) {
+    return guide.Parts().session.Markets().SymbolsOf(market);
 }
 
-void ChoosePeriod(TourGuide& guide, const char* textKey) {
-    TourGuide::Choose(guide.Window().ToolBar().Period(), Tr(textKey));
-}
-
-void ShowMainWindow(TourGuide& guide) {
-    TourGuide::Settle();
-    TourGuide::Expect(QFontMetrics(QApplication::font()).inFont(QChar(u'線')),
-                      "the font has no Chinese characters (package fonts-noto-cjk)");
+void ShowMainWindow(Guide& guide) {
+    Settle();
+    Expect(QFontMetrics(QApplication::font()).inFont(QChar(u'線')),
+           "the font has no Chinese characters (package fonts-noto-cjk)");
     guide.ExpectChart(kDefaultPanes);
-    TourGuide::Expect(guide.Chart().BarCount() > 5000, "the index lacks bars");
+    Expect(guide.Chart().BarCount() > 5000, "the index lacks bars");
     guide.Picture("main-window");
 }
 
-void ShowCursor(TourGuide& guide) {
+void ShowCursor(Guide& guide) {
     for (int i = 0; i < 20; ++i) {
-        TourGuide::Press(guide.Chart(), Qt::Key_Left);
+        QTest::keyClick(&guide.Chart(), Qt::Key_Left);
     }
-    TourGuide::Expect(guide.Chart().CursorBar() >= 0, "there is no cursor line");
+    Expect(guide.Chart().CursorBar() >= 0, "there is no cursor line");
     guide.Picture("cursor-line");
-    TourGuide::Press(guide.Chart(), Qt::Key_Escape);
+    Dismiss(guide.Chart());
 }
 
-void ShowMenu(TourGuide& guide, MenuId id, const char* picture) {
-    QMenu& menu = guide.Window().GetCommands().At(id);
-    guide.Window().menuBar()->setActiveAction(menu.menuAction());
-    TourGuide::Settle();
-    TourGuide::Expect(menu.isVisible(), "the menu does not open");
-    guide.Picture(picture);
-    menu.hide();
-    TourGuide::Settle();
-}
-
-void ShowGroupMenu(TourGuide& guide) {
-    ShowMenu(guide, MenuId::Group, "group-menu");
-}
-
-void ShowChartMenu(TourGuide& guide) {
-    ShowMenu(guide, MenuId::Chart, "chart-menu");
+void ShowMenus(Guide& guide) {
+    guide.MenuPicture(MenuId::Chart, "chart-menu");
+    guide.MenuPicture(MenuId::Group, "group-menu");
 }
 
 /// Adds a group and gives it its studies.
-void MakeGroup(TourGuide& guide, const char* name, const StudyLists& studies, const char* picture) {
+void MakeGroup(Guide& guide, const char* name, const StudyLists& studies, const char* picture) {
     AddGroupInSheet(guide, name, picture);
     const CString group = ui::FromQString(name);
     CTaSettingHandle& repository = CTaSettingHandle::GetInstance();
@@ -100,78 +78,77 @@ void MakeGroup(TourGuide& guide, const char* name, const StudyLists& studies, co
     guide.ExpectChart(static_cast<int>(studies.size()));
 }
 
-void ShowAddGroup(TourGuide& guide) {
+void ShowAddGroup(Guide& guide) {
     MakeGroup(guide, kTrendGroup, kTrendStudies, "add-group");
 }
 
-void ShowTrendGroup(TourGuide& guide) {
+void ShowTrendGroup(Guide& guide) {
     guide.Picture("group-trend");
 }
 
-void ShowOscillatorGroup(TourGuide& guide) {
+void ShowOscillatorGroup(Guide& guide) {
     MakeGroup(guide, kOscillatorGroup, kOscillatorStudies, nullptr);
     guide.Picture("group-oscillators");
 }
 
-void ShowDefaultGroup(TourGuide& guide) {
-    QComboBox& box = guide.Window().ToolBar().Group();
-    TourGuide::Choose(box, box.itemText(0));
+void ShowDefaultGroup(Guide& guide) {
+    guide.ChooseDefaultGroup();
     guide.ExpectChart(kDefaultPanes);
     guide.Picture("group-default");
 }
 
-void ShowWeekly(TourGuide& guide) {
-    ChoosePeriod(guide, "IDS_TERMINAL-FRAME_PERIOD_WEEK");
+void ShowWeekly(Guide& guide) {
+    guide.ChoosePeriod("IDS_TERMINAL-FRAME_PERIOD_WEEK");
     guide.ExpectChart(kDefaultPanes);
     guide.Picture("weekly");
 }
 
-void ShowMonthly(TourGuide& guide) {
-    ChoosePeriod(guide, "IDS_TERMINAL-FRAME_PERIOD_MONTH");
+void ShowMonthly(Guide& guide) {
+    guide.ChoosePeriod("IDS_TERMINAL-FRAME_PERIOD_MONTH");
     guide.ExpectChart(kDefaultPanes);
     guide.Picture("monthly");
 }
 
-void ShowSymbolSearch(TourGuide& guide) {
-    SymbolBox& box = guide.Window().ToolBar().Symbol();
+void ShowSymbolSearch(Guide& guide) {
+    terminal::SymbolBox& box = guide.Parts().toolBar.Symbol();
     guide.Choose(Command::FindSymbol);
     box.selectAll();
-    TourGuide::Type(box, "模擬");
-    TourGuide::Expect(box.completer()->popup()->isVisible(), "the list of symbols does not open");
+    Type(box, "模擬");
+    Expect(box.completer()->popup()->isVisible(), "the list of symbols does not open");
     guide.Picture("symbol-search");
-    TourGuide::Press(*box.completer()->popup(), Qt::Key_Escape);
-    TourGuide::Press(box, Qt::Key_Escape);
+    Dismiss(*box.completer()->popup());
+    Dismiss(box);
 }
 
-void ShowFuture(TourGuide& guide) {
+void ShowFuture(Guide& guide) {
     const Symbol& future = FirstSymbol(Symbols(guide, 'm'), [](const Symbol& symbol) {
         return symbol.hasDaily && !symbol.contractMonth.empty();
     });
     guide.Open(ui::ToQString(future.id));
-    ChoosePeriod(guide, "IDS_TERMINAL-FRAME_PERIOD_DAY");
+    guide.ChoosePeriod("IDS_TERMINAL-FRAME_PERIOD_DAY");
     guide.ExpectChart(kDefaultPanes);
     guide.Picture("future");
 }
 
-void ShowMinutes(TourGuide& guide) {
+void ShowMinutes(Guide& guide) {
     std::vector<const Symbol*> symbols;
-    for (const Market& market : guide.Window().GetSession().Markets().Markets()) {
+    for (const Market& market : guide.Parts().session.Markets().Markets()) {
         std::ranges::copy(Symbols(guide, market.id), std::back_inserter(symbols));
     }
     guide.Choose(Command::NewTab);
     const Symbol& symbol =
         FirstSymbol(symbols, [](const Symbol& candidate) { return candidate.hasMinutes; });
     guide.Open(ui::ToQString(symbol.id));
-    ChoosePeriod(guide, "IDS_TERMINAL-FRAME_PERIOD_MINUTE5");
+    guide.ChoosePeriod("IDS_TERMINAL-FRAME_PERIOD_MINUTE5");
     guide.ExpectChart(kDefaultPanes);
     guide.Picture("minutes");
 }
 
-void ShowTabs(TourGuide& guide) {
+void ShowTabs(Guide& guide) {
     guide.Choose(Command::NewTab);
-    TourGuide::Choose(guide.Window().ToolBar().Group(), kTrendGroup);
+    guide.ChooseGroup(kTrendGroup);
     guide.Choose(Command::ZoomOut);
-    TourGuide::Expect(guide.Window().TabCount() == 3, "there are not three tabs");
+    Expect(guide.Tabs().count() == 3, "there are not three tabs");
     guide.ExpectChart(static_cast<int>(kTrendStudies.size()));
     guide.Picture("several-tabs");
 }
@@ -196,83 +173,65 @@ QString WriteSampleCsv(const QTemporaryDir& folder) {
     }
     text += "2020-05-01,110,bad,108,109,1200\n2020-13-40,110,111,108,109,1200\n";
     QFile file(folder.filePath("my-prices.csv"));
-    TourGuide::Expect(file.open(QIODevice::WriteOnly), "the sample file cannot be written");
+    Expect(file.open(QIODevice::WriteOnly), "the sample file cannot be written");
     file.write(text.toUtf8());
     return file.fileName();
 }
 
-void ShowCsv(TourGuide& guide) {
+void ShowCsv(Guide& guide) {
     const QTemporaryDir folder;
     const QString path = WriteSampleCsv(folder);
-    guide.WithDialogs([&] { guide.Window().OpenCsv(path); }, {[&guide](QWidget& message) {
+    guide.WithDialogs([&] { OpenPriceFile(guide.Parts(), path); }, {[&guide](QWidget& message) {
                           guide.Picture("csv-bad-rows");
                           Confirm(message);
                       }});
-    TourGuide::Expect(guide.Chart().Market() == UserMarket::kId, "the file is not shown");
+    Expect(guide.Chart().Market() == terminal::UserMarket::kId, "the file is not shown");
     guide.ExpectChart(static_cast<int>(kTrendStudies.size()));
     guide.Picture("csv-opened");
 }
 
-void ShowEnglish(TourGuide& guide) {
+void ShowEnglish(Guide& guide) {
     guide.Open("SPX");
     guide.Choose(Command::English);
     guide.ExpectChart(static_cast<int>(kTrendStudies.size()));
     guide.Picture("english");
-    ShowMenu(guide, MenuId::File, "english-menu");
+    guide.MenuPicture(MenuId::File, "english-menu");
     guide.Choose(Command::Chinese);
 }
 
-void ShowAbout(TourGuide& guide) {
+void ShowAbout(Guide& guide) {
     guide.Choose(Command::About, {[&guide](QWidget& message) {
                      guide.Picture("about");
                      Confirm(message);
                  }});
 }
 
-void ShowDark(TourGuide& guide) {
-    QPalette dark(QColor(53, 53, 53));
-    dark.setColor(QPalette::Base, QColor(30, 30, 30));
-    const QPalette light = QApplication::palette();
-    QApplication::setPalette(dark);
-    guide.ExpectChart(static_cast<int>(kTrendStudies.size()));
-    guide.Picture("dark");
-    QApplication::setPalette(light);
+void ShowDark(Guide& guide) {
+    guide.DarkPicture("dark");
 }
 
 }  // namespace
 
-const std::vector<TourStep>& TourSteps() {
-    static const std::vector<TourStep> steps{
-        {"main-window", ShowMainWindow},
-        {"cursor-line", ShowCursor},
-        {"chart-menu", ShowChartMenu},
-        {"group-menu", ShowGroupMenu},
-        {"add-group", ShowAddGroup},
-        {"group-name-in-use", ShowNameInUse},
-        {"group-trend", ShowTrendGroup},
-        {"group-oscillators", ShowOscillatorGroup},
-        {"group-default", ShowDefaultGroup},
+std::vector<Step> ChartSteps() {
+    return {
+        {"main window", ShowMainWindow},
+        {"cursor line", ShowCursor},
+        {"menus", ShowMenus},
+        {"add group", ShowAddGroup},
+        {"trend group", ShowTrendGroup},
+        {"oscillator group", ShowOscillatorGroup},
+        {"default group", ShowDefaultGroup},
         {"weekly", ShowWeekly},
         {"monthly", ShowMonthly},
-        {"symbol-search", ShowSymbolSearch},
+        {"symbol search", ShowSymbolSearch},
         {"future", ShowFuture},
         {"minutes", ShowMinutes},
-        {"several-tabs", ShowTabs},
-        {"csv", ShowCsv},
-        {"group-export", ShowExport},
-        {"group-import", ShowImport},
-        {"sheet", ShowSheet},
+        {"several tabs", ShowTabs},
+        {"price file", ShowCsv},
         {"english", ShowEnglish},
         {"about", ShowAbout},
         {"dark", ShowDark},
-        {"drawing", ShowDrawing},
-        {"trend-lines", ShowTrendLines},
-        {"drawing-menu", ShowDrawingMenu},
-        {"trend-lines-second-window", ShowTrendLinesTwice},
-        {"trend-line-list", ShowTrendLineList},
-        {"trend-lines-dark", ShowTrendLinesInTheDark},
     };
-    return steps;
 }
 
-}  // namespace ta::terminal
+}  // namespace ta::tour

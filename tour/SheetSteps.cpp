@@ -1,11 +1,10 @@
-#include "terminal/tour/TourSheet.h"
-
 #include "platform/ui/DialogBase.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/TaSettingHandle.h"
 #include "sheet/TAGroupEditDlg.h"
 #include "terminal/chart/ChartView.h"
-#include "terminal/tour/TourGuide.h"
+#include "tour/Guide.h"
+#include "tour/Steps.h"
 
 #include <QAbstractSpinBox>
 #include <QLineEdit>
@@ -15,54 +14,28 @@
 #include <algorithm>
 #include <utility>
 
-namespace ta::terminal {
+namespace ta::tour {
 namespace {
-
-using Answers = TourGuide::Answers;
-
-/// A control of the page in front.
-template <class Control = QWidget>
-Control& Find(QWidget& dialog, const char* name) {
-    const QList<Control*> controls = dialog.findChildren<Control*>(name);
-    const auto shown = std::ranges::find_if(controls, &QWidget::isVisible);
-    TourGuide::Expect(shown != controls.end(), name);
-    return **shown;
-}
-
-void Push(QWidget& dialog, const char* button) {
-    QWidget& control = Find(dialog, button);
-    TourGuide::Expect(control.isEnabled(), button);
-    TourGuide::Click(control, control.rect().center());
-}
 
 /// The sheet's save button.
 void Save(QWidget& sheet) {
-    QWidget& button = *static_cast<ui::DialogBase&>(sheet).GetDlgItem(ui::kIdOk);
-    TourGuide::Click(button, button.rect().center());
+    QTest::mouseClick(static_cast<ui::DialogBase&>(sheet).GetDlgItem(ui::kIdOk), Qt::LeftButton);
 }
 
 void Enter(QWidget& nameDialog, const QString& name) {
     auto& edit = Find<QLineEdit>(nameDialog, "nameEdit");
     edit.selectAll();
-    TourGuide::Type(edit, name);
+    Type(edit, name);
     Push(nameDialog, "okButton");
-}
-
-void Confirm(QWidget& message) {
-    TourGuide::Press(message, Qt::Key_Return);
-}
-
-void Dismiss(QWidget& dialog) {
-    TourGuide::Press(dialog, Qt::Key_Escape);
 }
 
 /// Pictures of one round, named "sheet-KIND" with the language behind.
 struct Round {
-    TourGuide& guide;
+    Guide& guide;
     QString language;
 
     void Picture(const char* kind) const {
-        guide.Picture(QString("sheet-%1-%2").arg(kind, language).toUtf8().constData());
+        guide.Picture(QString("sheet-%1-%2").arg(kind, language));
     }
 };
 
@@ -70,7 +43,12 @@ struct Round {
 void DragSecondRow(QListWidget& list) {
     const QPoint from = list.visualItemRect(list.item(1)).center();
     const QPoint to = list.visualItemRect(list.item(0)).center();
-    TourGuide::Drag(*list.viewport(), from, to);
+    QWidget* rows = list.viewport();
+    QTest::mousePress(rows, Qt::LeftButton, {}, from);
+    QTest::mouseMove(rows, (from + to) / 2);
+    QTest::mouseMove(rows, to);
+    QTest::mouseRelease(rows, Qt::LeftButton, {}, to);
+    Settle();
 }
 
 void ShowGroupPage(const Round& round) {
@@ -79,11 +57,11 @@ void ShowGroupPage(const Round& round) {
         auto& list = Find<QListWidget>(dialog, "groupList");
         const QString second = list.item(1)->text();
         DragSecondRow(list);
-        TourGuide::Expect(list.item(0)->text() == second, "the dragged row does not move");
+        Expect(list.item(0)->text() == second, "the dragged row does not move");
         round.Picture("groups-dragged");
         Dismiss(dialog);
     };
-    round.guide.Choose(Command::EditSettings, {sheet, Dismiss});
+    round.guide.Choose(Command::EditSettings, {sheet, Deny});
 }
 
 void ShowAdd(const Round& round) {
@@ -106,7 +84,7 @@ void ShowAdd(const Round& round) {
         round.Picture("groups-delete");
         Dismiss(dialog);
     };
-    round.guide.Choose(Command::EditSettings, {sheet, add, modify, question, Dismiss});
+    round.guide.Choose(Command::EditSettings, {sheet, add, modify, question, Deny});
 }
 
 /// No page asks which group is to be replaced; a chart module may.
@@ -121,10 +99,9 @@ void ShowReplace(const Round& round) {
 
 /// Types over what the first parameter's field holds.
 void EnterFirstParam(QWidget& sheet, const QString& text) {
-    auto* field = sheet.findChild<QAbstractSpinBox*>(QString(), Qt::FindChildrenRecursively);
-    TourGuide::Expect(field != nullptr, "the study has no parameter");
-    field->selectAll();
-    TourGuide::Type(*field, text);
+    auto& field = Find<QAbstractSpinBox>(sheet, {});
+    field.selectAll();
+    Type(field, text);
 }
 
 /// The moving averages of the first pane, opened as by a double click on their legend.
@@ -139,34 +116,16 @@ void ShowStudyPage(const Round& round) {
         Dismiss(dialog);
     };
     const auto picker = [&round](QWidget& dialog) {
-        TourGuide::Type(Find(dialog, "searchEdit"), round.language == "zh" ? "線" : "rsi");
+        Type(Find(dialog, "searchEdit"), round.language == "zh" ? "線" : "rsi");
         round.Picture("picker");
         Dismiss(dialog);
     };
     ChartView& chart = round.guide.Chart();
     round.guide.WithDialogs([&chart] { emit chart.legendDoubleClicked(0, 2); },
-                            {sheet, picker, Dismiss});
+                            {sheet, picker, Deny});
 }
 
-}  // namespace
-
-void AddGroupInSheet(TourGuide& guide, const QString& name, const char* picture) {
-    const auto sheet = [&](QWidget& dialog) {
-        Push(dialog, "addButton");
-        Save(dialog);
-    };
-    const auto nameDialog = [&](QWidget& dialog) {
-        if (picture != nullptr) {
-            guide.Picture(picture);
-        }
-        Enter(dialog, name);
-    };
-    guide.Choose(Command::EditSettings, {sheet, nameDialog});
-    TourGuide::Expect(guide.Chart().GroupName() == ui::FromQString(name),
-                      "the new group is not shown");
-}
-
-void ShowNameInUse(TourGuide& guide) {
+void ShowNameInUse(Guide& guide) {
     const QString used = ui::ToQString(CTaSettingHandle::GetInstance().GetSystemDefaultGroup());
     const auto sheet = [](QWidget& dialog) {
         Push(dialog, "addButton");
@@ -180,7 +139,7 @@ void ShowNameInUse(TourGuide& guide) {
     guide.Choose(Command::EditSettings, {sheet, nameDialog, message, Dismiss});
 }
 
-void ShowSheet(TourGuide& guide) {
+void ShowSheet(Guide& guide) {
     for (const auto& [command, name] :
          {std::pair(Command::Chinese, "zh"), std::pair(Command::English, "en")}) {
         guide.Choose(command);
@@ -193,4 +152,25 @@ void ShowSheet(TourGuide& guide) {
     guide.Choose(Command::Chinese);
 }
 
-}  // namespace ta::terminal
+}  // namespace
+
+void AddGroupInSheet(Guide& guide, const QString& name, const char* picture) {
+    const auto sheet = [&](QWidget& dialog) {
+        Push(dialog, "addButton");
+        Save(dialog);
+    };
+    const auto nameDialog = [&](QWidget& dialog) {
+        if (picture != nullptr) {
+            guide.Picture(picture);
+        }
+        Enter(dialog, name);
+    };
+    guide.Choose(Command::EditSettings, {sheet, nameDialog});
+    Expect(guide.Chart().GroupName() == ui::FromQString(name), "the new group is not shown");
+}
+
+std::vector<Step> SheetSteps() {
+    return {{"group name in use", ShowNameInUse}, {"sheet", ShowSheet}};
+}
+
+}  // namespace ta::tour

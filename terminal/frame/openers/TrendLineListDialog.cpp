@@ -1,4 +1,4 @@
-#include "terminal/frame/TrendLineListDialog.h"
+#include "terminal/frame/openers/TrendLineListDialog.h"
 
 #include "platform/ui/Prompts.h"
 #include "platform/ui/TextBridge.h"

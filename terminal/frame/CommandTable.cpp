@@ -1,0 +1,128 @@
+#include "terminal/frame/CommandTable.h"
+
+#include "settings/TaSettingHandle.h"
+#include "terminal/chart/ChartView.h"
+#include "terminal/frame/ChartTabs.h"
+#include "terminal/frame/Frame.h"
+#include "terminal/frame/FrameToolBar.h"
+#include "terminal/frame/Session.h"
+#include "terminal/frame/openers/Openers.h"
+#include "terminal/lines/DrawingBoard.h"
+
+#include <QMainWindow>
+
+namespace ta::terminal {
+namespace {
+
+template <void (ChartTabs::*action)()>
+void OnTabs(const Frame& frame) {
+    (frame.tabs.*action)();
+}
+
+template <void (ChartView::*action)()>
+void OnChart(const Frame& frame) {
+    (frame.tabs.Current().*action)();
+}
+
+/// The board of the chart in front, which gets the keys.
+DrawingBoard& Board(const Frame& frame) {
+    frame.tabs.Current().setFocus();
+    return frame.tabs.Current().Drawings();
+}
+
+template <void (DrawingBoard::*action)()>
+void OnLines(const Frame& frame) {
+    (Board(frame).*action)();
+}
+
+template <TrendLineKind kind>
+void Draw(const Frame& frame) {
+    Board(frame).ChooseTool(kind);
+}
+
+void Point(const Frame& frame) {
+    Board(frame).ChooseTool(std::nullopt);
+}
+
+template <Language::Id language>
+void Speak(const Frame& frame) {
+    frame.session.Lang().Select(language);
+}
+
+void SaveSettings(const Frame&) {
+    CTaSettingHandle::GetInstance().SaveAllGroupSetting();
+}
+
+void Exit(const Frame& frame) {
+    frame.window.close();
+}
+
+void FindSymbol(const Frame& frame) {
+    frame.toolBar.Symbol().setFocus(Qt::ShortcutFocusReason);
+}
+
+void TakeRisingRed(const Frame& frame) {
+    frame.tabs.SetRisingRed(frame.commands.At(Command::RisingRed).isChecked());
+}
+
+constexpr CommandRow kRows[] = {
+    {Command::OpenCsv, MenuId::File, "IDS_TERMINAL-FRAME_OPEN_CSV", "Ctrl+O", OpenPriceFile},
+    {Command::SaveSettings, MenuId::File, "IDS_TERMINAL-FRAME_SAVE_SETTINGS", "Ctrl+S",
+     SaveSettings},
+    {Command::NewTab, MenuId::File, "IDS_TERMINAL-FRAME_NEW_TAB", "Ctrl+N",
+     OnTabs<&ChartTabs::AddCopy>, true},
+    {Command::CloseTab, MenuId::File, "IDS_TERMINAL-FRAME_CLOSE_TAB", "Ctrl+W",
+     OnTabs<&ChartTabs::CloseCurrent>},
+    {Command::Exit, MenuId::File, "IDS_TERMINAL-FRAME_EXIT", "Ctrl+Q", Exit, true},
+    {Command::FindSymbol, MenuId::Chart, "IDS_TERMINAL-FRAME_FIND_SYMBOL", "Ctrl+L", FindSymbol},
+    {Command::ZoomIn, MenuId::Chart, "IDS_TERMINAL-FRAME_ZOOM_IN", "Ctrl++",
+     OnChart<&ChartView::ZoomIn>, true},
+    {Command::ZoomOut, MenuId::Chart, "IDS_TERMINAL-FRAME_ZOOM_OUT", "Ctrl+-",
+     OnChart<&ChartView::ZoomOut>},
+    {Command::ShowAll, MenuId::Chart, "IDS_TERMINAL-FRAME_SHOW_ALL", "Ctrl+0",
+     OnChart<&ChartView::ShowAll>},
+    {Command::ShowLatest, MenuId::Chart, "IDS_TERMINAL-FRAME_SHOW_LATEST", "Ctrl+End",
+     OnChart<&ChartView::ShowLatest>},
+    {Command::RisingRed, MenuId::Chart, "IDS_TERMINAL-FRAME_RISING_RED", "", TakeRisingRed, true,
+     Look::Checkable},
+    {Command::EditSettings, MenuId::Group, "IDS_TERMINAL-FRAME_SETTINGS", "Ctrl+T", EditGroups},
+    {Command::ImportGroups, MenuId::Group, "IDS_TERMINAL-FRAME_GROUP_IMPORT", "Ctrl+Shift+I",
+     ImportGroups, true},
+    {Command::ExportGroups, MenuId::Group, "IDS_TERMINAL-FRAME_GROUP_EXPORT", "Ctrl+Shift+E",
+     ExportGroups},
+    {Command::DrawPointer, MenuId::Drawing, "IDS_TERMINAL-FRAME_DRAW_POINTER", "", Point, false,
+     Look::Tool},
+    {Command::DrawLine, MenuId::Drawing, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_LINE", "Alt+1",
+     Draw<TrendLineKind::Line>, true, Look::Tool},
+    {Command::DrawSegment, MenuId::Drawing, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_LINESEGMENT", "Alt+2",
+     Draw<TrendLineKind::Segment>, false, Look::Tool},
+    {Command::DrawHorizontal, MenuId::Drawing, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_HORIZONTAL",
+     "Alt+3", Draw<TrendLineKind::Horizontal>, false, Look::Tool},
+    {Command::DrawParallel, MenuId::Drawing, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_PARALLEL", "Alt+4",
+     Draw<TrendLineKind::Parallel>, false, Look::Tool},
+    {Command::DrawRailLine, MenuId::Drawing, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_RAILLINE", "Alt+5",
+     Draw<TrendLineKind::RailLine>, false, Look::Tool},
+    {Command::DrawGoldenCut, MenuId::Drawing, "IDC_TECHVIEW-TRENDLINE_TRENDNAME_GOLDEN_CUT",
+     "Alt+6", Draw<TrendLineKind::GoldenCut>, false, Look::Tool},
+    {Command::SelectLine, MenuId::Drawing, "IDS_TERMINAL-FRAME_LINE_SELECT", "Ctrl+Shift+L",
+     OnLines<&DrawingBoard::SelectNext>, true},
+    {Command::DeleteLine, MenuId::Drawing, "IDS_TERMINAL-CHART_LINE_DELETE", "Del",
+     OnLines<&DrawingBoard::DeleteSelected>},
+    {Command::DeleteAllLines, MenuId::Drawing, "IDS_TERMINAL-CHART_LINES_DELETE_ALL", "",
+     OnLines<&DrawingBoard::DeleteAll>},
+    {Command::ListLines, MenuId::Drawing, "IDS_TERMINAL-FRAME_LINES_LIST", "Ctrl+Shift+T",
+     ListLines, true},
+    {Command::Chinese, MenuId::Language, "IDS_TERMINAL-FRAME_CHINESE", "",
+     Speak<Language::TraditionalChinese>, false, Look::Language},
+    {Command::English, MenuId::Language, "IDS_TERMINAL-FRAME_ENGLISH", "", Speak<Language::English>,
+     false, Look::Language},
+    {Command::About, MenuId::Help, "IDS_TERMINAL-FRAME_ABOUT", "", ShowAbout},
+};
+
+}  // namespace
+
+std::span<const CommandRow> CommandTable() {
+    return kRows;
+}
+
+}  // namespace ta::terminal

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "terminal/frame/Commands.h"
+
+namespace ta::terminal {
+
+/// Every command of the terminal in the order of the menus' entries. A new dialog is a row here and
+/// an opener.
+std::span<const CommandRow> CommandTable();
+
+}  // namespace ta::terminal

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "terminal/frame/SymbolBox.h"
+
+namespace ta::terminal {
+
+class MarketData;
+struct Symbol;
+
+/// A name as menus and tabs show it, where "&" marks a mnemonic.
+QString WithoutMnemonics(QString text);
+
+/// Id and name, in the language in use.
+QString TitleOf(const Symbol& symbol);
+
+/// The symbols for what a user has typed, as the symbol box lists them.
+std::vector<SymbolHit> FindHits(const MarketData& markets, const QString& text);
+
+}  // namespace ta::terminal

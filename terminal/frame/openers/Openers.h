@@ -1,0 +1,38 @@
+#pragma once
+
+class QString;
+
+// What the commands open, each in a source file of its own name's dialog. They work on the chart in
+// front, open over the frame's window, return when the dialog has closed, and leave the focus to
+// the chart.
+
+namespace ta::terminal {
+
+struct Frame;
+
+/// Asks for a price file and shows it.
+void OpenPriceFile(const Frame& frame);
+/// Reads a price file of the user's and shows it. false when it was not opened: the user was told
+/// why or has cancelled, or another one is being read.
+bool OpenPriceFile(const Frame& frame, const QString& path);
+
+/// The settings sheet on the chart's group.
+void EditGroups(const Frame& frame);
+/// The same on the studies, with one of a pane selected: `pane` from 0, `study` from 1, 0 the pane.
+void EditStudies(const Frame& frame, int pane, int study);
+
+/// Whether a file is a group file by its name.
+bool IsGroupFile(const QString& path);
+/// The export dialog.
+void ExportGroups(const Frame& frame);
+/// Asks for a group file and opens the import dialog on it.
+void ImportGroups(const Frame& frame);
+/// The same on a file. The charts are told of what came in. false when nothing changed.
+bool ImportGroups(const Frame& frame, const QString& path);
+
+/// The list of the symbols that have trend lines; shows the one that was chosen.
+void ListLines(const Frame& frame);
+
+void ShowAbout(const Frame& frame);
+
+}  // namespace ta::terminal

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+namespace ta::tour {
+
+class Guide;
+
+/// One thing that a user does, with pictures of what there is to see.
+struct Step {
+    const char* name;
+    void (*run)(Guide& guide);
+};
+
+// The steps in the order of the tour; each begins where the one before it has ended.
+
+std::vector<Step> ChartSteps();
+/// The first writes the file that the second reads.
+std::vector<Step> GroupFileSteps();
+/// Everything stays as it was.
+std::vector<Step> SheetSteps();
+/// The first draws the lines that the others show.
+std::vector<Step> DrawingSteps();
+
+/// Adds a group by the sheet, which then is shown; with a picture of that name when it is not null.
+void AddGroupInSheet(Guide& guide, const QString& name, const char* picture);
+
+}  // namespace ta::tour

@@ -1,0 +1,95 @@
+#include "tour/Guide.h"
+#include "tour/Steps.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QStyleFactory>
+#include <QTextStream>
+
+namespace {
+
+using namespace ta;
+
+constexpr int kLongestTour = 120000;  // milliseconds
+constexpr QSize kPictureSize(1280, 800);
+
+/// Leaves out what the offscreen display writes of itself.
+void HandleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (!text.startsWith("This plugin does not support")) {
+        QTextStream(stderr) << qFormatLogMessage(type, context, text) << Qt::endl;
+    }
+}
+
+/// The same look on every machine.
+void SetLook() {
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setFont(QFont("Noto Sans CJK TC", 10));
+}
+
+struct Arguments {
+    QString pictures;
+    QString data;
+};
+
+Arguments ReadArguments() {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        "Walks through the terminal and writes a picture of each of its states to FOLDER.");
+    parser.addHelpOption();
+    parser.addPositionalArgument("FOLDER", "where the pictures go; made when it is not there");
+    parser.addOption({"data", "other market data than the sample data", "FOLDER"});
+    parser.process(*QCoreApplication::instance());
+    if (parser.positionalArguments().size() != 1) {
+        parser.showHelp(EXIT_FAILURE);
+    }
+    return {parser.positionalArguments().front(), parser.value("data")};
+}
+
+/// The user's own settings and files stay untouched.
+terminal::Options OwnPlaces(const QString& data) {
+    terminal::Options options;
+    options.configFile = tour::OwnFolder().filePath("settings.db");
+    options.userFolder = tour::OwnFolder().filePath("own");
+    options.dataFolder = data;
+    options.language = terminal::Language::TraditionalChinese;
+    return options;
+}
+
+void RunTour(tour::Guide& guide) {
+    for (const auto& steps :
+         {tour::ChartSteps(), tour::GroupFileSteps(), tour::SheetSteps(), tour::DrawingSteps()}) {
+        for (const tour::Step& step : steps) {
+            guide.Begin(step.name);
+            step.run(guide);
+        }
+    }
+    guide.Begin("end");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    const Arguments arguments = ReadArguments();
+    tour::Expect(tour::OwnFolder().isValid() && QDir().mkpath(arguments.pictures),
+                 "the folders cannot be made");
+    qInstallMessageHandler(HandleMessage);
+    test::g_onDialogFault = [](const std::string& what) {
+        tour::Fail(QString::fromStdString(what));
+    };
+    SetLook();
+    QTimer watchdog;
+    QObject::connect(&watchdog, &QTimer::timeout, [] { tour::Fail("it does not end"); });
+    watchdog.start(kLongestTour);
+
+    terminal::Session session(OwnPlaces(arguments.data));
+    terminal::MainWindow window(session);
+    window.resize(kPictureSize);
+    window.show();
+    tour::Guide guide(window, arguments.pictures);
+    RunTour(guide);
+    return EXIT_SUCCESS;
+}
