@@ -344,6 +344,12 @@
     <message id="IDS_TERMINAL-FRAME_SHOW_ALL"><translation>Show &amp;all</translation></message>
     <message id="IDS_TERMINAL-FRAME_SHOW_LATEST"><translation>Show &amp;latest</translation></message>
     <message id="IDS_TERMINAL-FRAME_RISING_RED"><translation>&amp;Red up, green down</translation></message>
+    <message id="IDS_TERMINAL-FRAME_VIEW_DATA"><translation>&amp;Data viewer</translation></message>
+    <message id="IDS_TERMINAL-TABLE_CLOSE"><translation>Close</translation></message>
+    <message id="IDS_TERMINAL-TABLE_DATE"><translation>Date</translation></message>
+    <message id="IDS_TERMINAL-TABLE_HIGH"><translation>High</translation></message>
+    <message id="IDS_TERMINAL-TABLE_LOW"><translation>Low</translation></message>
+    <message id="IDS_TERMINAL-TABLE_OPEN"><translation>Open</translation></message>
     <message id="IDS_TERMINAL-FRAME_CHINESE"><translation>&amp;Traditional Chinese (繁體中文)</translation></message>
     <message id="IDS_TERMINAL-FRAME_ENGLISH"><translation>&amp;English</translation></message>
     <message id="IDS_TERMINAL-FRAME_ABOUT"><translation>&amp;About</translation></message>

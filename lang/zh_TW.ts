@@ -344,6 +344,12 @@
     <message id="IDS_TERMINAL-FRAME_SHOW_ALL"><translation>顯示全部(&amp;A)</translation></message>
     <message id="IDS_TERMINAL-FRAME_SHOW_LATEST"><translation>最新資料(&amp;L)</translation></message>
     <message id="IDS_TERMINAL-FRAME_RISING_RED"><translation>紅漲綠跌(&amp;R)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_VIEW_DATA"><translation>瀏覽歷史資料(&amp;B)</translation></message>
+    <message id="IDS_TERMINAL-TABLE_CLOSE"><translation>收盤價</translation></message>
+    <message id="IDS_TERMINAL-TABLE_DATE"><translation>日期</translation></message>
+    <message id="IDS_TERMINAL-TABLE_HIGH"><translation>最高價</translation></message>
+    <message id="IDS_TERMINAL-TABLE_LOW"><translation>最低價</translation></message>
+    <message id="IDS_TERMINAL-TABLE_OPEN"><translation>開盤價</translation></message>
     <message id="IDS_TERMINAL-FRAME_CHINESE"><translation>繁體中文(&amp;T)</translation></message>
     <message id="IDS_TERMINAL-FRAME_ENGLISH"><translation>英文(&amp;E) English</translation></message>
     <message id="IDS_TERMINAL-FRAME_ABOUT"><translation>關於(&amp;A)</translation></message>

@@ -215,6 +215,7 @@ void ChartView::RedrawGroup() {
         shared->vSetBars(m_shown, m_model->SharedBars());
     }
     Rebuild();
+    emit dataChanged();
 }
 
 // ---- Drawing ----

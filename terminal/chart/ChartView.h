@@ -75,6 +75,8 @@ public:
 
     int PaneCount() const;
     int BarCount() const;
+    /// The bars and the studies of the group, calculated.
+    const ChartModel& Model() const { return *m_model; }
 
     /// Asks for the history and the group again and draws.
     void Reload();
@@ -119,6 +121,8 @@ signals:
     /// The group was deleted elsewhere; `newGroup`, the default, is shown now.
     void groupVanished(const QString& newGroup);
     void loadFailed(const QString& reason);
+    /// The bars or the studies, their names included, may be others than before.
+    void dataChanged();
     /// A double click: on the legend of a study (counted from 1) or elsewhere in a pane (0).
     void legendDoubleClicked(int pane, int study);
     /// `text` as CursorText().

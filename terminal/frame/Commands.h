@@ -24,6 +24,7 @@ enum class Command {
     ShowAll,
     ShowLatest,
     RisingRed,
+    ViewData,
     EditSettings,
     ImportGroups,
     ExportGroups,
