@@ -20,6 +20,9 @@ namespace Ui {
 class MXTechDataDlg;
 }
 
+namespace ta {
+struct ExportProfile;
+}
 namespace ta::techdata {
 class TechDataModel;
 struct RowRange;
@@ -148,11 +151,8 @@ private:
     std::vector<ta::techdata::RowRange> AllRows() const;
     bool CopyRows(const ta::techdata::TextForm& form,
                   const std::vector<ta::techdata::RowRange>& rows);
-    void AskPathAndSave(const ta::techdata::TextForm& form, const std::vector<std::size_t>& columns,
-                        const std::vector<ta::techdata::RowRange>& rows);
-    bool Save(const QString& path, const ta::techdata::TextForm& form,
-              const std::vector<std::size_t>& columns,
-              const std::vector<ta::techdata::RowRange>& rows);
+    void AskPathAndSave(const ta::ExportProfile& profile);
+    bool Save(const QString& path, const ta::ExportProfile& profile);
 
     CString m_title;
     CString m_secondName;

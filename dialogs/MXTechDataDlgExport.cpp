@@ -137,15 +137,15 @@ void MXTechDataDlg::OnCopyRows(bool withHeadings) {
 }
 
 void MXTechDataDlg::OnCopy2csv() {
-    AskPathAndSave(CsvForm(), AllColumns(m_model->Table().GetHeaders()), AllRows());
+    AskPathAndSave({});
 }
 
-void MXTechDataDlg::AskPathAndSave(const TextForm& form, const std::vector<std::size_t>& columns,
-                                   const std::vector<RowRange>& rows) {
+void MXTechDataDlg::AskPathAndSave(const ta::ExportProfile& profile) {
     // A symbol may have what stands for folders in paths.
     QString name = ToQString(m_symbol) + ".csv";
     name.replace('/', '_').replace('\\', '_');
     const QPointer<MXTechDataDlg> self(this);
+    const unsigned generation = m_model->Table().Generation();
     const QString path = AskSaveFile(this, {.title = windowTitle(),
                                             .name = name,
                                             .filter = "*.CSV",
@@ -155,19 +155,23 @@ void MXTechDataDlg::AskPathAndSave(const TextForm& form, const std::vector<std::
     if (self == nullptr || path.isEmpty()) {
         return;
     }
-    if (Save(path, form, columns, rows)) {
+    if (generation != m_model->Table().Generation()) {
+        TellKey("IDS_TADIALOGS-TECHDATA_CHANGED");
+    } else if (Save(path, profile)) {
         Tell(QDir::toNativeSeparators(path) + "\r\n" +
                  LangText("IDS_DIALOG-TECHDATA_SAVE2CSV_SUCCESS"),
              PromptIcon::None);
     }
 }
 
-bool MXTechDataDlg::Save(const QString& path, const TextForm& form,
-                         const std::vector<std::size_t>& columns,
-                         const std::vector<RowRange>& rows) {
+bool MXTechDataDlg::Save(const QString& path, const ta::ExportProfile& profile) {
     m_model->RefreshCells();
     const CellTexts cells = m_model->Cells();  // the model's go with a change of the language
-    TableWriter writer(m_model->Table(), cells, form, m_title, columns, rows);
+    const TechDataTable& table = m_model->Table();
+    const std::vector<RowRange> selected = SelectedRows();
+    TableWriter writer(table, cells, FormOf(profile), m_title,
+                       ColumnsOf(profile, table.GetHeaders()),
+                       profile.selectedRows && !selected.empty() ? selected : AllRows());
     Pieces pieces(*this, *m_model, writer, "IDS_TADIALOGS-TECHDATA_SAVING");
     const QString fault =
         WriteWholeFile(path, [&pieces](std::string& piece) { return pieces.Next(piece); });
@@ -193,8 +197,6 @@ void MXTechDataDlg::OnExport() {
     const ta::ExportProfile profile = dialog->Profile();
     delete dialog.data();
     if (isChosen) {
-        const std::vector<RowRange> selected = SelectedRows();
-        AskPathAndSave(FormOf(profile), ColumnsOf(profile, m_model->Table().GetHeaders()),
-                       profile.selectedRows && !selected.empty() ? selected : AllRows());
+        AskPathAndSave(profile);
     }
 }

@@ -3,6 +3,7 @@
 #include "platform/ui/DialogBase.h"
 
 #include <QCoreApplication>
+#include <QProgressBar>
 #include <QProgressDialog>
 
 namespace ta::ui {
@@ -33,21 +34,26 @@ bool LongWork::GoOn(std::size_t done, std::size_t inAll) {
         return true;
     }
     if (m_progress == nullptr) {
-        m_progress = new QProgressDialog(m_text, LangText("IDS_TADIALOGS-PROGRESS_CANCEL"), 0,
-                                         kSteps, m_window);
-        m_progress->setWindowModality(Qt::WindowModal);
-        m_progress->setAutoClose(false);
-        m_progress->setAutoReset(false);
-        m_progress->setMinimumDuration(0);
-        m_progress->setWindowTitle(m_window->windowTitle());
-        QObject::connect(m_progress, &QProgressDialog::canceled, [this] { m_cancelled = true; });
-        m_progress->show();
+        ShowProgress();
     }
+    // The bar itself: the dialog's way would handle events, and may not outlive them.
     const double share = inAll == 0 ? 1 : static_cast<double>(done) / static_cast<double>(inAll);
-    m_progress->setValue(static_cast<int>(share * (kSteps - 1)));
+    m_bar->setValue(static_cast<int>(share * kSteps));
     QCoreApplication::processEvents();
     m_nextLook = m_elapsed.elapsed() + kLookMilliseconds;
     return m_window != nullptr && !m_cancelled;
+}
+
+void LongWork::ShowProgress() {
+    m_progress =
+        new QProgressDialog(m_text, LangText("IDS_TADIALOGS-PROGRESS_CANCEL"), 0, kSteps, m_window);
+    m_bar = new QProgressBar;
+    m_bar->setRange(0, kSteps);
+    m_progress->setBar(m_bar);
+    m_progress->setWindowModality(Qt::WindowModal);
+    m_progress->setWindowTitle(m_window->windowTitle());
+    QObject::connect(m_progress, &QProgressDialog::canceled, [this] { m_cancelled = true; });
+    m_progress->show();
 }
 
 }  // namespace ta::ui

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 
+class QProgressBar;
 class QProgressDialog;
 class QWidget;
 
@@ -31,8 +32,11 @@ public:
     bool IsWindowGone() const { return m_window == nullptr; }
 
 private:
+    void ShowProgress();
+
     QPointer<QWidget> m_window;
     QPointer<QProgressDialog> m_progress;
+    QProgressBar* m_bar = nullptr;  ///< of the dialog
     QString m_text;
     QElapsedTimer m_elapsed;
     qint64 m_nextLook;

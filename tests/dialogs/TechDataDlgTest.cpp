@@ -527,6 +527,12 @@ TEST_F(TechDataViewer, OtherRowsOrAGoneWindowEndTheWork) {
     AtProgress([&](QProgressDialog&) { viewer->reInitializeList("T", 1, 0, 0); });
     EXPECT_EQ(SaveAs(path), "IDS_TADIALOGS-TECHDATA_CHANGED");
     Fill();
+    prompts.ExpectSaveFile(path);
+    prompts.Meanwhile([&] { viewer->reInitializeList("T", 1, 0, 0); });
+    prompts.ExpectMessage();
+    Click(*viewer, MXTechDataDlg::kIdSaveCsv);
+    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_CHANGED");
+    Fill();
     QApplication::clipboard()->setText("before");
     AtProgress([&](QProgressDialog&) { viewer->OnEraseAll(); });
     prompts.ExpectMessage();
