@@ -14,7 +14,9 @@
 namespace ta::terminal {
 namespace {
 
-constexpr std::pair<ExportForm, const char*> kForms[] = {
+using FormName = std::pair<ExportForm, const char*>;
+
+constexpr FormName kForms[] = {
     {ExportForm::Fixed, "fixed"},
     {ExportForm::Spreadsheet, "spreadsheet"},
     {ExportForm::CodePage, "codePage"},
@@ -26,7 +28,7 @@ QJsonObject ToJson(const ExportProfile& profile) {
     for (const CString& column : profile.columns) {
         columns.append(ui::ToQString(column));
     }
-    const auto* const form = std::ranges::find(kForms, profile.form, &decltype(*kForms)::first);
+    const auto* const form = std::ranges::find(kForms, profile.form, &FormName::first);
     return {{"name", ui::ToQString(profile.name)},
             {"form", form->second},
             {"columns", columns},

@@ -95,6 +95,7 @@ TEST_F(DataViewerTest, IsTiedToTheCursorLine) {
     EXPECT_TRUE(IsMarked(12));
     Chart().SetCursorBar(-1);
     EXPECT_FALSE(IsMarked(12));
+    ASSERT_TRUE(Await([this] { return Viewer()->isActiveWindow(); }));
     List().setCurrentIndex(List().model()->index(40, 2));
     QTest::keyClick(&List(), Qt::Key_Return);
     EXPECT_EQ(Chart().CursorBar(), 40);
