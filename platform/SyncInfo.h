@@ -13,6 +13,7 @@ namespace ta {
 
 class ComparisonSets;
 class EntitlementService;
+class ExportProfiles;
 class NumberDisplay;
 
 /// The part of the chart module that makes objects for the library.
@@ -34,9 +35,10 @@ struct Services {
     EntitlementService* entitlement = nullptr;  ///< null: everything is allowed
     ChartModule* chartModule = nullptr;         ///< null: groups have no draw info
     NumberDisplay* numberDisplay = nullptr;
-    ComparisonSets* comparisonSets = nullptr;   ///< null: choices cannot be kept under a name
-    CWnd* frameWindow = nullptr;  ///< parent of the repository's hidden window
-    CString messageBoxTitle;      ///< of warnings
+    ComparisonSets* comparisonSets = nullptr;  ///< null: choices cannot be kept under a name
+    ExportProfiles* exportProfiles = nullptr;  ///< null: profiles live as long as their dialog
+    CWnd* frameWindow = nullptr;               ///< parent of the repository's hidden window
+    CString messageBoxTitle;                   ///< of warnings
     /// How fractional prices are written: 1 dot, 2 special decimal, 3 mixed, other denominator.
     int fractionType = 0;
     /// The Tidewright edition, in which everybody has indicator groups.

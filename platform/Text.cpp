@@ -58,18 +58,25 @@ struct OpenConverter {
     std::unique_ptr<UConverter, ConverterCloser> handle;
 };
 
+/// Its handle is null when the machine lacks the converter.
+OpenConverter Open(const CodePageEntry& codePage) {
+    UErrorCode error = U_ZERO_ERROR;
+    OpenConverter open;
+    open.handle.reset(ucnv_open(codePage.converter, &error));
+    if (open.handle) {
+        ucnv_setSubstChars(open.handle.get(), "?", 1, &error);
+        // Best-fit look-alikes would let a name come back as another one.
+        ucnv_setFallback(open.handle.get(), false);
+    }
+    open.codePage = &codePage;
+    return open;
+}
+
 // An ICU converter keeps state and belongs to one thread. Null when the machine lacks it.
 UConverter* Converter() {
     thread_local OpenConverter open;
     if (open.codePage != g_codePage) {
-        UErrorCode error = U_ZERO_ERROR;
-        open.handle.reset(ucnv_open(g_codePage->converter, &error));
-        if (open.handle) {
-            ucnv_setSubstChars(open.handle.get(), "?", 1, &error);
-            // Best-fit look-alikes would let a name come back as another one.
-            ucnv_setFallback(open.handle.get(), false);
-        }
-        open.codePage = g_codePage;
+        open = Open(*g_codePage);
     }
     return open.handle.get();
 }
@@ -95,6 +102,50 @@ std::u16string AsciiToUtf16(std::string_view text) {
     return result;
 }
 
+CString Encode(UConverter* converter, std::u16string_view utf16) {
+    if (converter == nullptr) {
+        return AsciiFromUtf16(utf16);
+    }
+    CString result(utf16.size() * 2 + 1, '\0');
+    UErrorCode error = U_ZERO_ERROR;
+    const int32_t length =
+        ucnv_fromUChars(converter, result.data(), static_cast<int32_t>(result.size()), utf16.data(),
+                        static_cast<int32_t>(utf16.size()), &error);
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+std::u16string Decode(UConverter* converter, std::string_view text) {
+    if (converter == nullptr) {
+        return AsciiToUtf16(text);
+    }
+    std::u16string result(text.size() + 1, u'\0');
+    UErrorCode error = U_ZERO_ERROR;
+    const int32_t length =
+        ucnv_toUChars(converter, result.data(), static_cast<int32_t>(result.size()), text.data(),
+                      static_cast<int32_t>(text.size()), &error);
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+const CodePageEntry* Find(int codePage) {
+    const auto found = std::ranges::find(kCodePages, codePage, &CodePageEntry::number);
+    return found == kCodePages.end() ? nullptr : &*found;
+}
+
+/// Adds the characters of `utf16` that come out as the "?" of what is lacking, each once.
+void AddLost(UConverter* converter, std::u16string_view utf16, std::u16string& lost) {
+    for (std::size_t i = 0; i < utf16.size();) {
+        const bool isPair = U16_IS_LEAD(utf16[i]) && i + 1 < utf16.size();
+        const std::u16string_view character = utf16.substr(i, isPair ? 2 : 1);
+        i += character.size();
+        const bool isLost = character != u"?" && Encode(converter, character) == "?";
+        if (isLost && lost.find(character) == std::u16string::npos) {
+            lost += character;
+        }
+    }
+}
+
 std::u16string Utf8ToUtf16(std::string_view utf8) {
     std::u16string result(utf8.size(), u'\0');
     UErrorCode error = U_ZERO_ERROR;
@@ -118,12 +169,9 @@ std::string Utf16ToUtf8(std::u16string_view text) {
 }  // namespace
 
 bool SetCodePage(int codePage) {
-    const auto found = std::ranges::find(kCodePages, codePage, &CodePageEntry::number);
-    if (found == kCodePages.end()) {
-        return false;
-    }
-    g_codePage = &*found;
-    return true;
+    const CodePageEntry* const found = Find(codePage);
+    g_codePage = found != nullptr ? found : g_codePage;
+    return found != nullptr;
 }
 
 int CodePage() {
@@ -131,31 +179,28 @@ int CodePage() {
 }
 
 CString FromUtf16(std::u16string_view utf16) {
-    UConverter* const converter = Converter();
-    if (converter == nullptr) {
-        return AsciiFromUtf16(utf16);
+    return Encode(Converter(), utf16);
+}
+
+CString FromUtf16(std::u16string_view utf16, int codePage, std::u16string* lost) {
+    const CodePageEntry* const found = Find(codePage);
+    if (found == nullptr) {
+        return {};
     }
-    CString result(utf16.size() * 2 + 1, '\0');
-    UErrorCode error = U_ZERO_ERROR;
-    const int32_t length =
-        ucnv_fromUChars(converter, result.data(), static_cast<int32_t>(result.size()), utf16.data(),
-                        static_cast<int32_t>(utf16.size()), &error);
-    result.resize(static_cast<std::size_t>(length));
-    return result;
+    const OpenConverter open = Open(*found);
+    if (lost != nullptr) {
+        AddLost(open.handle.get(), utf16, *lost);
+    }
+    return Encode(open.handle.get(), utf16);
 }
 
 std::u16string ToUtf16(std::string_view text) {
-    UConverter* const converter = Converter();
-    if (converter == nullptr) {
-        return AsciiToUtf16(text);
-    }
-    std::u16string result(text.size() + 1, u'\0');
-    UErrorCode error = U_ZERO_ERROR;
-    const int32_t length =
-        ucnv_toUChars(converter, result.data(), static_cast<int32_t>(result.size()), text.data(),
-                      static_cast<int32_t>(text.size()), &error);
-    result.resize(static_cast<std::size_t>(length));
-    return result;
+    return Decode(Converter(), text);
+}
+
+std::u16string ToUtf16(std::string_view text, int codePage) {
+    const CodePageEntry* const found = Find(codePage);
+    return found == nullptr ? std::u16string() : Decode(Open(*found).handle.get(), text);
 }
 
 CString FromUtf8(std::string_view utf8) {

@@ -27,6 +27,10 @@ TADIALOGS_EXPORT CString FromUtf8(std::string_view utf8);
 TADIALOGS_EXPORT std::string ToUtf8(std::string_view text);
 TADIALOGS_EXPORT CString FromUtf16(std::u16string_view utf16);
 TADIALOGS_EXPORT std::u16string ToUtf16(std::string_view text);
+/// The same into another code page, one of SetCodePage's. The characters that it lacks are put into
+/// `lost`, unless that is null, each once. Empty for a code page that is not known.
+TADIALOGS_EXPORT CString FromUtf16(std::u16string_view utf16, int codePage, std::u16string* lost);
+TADIALOGS_EXPORT std::u16string ToUtf16(std::string_view text, int codePage);
 
 /// Length in bytes (1 or 2) of the character that starts at `position`, which must be the start of
 /// a character below text.size(). A lead byte that no second half follows counts 1.

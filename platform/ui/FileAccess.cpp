@@ -52,20 +52,43 @@ bool WriteAll(QFileDevice& file, std::string_view bytes) {
     return true;
 }
 
-QString WriteFault(const QString& path, std::string_view bytes) {
-    const QFileInfo info(path);
+enum class Written { Whole, GivenUp, Failed };
+
+Written WritePieces(QFileDevice& file, const PieceSource& source) {
+    for (std::string piece;;) {
+        if (!source(piece)) {
+            return Written::GivenUp;
+        }
+        if (piece.empty()) {
+            return Written::Whole;
+        }
+        if (!WriteAll(file, piece)) {
+            return Written::Failed;
+        }
+    }
+}
+
+/// A path that cannot be one of a file to write; empty when it can.
+QString PathFault(const QFileInfo& info) {
     if (info.isDir()) {
         return LangText("IDS_TADIALOGS-FILE_NOT_A_FILE");
     }
-    if (!info.dir().exists()) {
-        return LangText("IDS_TADIALOGS-FILE_PATH_GONE");
+    return info.dir().exists() ? QString() : LangText("IDS_TADIALOGS-FILE_PATH_GONE");
+}
+
+QString WriteFault(const QString& path, const PieceSource& source) {
+    const QFileInfo info(path);
+    const QString pathFault = PathFault(info);
+    if (!pathFault.isEmpty()) {
+        return pathFault;
     }
     // Unbuffered, because commit overlooks a failure to write what a buffer still holds.
     QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-                         WriteAll(file, bytes) && file.commit();
-    if (written) {
-        return {};
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        const Written written = WritePieces(file, source);
+        if (written == Written::GivenUp || (written == Written::Whole && file.commit())) {
+            return {};
+        }
     }
     if (file.error() == QFileDevice::ResourceError) {
         return LangText("IDS_TADIALOGS-FILE_DISK_FULL");
@@ -83,7 +106,14 @@ QString ReadWholeFile(const QString& path, std::string& bytes, std::size_t maxSi
 }
 
 QString WriteWholeFile(const QString& path, std::string_view bytes) {
-    const QString fault = WriteFault(path, bytes);
+    return WriteWholeFile(path, [&bytes](std::string& piece) {
+        piece = std::exchange(bytes, {});
+        return true;
+    });
+}
+
+QString WriteWholeFile(const QString& path, const PieceSource& source) {
+    const QString fault = WriteFault(path, source);
     return fault.isEmpty() ? fault : WithPath("IDS_TADIALOGS-FILE_UNWRITABLE", path, fault);
 }
 

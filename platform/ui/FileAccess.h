@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -22,5 +23,12 @@ TADIALOGS_EXPORT QString ReadWholeFile(const QString& path, std::string& bytes,
 /// after success it is on the disk. Returns an empty string, or why it could not be written, in the
 /// user's language.
 TADIALOGS_EXPORT QString WriteWholeFile(const QString& path, std::string_view bytes);
+
+/// Replaces `piece` by the next piece of a file, by nothing at the end. false gives the file up.
+using PieceSource = std::function<bool(std::string& piece)>;
+
+/// The same with bytes that are made while they are written. A file that its source gives up stays
+/// as it was before, which is no failure here: the result is empty.
+TADIALOGS_EXPORT QString WriteWholeFile(const QString& path, const PieceSource& source);
 
 }  // namespace ta::ui

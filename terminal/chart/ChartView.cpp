@@ -15,8 +15,8 @@
 #include <QEvent>
 #include <QLabel>
 
-#include <functional>
 #include <algorithm>
+#include <functional>
 
 namespace ta::terminal {
 namespace {
@@ -253,6 +253,7 @@ void ChartView::RedrawGroup() {
         shared->vSetBars(m_shown, m_all);
     }
     Rebuild();
+    emit dataChanged();
 }
 
 // ---- Drawing ----

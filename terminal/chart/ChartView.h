@@ -88,6 +88,8 @@ public:
 
     int PaneCount() const;
     int BarCount() const;
+    /// The bars and the studies of the group, calculated.
+    const ChartModel& Model() const { return *m_model; }
 
     /// Asks for the history and the group again and draws.
     void Reload();
@@ -134,6 +136,8 @@ signals:
     void loadFailed(const QString& reason);
     /// There is less history than was asked for; the text says what and why.
     void historyShort(const QString& text);
+    /// The bars or the studies, their names included, may be others than before.
+    void dataChanged();
     /// A double click: on the legend of a study (counted from 1) or elsewhere in a pane (0).
     void legendDoubleClicked(int pane, int study);
     /// `text` as CursorText().

@@ -93,6 +93,7 @@ constexpr CommandRow kRows[] = {
      OnChart<&ChartView::ShowLatest>},
     {Command::RisingRed, MenuId::Chart, "IDS_TERMINAL-FRAME_RISING_RED", "", TakeRisingRed, true,
      Look::Checkable},
+    {Command::ViewData, MenuId::Chart, "IDS_TERMINAL-FRAME_VIEW_DATA", "Ctrl+B", ViewData, true},
     {Command::EditSettings, MenuId::Group, "IDS_TERMINAL-FRAME_SETTINGS", "Ctrl+T", EditGroups},
     {Command::ImportGroups, MenuId::Group, "IDS_TERMINAL-FRAME_GROUP_IMPORT", "Ctrl+Shift+I",
      ImportGroups, true},

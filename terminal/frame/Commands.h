@@ -26,6 +26,7 @@ enum class Command {
     ShowAll,
     ShowLatest,
     RisingRed,
+    ViewData,
     EditSettings,
     ImportGroups,
     ExportGroups,

@@ -2,6 +2,7 @@
 
 #include "terminal/entitlement/TerminalEntitlement.h"
 #include "terminal/frame/CommandLine.h"
+#include "terminal/frame/ExportProfileFile.h"
 #include "terminal/frame/FrameState.h"
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/MarketData.h"
@@ -59,6 +60,7 @@ private:
     TerminalEntitlement m_entitlement;
     TerminalChartModule m_chartModule;
     TerminalNumberDisplay m_numberDisplay;
+    ExportProfileFile m_exportProfiles;
     std::unique_ptr<MarketData> m_markets;
     std::unique_ptr<TerminalQuotes> m_quotes;
     std::unique_ptr<SqliteStore> m_store;

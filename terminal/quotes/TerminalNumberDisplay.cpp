@@ -1,5 +1,7 @@
 #include "terminal/quotes/TerminalNumberDisplay.h"
 
+#include "platform/NumberText.h"
+
 #include <fmt/format.h>
 
 #include <cmath>
@@ -10,15 +12,17 @@
 namespace ta::terminal {
 namespace {
 
-constexpr int kMostDecimals = 6;
+constexpr int kMostNeeded = 6;
 constexpr unsigned char kLastFractionCode = 8;
 // Above this a double has no fraction to show, and numerators would not fit.
 constexpr double kLargestFraction = 1e15;
 const CString kNotAvailable = "N/A";
 
-CString WithoutMinusZero(const CString& text) {
-    const bool zero = text.find_first_not_of("-0.") == CString::npos;
-    return zero && text.starts_with('-') ? text.substr(1) : text;
+CString WithoutMinusZero(CString text) {
+    if (text.starts_with('-') && text.find_first_not_of("-0.") == CString::npos) {
+        text.erase(0, 1);
+    }
+    return text;
 }
 
 CString WithoutTrailingZeros(CString text) {
@@ -80,8 +84,9 @@ CString TerminalNumberDisplay::CApi_DisplayDouble(double value, int code) const 
         return kNotAvailable;
     }
     const auto decimals = DecimalsOf(code);
-    const CString text = fmt::format("{:.{}f}", value, decimals.value_or(kMostDecimals));
-    return WithoutMinusZero(decimals ? text : WithoutTrailingZeros(text));
+    CString text;
+    AppendFixed(text, value, decimals.value_or(kMostNeeded));
+    return WithoutMinusZero(decimals ? std::move(text) : WithoutTrailingZeros(std::move(text)));
 }
 
 CString TerminalNumberDisplay::CApi_DisplayDenominator(double value,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/QuoteInterface.h"
+#include "tests/support/CallPlan.h"
 
 #include <map>
 #include <set>
@@ -135,6 +136,61 @@ private:
         names = listing.names;
         return !ids.empty();
     }
+};
+
+/// Passes on. A call that is planned to fail gives false or 0 and leaves its outputs as they were;
+/// a language key gives itself.
+class FailingQuotes : public BKQuoteInterface, public CallPlan {
+public:
+    /// `target` outlives this.
+    explicit FailingQuotes(BKQuoteInterface& target) : m_target(target) {}
+
+    CString LangGetLangString(const CString& key) const override {
+        return Enter("LangGetLangString") ? m_target.LangGetLangString(key) : key;
+    }
+
+#define TA_TEST_FORWARD(Result, Operation, parameters, ...)                    \
+    Result Operation parameters const override {                               \
+        return Enter(#Operation) ? m_target.Operation(__VA_ARGS__) : Result(); \
+    }
+    TA_TEST_FORWARD(bool, bGetQuoteServiceID, (std::vector<std::uint8_t> & i, Texts& n), i, n)
+    TA_TEST_FORWARD(bool, bGetTADailyItemNoByService, (Items & i, std::uint8_t m, const CString& c),
+                    i, m, c)
+    TA_TEST_FORWARD(bool, bGetTAWeekItemNoByService, (Items & i, std::uint8_t m, const CString& c),
+                    i, m, c)
+    TA_TEST_FORWARD(bool, bGetTAMonthItemNoByService, (Items & i, std::uint8_t m, const CString& c),
+                    i, m, c)
+    TA_TEST_FORWARD(bool, bGetTA1ItemNoByService, (Items & i, std::uint8_t m, const CString& c), i,
+                    m, c)
+    TA_TEST_FORWARD(bool, bGetTickItemNoByService, (Items & i, std::uint8_t m, const CString& c), i,
+                    m, c)
+    TA_TEST_FORWARD(bool, bIsSupportDividend, (std::uint8_t m, const CString& s), m, s)
+    TA_TEST_FORWARD(bool, bGetAllCommodityID, (Texts & i, Texts& n, std::uint8_t m), i, n, m)
+    TA_TEST_FORWARD(bool, bGetSymbolItemID, (Texts & i, Texts& n, std::uint8_t m, const CString& c),
+                    i, n, m, c)
+    TA_TEST_FORWARD(bool, bGetContractMonthByCommodity,
+                    (Texts & t, std::uint8_t m, const CString& c), t, m, c)
+    TA_TEST_FORWARD(int, GetWeeklyContractIDByContractMonth,
+                    (CString & i, std::uint8_t m, const CString& c, const CString& t), i, m, c, t)
+    TA_TEST_FORWARD(bool, bGetSymbolID, (Texts & i, Texts& n, std::uint8_t m, const CString& c), i,
+                    n, m, c)
+    TA_TEST_FORWARD(bool, bGetSymbolOtherNames, (Texts & n, std::uint8_t m, const Texts& i), n, m,
+                    i)
+    TA_TEST_FORWARD(bool, GetSymbolIDIsRealMonth, ())
+    TA_TEST_FORWARD(bool, bGetSymbolIDByContractMonthSymbID, (CString & s, const CString& t), s, t)
+    TA_TEST_FORWARD(bool, bSymbolNameIsShowRealMonth, ())
+    TA_TEST_FORWARD(bool, bGetItemDataByItemNo,
+                    (std::uint8_t m, const CString& c, const Items& i, std::vector<X1Format>& v,
+                     bool f),
+                    m, c, i, v, f)
+    TA_TEST_FORWARD(bool, bIsFromTheSameAuthServiceID, (std::uint8_t m, std::uint8_t o), m, o)
+    TA_TEST_FORWARD(bool, GetJumpPrice,
+                    (std::uint8_t m, const CString& s, double p, double& u, double& d), m, s, p, u,
+                    d)
+#undef TA_TEST_FORWARD
+
+private:
+    BKQuoteInterface& m_target;
 };
 
 }  // namespace ta::test

@@ -16,6 +16,9 @@ void OpenPriceFile(const Frame& frame);
 /// why or has cancelled, or another one is being read.
 bool OpenPriceFile(const Frame& frame, const QString& path);
 
+/// The data viewer of the chart, which stays open beside it.
+void ViewData(const Frame& frame);
+
 /// The settings sheet on the chart's group.
 void EditGroups(const Frame& frame);
 /// The same on the studies, with one of a pane selected: `pane` from 0, `study` from 1, 0 the pane.

@@ -1,0 +1,109 @@
+#include "dialogs/TechDataTable.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <functional>
+
+namespace ta::techdata {
+namespace {
+
+bool SameBits(double left, double right) {
+    return std::bit_cast<std::uint64_t>(left) == std::bit_cast<std::uint64_t>(right);
+}
+
+/// The same bar: not-a-number is equal to itself here.
+bool Same(const OneRecord& left, const OneRecord& right) {
+    return SameBits(left.time, right.time) &&
+           std::ranges::equal(left.values, right.values, SameBits);
+}
+
+}  // namespace
+
+TechDataTable::TechDataTable(Headers& headers, Records& records)
+    : m_headers(&headers), m_records(&records) {}
+
+void TechDataTable::SetHeaders(Headers& headers) {
+    m_headers = &headers;
+    ++m_generation;
+}
+
+void TechDataTable::SetRecords(Records& records) {
+    m_records = &records;
+    ++m_generation;
+}
+
+bool TechDataTable::IsOwn(std::size_t row) const {
+    return !m_filling && row >= m_firstOwn && row - m_firstOwn < m_own.size();
+}
+
+const OneRecord* TechDataTable::Record(std::size_t row) const {
+    if (IsOwn(row)) {
+        return &m_own[row - m_firstOwn];
+    }
+    return row < m_rows && row < m_records->size() ? &(*m_records)[row] : nullptr;
+}
+
+void TechDataTable::Empty(bool fill) {
+    m_rows = 0;
+    m_filling = fill;
+    m_own.clear();
+    m_firstOwn = 0;
+    ++m_generation;
+}
+
+void TechDataTable::Restart() {
+    Empty(true);
+}
+
+void TechDataTable::Erase() {
+    Empty(false);
+}
+
+std::size_t TechDataTable::Missing() const {
+    return m_records->size() - std::min(m_rows, m_records->size());
+}
+
+std::size_t TechDataTable::EndFill() {
+    if (!m_filling) {
+        return 0;
+    }
+    m_filling = false;
+    m_firstOwn = m_rows;
+    std::erase_if(m_own, [this](const OneRecord& own) { return IsInRecords(own, m_insertedAt); });
+    return m_own.size();
+}
+
+bool TechDataTable::IsInRecords(const OneRecord& record, std::size_t from) const {
+    const auto first = m_records->rbegin();
+    const auto last =
+        m_records->rend() - static_cast<std::ptrdiff_t>(std::min(from, m_records->size()));
+    return std::any_of(first, last, [&](const OneRecord& known) { return Same(known, record); });
+}
+
+std::size_t TechDataTable::Insert(const OneRecord& record) {
+    const std::size_t added = m_filling ? 0 : 1;
+    if (m_own.empty()) {
+        const bool isNext = m_rows < m_records->size() && Same((*m_records)[m_rows], record);
+        if (m_filling ? IsInRecords(record, m_rows) : isNext) {
+            return added;
+        }
+        m_firstOwn = m_rows;
+        m_insertedAt = m_records->size();
+    }
+    m_own.push_back(record);
+    return added;
+}
+
+bool TechDataTable::Replace(std::size_t row, const OneRecord& record) {
+    if (row >= m_records->size() || !Fits(record, *m_headers)) {
+        return false;
+    }
+    (*m_records)[row] = record;
+    if (IsOwn(row)) {
+        m_own[row - m_firstOwn] = record;
+    }
+    return true;
+}
+
+}  // namespace ta::techdata

@@ -1,0 +1,90 @@
+#include "terminal/chart/ChartTable.h"
+
+#include "platform/ui/TextBridge.h"
+#include "terminal/lang/Language.h"
+#include "terminal/plot/ChartModel.h"
+
+#include <functional>
+
+namespace ta::terminal {
+namespace {
+
+// Display codes: two decimals where the market has no unit rule; as few as needed for what is no
+// price.
+constexpr int kPriceCode = 2;
+constexpr int kPlainCode = -1;
+
+struct BarColumn {
+    const char* key;
+    double Bar::*value;
+};
+
+constexpr BarColumn kBarColumns[] = {
+    {"IDS_TERMINAL-TABLE_OPEN", &Bar::open},
+    {"IDS_TERMINAL-TABLE_HIGH", &Bar::high},
+    {"IDS_TERMINAL-TABLE_LOW", &Bar::low},
+    {"IDS_TERMINAL-TABLE_CLOSE", &Bar::close},
+    {"IDC_TECHVIEW-STRING_TECHDATA_DEAL_VOL", &Bar::volume},
+};
+
+using OutputVisitor = std::function<void(const ChartStudy& study, std::size_t output)>;
+
+void ForEachOutput(const ChartModel& model, const OutputVisitor& visit) {
+    for (const ChartPane& pane : model.Panes()) {
+        for (const ChartStudy& study : pane) {
+            for (std::size_t output = 0; output < study.outputs.size(); ++output) {
+                if (study.outputs[output].kind != StudyDrawKind::Candlesticks) {
+                    visit(study, output);
+                }
+            }
+        }
+    }
+}
+
+techdata::HeaderInfo Heading(const QString& name, int displayCode) {
+    return {ui::FromQString(name), 0, 0, displayCode};
+}
+
+QString OutputName(const ChartStudy& study, const ChartOutput& output) {
+    const QString name =
+        study.parameters.isEmpty() ? study.name : study.name + '(' + study.parameters + ')';
+    return study.outputs.size() == 1 ? name : name + ' ' + output.name;
+}
+
+}  // namespace
+
+techdata::Headers ChartHeaders(const ChartModel& model) {
+    techdata::Headers headers{Heading(Tr("IDS_TERMINAL-TABLE_DATE"), kPlainCode)};
+    for (const BarColumn& column : kBarColumns) {
+        headers.push_back(Heading(Tr(column.key), kPriceCode));
+    }
+    ForEachOutput(model, [&](const ChartStudy& study, std::size_t output) {
+        headers.push_back(Heading(OutputName(study, study.outputs[output]),
+                                  study.numbers == NumberKind::Price ? kPriceCode : kPlainCode));
+    });
+    return headers;
+}
+
+techdata::Records ChartRecords(const ChartModel& model) {
+    techdata::Records records;
+    records.reserve(model.Bars().size());
+    for (const Bar& bar : model.Bars()) {
+        OneRecord& record = records.emplace_back();
+        record.time = bar.time;
+        for (const BarColumn& column : kBarColumns) {
+            record.values.push_back(bar.*column.value);
+        }
+    }
+    ForEachOutput(model, [&](const ChartStudy& study, std::size_t output) {
+        for (std::size_t row = 0; row < records.size(); ++row) {
+            records[row].values.push_back(study.ValueAt(output, static_cast<int>(row)));
+        }
+    });
+    return records;
+}
+
+CString ChartCaption(const ChartModel& model) {
+    return ui::FromQString(model.Title().symbol + ' ' + model.Title().period);
+}
+
+}  // namespace ta::terminal

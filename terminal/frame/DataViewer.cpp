@@ -1,0 +1,160 @@
+#include "terminal/frame/DataViewer.h"
+
+#include "terminal/chart/ChartTable.h"
+#include "terminal/chart/ChartView.h"
+#include "terminal/plot/ChartModel.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ta::terminal {
+namespace {
+
+using techdata::Headers;
+using techdata::Records;
+
+unsigned MessageOf(const char* name) {
+    return window::RegisterWindowMessageA(name);
+}
+
+unsigned CloseMessage() {
+    return MessageOf("MXMSG_TERMINAL_TECHDATA_CLOSE");
+}
+
+unsigned EraseMessage() {
+    return MessageOf("MXMSG_TERMINAL_TECHDATA_ERASE");
+}
+
+int DataTypeOf(const BarsKey& shown) {
+    constexpr int kMonthly = 2;
+    return shown.period <= kMonthly ? techdata::kDailyData : 0;
+}
+
+bool SameNumber(double left, double right) {
+    return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+bool SameColumn(const techdata::HeaderInfo& left, const techdata::HeaderInfo& right) {
+    return left.name == right.name && left.displayCode == right.displayCode;
+}
+
+}  // namespace
+
+DataViewer& DataViewer::Of(ChartView& chart) {
+    auto* const viewer = chart.findChild<DataViewer*>({}, Qt::FindDirectChildrenOnly);
+    return viewer != nullptr ? *viewer : *new DataViewer(chart);
+}
+
+DataViewer::DataViewer(ChartView& chart) : QObject(&chart), m_chart(chart) {
+    connect(&chart, &ChartView::dataChanged, this, &DataViewer::Follow);
+    connect(&chart, &ChartView::cursorMoved, this, &DataViewer::MarkCursor);
+}
+
+DataViewer::~DataViewer() {
+    delete m_window;
+}
+
+void DataViewer::Open() {
+    if (m_window == nullptr) {
+        MakeWindow();
+    }
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+void DataViewer::MakeWindow() {
+    m_shown = m_chart.Shown();
+    m_headers = ChartHeaders(m_chart.Model());
+    m_records = ChartRecords(m_chart.Model());
+    m_window = new MXTechDataDlg(ChartCaption(m_chart.Model()).c_str(), m_chart.GroupName().c_str(),
+                                 DataTypeOf(m_shown), m_headers, m_records, 0, CloseMessage(),
+                                 EraseMessage(), m_shown.market, m_shown.symbol, m_shown.period,
+                                 m_shown.count, this, m_chart.window());
+    connect(m_window, &MXTechDataDlg::timeActivated, this, &DataViewer::GoTo);
+    m_window->Create();
+    if (!m_geometry.isEmpty()) {
+        m_window->restoreGeometry(m_geometry);
+    }
+}
+
+std::intptr_t DataViewer::WindowProc(unsigned message, std::uintptr_t wParam,
+                                     std::intptr_t lParam) {
+    if (message == CloseMessage()) {
+        Close();
+    } else if (message == EraseMessage()) {
+        m_records.clear();
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
+void DataViewer::Close() {
+    if (m_window != nullptr) {
+        m_geometry = m_window->saveGeometry();
+        delete m_window;
+        m_records.clear();
+    }
+}
+
+void DataViewer::Follow() {
+    if (m_window == nullptr) {
+        return;
+    }
+    Headers headers = ChartHeaders(m_chart.Model());
+    Records records = ChartRecords(m_chart.Model());
+    if (Continues(headers, records)) {
+        Amend(records);
+    } else {
+        Fill(std::move(headers), std::move(records));
+    }
+}
+
+/// Whether they are the bars of before, with other values or new bars behind them.
+bool DataViewer::Continues(const Headers& headers, const Records& records) const {
+    const auto sameTime = [](const OneRecord& left, const OneRecord& right) {
+        return left.time == right.time;
+    };
+    return m_chart.Shown() == m_shown && std::ranges::equal(headers, m_headers, SameColumn) &&
+           !m_records.empty() && records.size() >= m_records.size() &&
+           std::equal(m_records.begin(), m_records.end(), records.begin(), sameTime);
+}
+
+void DataViewer::Amend(const Records& records) {
+    const std::size_t before = m_records.size();
+    for (std::size_t row = 0; row < before; ++row) {
+        if (!std::ranges::equal(records[row].values, m_records[row].values, SameNumber)) {
+            m_window->SetDataValue(row, records[row]);
+        }
+    }
+    for (std::size_t row = before; row < records.size(); ++row) {
+        m_records.push_back(records[row]);
+        m_window->vInsertOneData(records[row]);
+    }
+}
+
+void DataViewer::Fill(Headers headers, Records records) {
+    m_shown = m_chart.Shown();
+    m_headers = std::move(headers);
+    m_records = std::move(records);
+    m_window->reInitializeList(ChartCaption(m_chart.Model()).c_str(), DataTypeOf(m_shown),
+                               m_shown.period, m_shown.count, m_shown.market, m_shown.symbol);
+}
+
+void DataViewer::MarkCursor() {
+    const int bar = m_chart.CursorBar();
+    const BarSeries& bars = m_chart.Model().Bars();
+    const bool isThere = bar >= 0 && static_cast<std::size_t>(bar) < bars.size();
+    if (m_window != nullptr) {
+        m_window->MarkTime(isThere ? bars[static_cast<std::size_t>(bar)].time : NAN);
+    }
+}
+
+void DataViewer::GoTo(double time) {
+    const BarSeries& bars = m_chart.Model().Bars();
+    const auto found = std::ranges::lower_bound(bars, time, {}, &Bar::time);
+    if (found != bars.end()) {
+        m_chart.SetCursorBar(static_cast<int>(found - bars.begin()));
+    }
+}
+
+}  // namespace ta::terminal

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/ExportProfiles.h"
+
+#include <QString>
+
+namespace ta::terminal {
+
+/// The user's export profiles in a JSON file.
+class ExportProfileFile : public ExportProfiles {
+public:
+    explicit ExportProfileFile(QString path) : m_path(std::move(path)) {}
+
+    /// No file is no profile. Entries that are none are passed over.
+    bool bLoadExportProfiles(std::vector<ExportProfile>& profiles) override;
+    /// The file as a whole or not at all.
+    bool bSaveExportProfiles(const std::vector<ExportProfile>& profiles) override;
+
+private:
+    QString m_path;
+};
+
+}  // namespace ta::terminal
