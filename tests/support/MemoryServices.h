@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "platform/Entitlement.h"
 #include "platform/NumberDisplay.h"
+#include "tests/support/CallPlan.h"
 
 #include <fmt/format.h>
 
@@ -53,6 +54,23 @@ public:
     }
     TA_TEST_NUMBER_OPERATIONS(TA_TEST_SHOW)
 #undef TA_TEST_SHOW
+};
+
+/// Passes on; a call that is planned to fail gives "N/A".
+class FailingNumberDisplay : public NumberDisplay, public CallPlan {
+public:
+    /// `target` outlives this.
+    explicit FailingNumberDisplay(NumberDisplay& target) : m_target(target) {}
+
+#define TA_TEST_FORWARD(Operation, Code)                                    \
+    CString Operation(double value, Code code) const override {             \
+        return Enter(#Operation) ? m_target.Operation(value, code) : "N/A"; \
+    }
+    TA_TEST_NUMBER_OPERATIONS(TA_TEST_FORWARD)
+#undef TA_TEST_FORWARD
+
+private:
+    NumberDisplay& m_target;
 };
 #undef TA_TEST_NUMBER_OPERATIONS
 
