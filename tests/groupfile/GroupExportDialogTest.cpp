@@ -159,7 +159,7 @@ TEST_F(GroupExportTest, ANewFileIsAskedForUntilItHasAName) {
     prompts.ExpectSaveFile(Path("second.TASG"));
     prompts.ExpectYesNo(true);
     prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
+    Click(Find<QPushButton>(dialog, "okButton"));
     EXPECT_EQ(prompts.All()[1].text, "no file: *.TASG");
     EXPECT_EQ(prompts.All()[1].icon, PromptIcon::Warning);
     const auto& question = prompts.All()[3];
@@ -301,7 +301,7 @@ TEST_F(GroupExportTest, GroupsThatTheFileDoesNotCarryAreNamedAfterTheSuccess) {
     prompts.ExpectYesNo(true);
     prompts.ExpectMessage();
     prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
+    Click(Find<QPushButton>(dialog, "okButton"));
     EXPECT_EQ(prompts.All()[2].text, "IDS_TECHVIEW-STRING_GROUPEXPORT_EXPORT_OK");
     EXPECT_EQ(prompts.Last().text, QString("not carried: Trend;許功蓋"));
     EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
