@@ -51,7 +51,7 @@ void ParamEditRow::AddHeads(QGridLayout& grid) {
     grid.setColumnStretch(kRevert + 1, 1);
 }
 
-ParamEditRow::ParamEditRow(const CTaParamSettingView::ParamRow& row, QGridLayout& grid, int gridRow)
+ParamEditRow::ParamEditRow(const ParamRow& row, QGridLayout& grid, int gridRow)
     : QObject(grid.parentWidget()),
       m_info(row.info),
       m_value(new ValueEdit(row.info, grid.parentWidget())),

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sheet/TaParamSettingView.h"
+#include "sheet/StudyRows.h"
 
 #include <vector>
 
@@ -33,7 +33,7 @@ public:
     /// The heads of the columns, in the first row of the grid.
     static void AddHeads(QGridLayout& grid);
     /// The controls belong to the grid's widget, and so does this.
-    ParamEditRow(const CTaParamSettingView::ParamRow& row, QGridLayout& grid, int gridRow);
+    ParamEditRow(const ParamRow& row, QGridLayout& grid, int gridRow);
 
     void SetFault(const QString& reason);
     QWidget& Field() const;

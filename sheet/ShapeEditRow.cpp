@@ -86,7 +86,7 @@ void ShapeEditRow::AddHeads(QGridLayout& grid) {
     grid.setColumnStretch(kRevert + 1, 1);
 }
 
-ShapeEditRow::ShapeEditRow(const CTaParamSettingView::ShapeRow& row, QGridLayout& grid, int gridRow)
+ShapeEditRow::ShapeEditRow(const ShapeRow& row, QGridLayout& grid, int gridRow)
     : QObject(grid.parentWidget()),
       m_row(row),
       m_revert(LangText("IDS_TADIALOGS-SHEET_REVERT_SHAPE_TIP", row.name), *grid.parentWidget()) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sheet/ParamEditRow.h"
-#include "sheet/TaParamSettingView.h"
+#include "sheet/StudyRows.h"
 
 #include <vector>
 
@@ -20,7 +20,7 @@ public:
     /// The heads of the columns, in the first row of the grid.
     static void AddHeads(QGridLayout& grid);
     /// The controls belong to the grid's widget, and so does this.
-    ShapeEditRow(const CTaParamSettingView::ShapeRow& row, QGridLayout& grid, int gridRow);
+    ShapeEditRow(const ShapeRow& row, QGridLayout& grid, int gridRow);
 
     std::vector<QWidget*> TabStops() const;
 
@@ -35,7 +35,7 @@ private:
     void Edit(const StudyShape& shape);
     void ChooseColour();
 
-    CTaParamSettingView::ShapeRow m_row;
+    ShapeRow m_row;
     QCheckBox* m_visible = nullptr;
     QPushButton* m_colour = nullptr;
     QSpinBox* m_width = nullptr;

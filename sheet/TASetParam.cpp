@@ -3,7 +3,7 @@
 #include "platform/ui/TextBridge.h"
 #include "sheet/Repository.h"
 #include "sheet/SettingsSession.h"
-#include "sheet/TASetParamState.h"
+#include "sheet/StudyPageState.h"
 #include "ui_TASetParam.h"
 
 #include <QSignalBlocker>
@@ -42,7 +42,7 @@ std::vector<CTaParamSettingView::ShapeRow> ShapeRows(const StudyFacts& study,
 
 CTASetParam::CTASetParam()
     : SessionPage("IDS_TADIALOGS-SHEET_PARAM_TITLE"),
-      m_state(std::make_unique<State>()),
+      m_state(std::make_unique<StudyPageState>()),
       m_ui(std::make_unique<Ui::TASetParam>()) {}
 
 CTASetParam::~CTASetParam() = default;

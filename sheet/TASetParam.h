@@ -10,7 +10,8 @@
 
 namespace ta::sheet {
 struct Place;
-}
+struct StudyPageState;
+}  // namespace ta::sheet
 
 namespace Ui {
 class TASetParam;
@@ -46,8 +47,6 @@ protected:
     void WriteEdits() override;
 
 private:
-    struct TADIALOGS_HIDDEN State;
-
     void ConnectControls();
     void AddShortcuts();
     void UpdateButtons();
@@ -74,6 +73,6 @@ private:
     void OnRestoreStudy();
     void OnRestoreGroup();
 
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<ta::sheet::StudyPageState> m_state;
     std::unique_ptr<Ui::TASetParam> m_ui;
 };

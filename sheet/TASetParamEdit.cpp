@@ -1,11 +1,13 @@
 // The study page's controls: what the user edits.
 
+#include "sheet/TASetParam.h"
+
 #include "platform/ui/TextBridge.h"
 #include "sheet/DefaultChanges.h"
 #include "sheet/Repository.h"
 #include "sheet/SettingsSession.h"
+#include "sheet/StudyPageState.h"
 #include "sheet/StudyPicker.h"
-#include "sheet/TASetParamState.h"
 #include "ui_TASetParam.h"
 
 #include <QShortcut>

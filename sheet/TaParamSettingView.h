@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Export.h"
-#include "platform/Study.h"
+#include "sheet/StudyRows.h"
 
 #include <QScrollArea>
 #include <QString>
@@ -22,17 +22,8 @@ class TADIALOGS_EXPORT CTaParamSettingView : public QScrollArea {
     Q_OBJECT
 
 public:
-    struct ParamRow {
-        QString name;
-        StudyParamInfo info;  ///< range, step, decimals and default
-        QString text;         ///< the value, or whatever the user has typed
-    };
-    struct ShapeRow {
-        QString name;
-        StudyDrawKind kind = StudyDrawKind::Line;
-        StudyShape shape;
-        StudyShape defaultShape;
-    };
+    using ParamRow = ta::sheet::ParamRow;
+    using ShapeRow = ta::sheet::ShapeRow;
 
     explicit CTaParamSettingView(QWidget* parent = nullptr);
 

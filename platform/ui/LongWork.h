@@ -5,12 +5,12 @@
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QString>
+#include <QWidget>
 
 #include <cstddef>
 
 class QProgressBar;
 class QProgressDialog;
-class QWidget;
 
 namespace ta::ui {
 

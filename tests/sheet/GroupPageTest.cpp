@@ -316,7 +316,7 @@ TEST_F(GroupPageTest, ImportReportsEveryGroupAndDropsTheDraftsOfThoseInTheFile) 
     prompts.ExpectMessage();
     ClickButton("importButton");
     EXPECT_EQ(prompts.Last().text,
-              "IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK\nIDS_TADIALOGS-GROUPFILE_IMPORTED 0 1");
+              "IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK\nadded 0, overwritten 1");
     EXPECT_EQ(prompts.Last().icon, PromptIcon::None);
     EXPECT_EQ(GroupNames(), (Names{"Swing", "Trend", kName}));
     EXPECT_EQ(SelectedGroup(), "Trend") << "the group that now has the place";
