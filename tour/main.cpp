@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFile>
 #include <QStyleFactory>
 #include <QTextStream>
 
@@ -13,6 +14,18 @@ using namespace ta;
 
 constexpr int kLongestTour = 120000;  // milliseconds
 constexpr QSize kPictureSize(1280, 800);
+
+/// A display of the usual size in memory; the one that comes without asking is 800 x 800.
+void UseDisplay() {
+    constexpr const char* kScreens = R"({"synchronousWindowSystemEvents": false,
+        "windowFrameMargins": true, "screens": [{"name": "desk", "x": 0, "y": 0, "width": 1920,
+        "height": 1080, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
+    const QString path = tour::OwnFolder().filePath("display.json");
+    QFile file(path);
+    tour::Expect(file.open(QIODevice::WriteOnly) && file.write(kScreens) > 0,
+                 "the display cannot be described");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + path.toUtf8());
+}
 
 /// Leaves out what the offscreen display writes of itself.
 void HandleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
@@ -71,7 +84,7 @@ void RunTour(tour::Guide& guide) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    UseDisplay();
     const QApplication application(argc, argv);
     const Arguments arguments = ReadArguments();
     tour::Expect(tour::OwnFolder().isValid() && QDir().mkpath(arguments.pictures),
