@@ -60,23 +60,26 @@ int CTAGroupExport::SelectPathAndExport() {
         return 1;
     }
     if (path.isEmpty()) {
-        TellKey("IDS_TECHVIEW-STRING_GROUPEXPORT_NOSELECTFILE");
+        Guard([&] { TellKey("IDS_TECHVIEW-STRING_GROUPEXPORT_NOSELECTFILE"); });
         return 0;
     }
     if (ExportFile(path) != 0) {
-        TellKey("IDS_TECHVIEW-STRING_GROUPEXPORT_EXPORT_OK", PromptIcon::None);
-        Guard([&] { TellGroupsNotCarried(path); });
+        Guard([&] {
+            TellKey("IDS_TECHVIEW-STRING_GROUPEXPORT_EXPORT_OK", PromptIcon::None);
+            TellGroupsNotCarried(path);
+        });
     }
     return 1;
 }
 
 int CTAGroupExport::GetSaveFilePath(QString& path) {
     path.clear();
-    const SaveFileOptions options{.title = LangText("IDS_DIALOG-EXPORTTA_TITLE"),
-                                  .name = "*.TASG",
-                                  .filter = "*.TASG",
-                                  .asksCreate = true};
-    if (!Guard([&] { path = AskSaveFile(this, options); })) {
+    if (!Guard([&] {
+            path = AskSaveFile(this, {.title = LangText("IDS_DIALOG-EXPORTTA_TITLE"),
+                                      .name = "*.TASG",
+                                      .filter = "*.TASG",
+                                      .asksCreate = true});
+        })) {
         return 0;
     }
     return path.isEmpty() ? kIdCancel : kIdOk;
@@ -93,6 +96,9 @@ int CTAGroupExport::ExportFile(const QString& path) {
     bool isWritten = false;
     Guard([&] {
         CTaSettingHandle& repository = CTaSettingHandle::GetInstance();
+        repository.ReloadTASetting();
+        const CTaSettingHandle::ReloadHold hold(
+            repository);  // one state, from the save to the file
         repository.SaveAllGroupSetting();
         const QString fault =
             WriteWholeFile(path, ta::groupfile::ExportGroups(repository, ExportList()));

@@ -273,7 +273,7 @@ int CTAGroupImport::ImportGroupSetting(const CString& name, const QString& path)
         }
     });
     if (noMemory) {
-        TellKey("IDS_TECHVIEW-STRING_MEMORY_ERR");
+        Guard([&] { TellKey("IDS_TECHVIEW-STRING_MEMORY_ERR"); });
     }
     return isImported ? 1 : 0;
 }

@@ -37,7 +37,8 @@ struct CTaSettingHandle::Parts {
     ta::settings::DefaultStrings defaults;
     ta::settings::TrendLineTable trendLines;
     ta::settings::ChartViewRegistry views;
-    int reloadHolds = 0;  ///< how many hold reloads off
+    int reloadHolds = 0;   ///< how many hold reloads off
+    unsigned reloads = 0;  ///< so far
 
     /// The configuration store, or null.
     static SMXCfgIO2* Store();

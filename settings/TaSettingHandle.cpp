@@ -59,6 +59,10 @@ void CTaSettingHandle::ReloadTASetting() {
     bReloadIfFlagged();
 }
 
+unsigned CTaSettingHandle::GetReloadCount() const {
+    return m_parts->reloads;
+}
+
 bool CTaSettingHandle::bReloadIfFlagged() {
     if (m_parts->reloadHolds > 0 || IsReload() != 1) {
         return false;
@@ -69,6 +73,7 @@ bool CTaSettingHandle::bReloadIfFlagged() {
     if (!lowered) {
         hold.emplace(*this);
     }
+    ++m_parts->reloads;
     ReleaseTASetting();
     ReleaseTrendLine(kTechViewClass);
     LoadAll();

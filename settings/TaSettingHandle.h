@@ -68,6 +68,10 @@ public:
     /// trend lines. Otherwise does nothing.
     void ReloadTASetting();
 
+    /// How often the settings were loaded again, which tells a reload's group messages from those
+    /// that others send. Does not reload.
+    unsigned GetReloadCount() const;
+
     // ---- Group table ----
 
     /// 1 when a group of this exact name is in the group list, else 0.

@@ -68,8 +68,10 @@ Place MoveBy(StudyLists& lists, Place place, int by) {
     return {place.pane, MoveStudy(lists, place.pane, place.study, place.pane, before)};
 }
 
-bool EmptiesFirstPane(const StudyLists& before, const StudyLists& after) {
-    return StudyCount(before, 0) > 0 && StudyCount(after, 0) == 0;
+bool EmptiesFirstPane(const StudyLists& before, const StudyLists& after,
+                      const std::function<bool(StudyType)>& counts) {
+    return std::ranges::any_of(before.front(), counts) &&
+           std::ranges::none_of(after.front(), counts);
 }
 
 Place PlaceAfter(const StudyLists& before, const StudyLists& after, Place place) {

@@ -2,6 +2,8 @@
 
 #include "settings/GroupRecord.h"
 
+#include <functional>
+
 /// Edits of a group's study lists (10 panes of 8 slots). Panes and studies count from 0.
 namespace ta::sheet {
 
@@ -28,9 +30,10 @@ int MoveStudy(StudyLists& lists, int pane, int study, int toPane, int toStudy);
 /// sibling, which must be there. Returns its place then.
 Place MoveBy(StudyLists& lists, Place place, int by);
 
-/// Whether the first pane would lose its last study. A group without one there gets the default
-/// studies when it is loaded, in the place of those of its first panes.
-bool EmptiesFirstPane(const StudyLists& before, const StudyLists& after);
+/// Whether the first pane would lose its last study that `counts`. A group without one there gets
+/// the default studies when it is loaded, in the place of those of its first panes.
+bool EmptiesFirstPane(const StudyLists& before, const StudyLists& after,
+                      const std::function<bool(StudyType)>& counts);
 
 /// Where the study of `before` at a place is in `after`: at the place, elsewhere in its pane, in
 /// another pane. The nearest place of the pane when it is gone.

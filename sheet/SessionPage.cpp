@@ -2,6 +2,7 @@
 
 #include "platform/ui/PropertySheet.h"
 #include "sheet/PaneLists.h"
+#include "sheet/Repository.h"
 #include "sheet/SessionHost.h"
 #include "sheet/SettingsSession.h"
 
@@ -75,7 +76,9 @@ Answer AskSave(QWidget& parent) {
 }
 
 bool SessionPage::TellEmptyPane(const StudyLists& before, const StudyLists& after) {
-    const bool empties = EmptiesFirstPane(before, after);
+    const bool empties = EmptiesFirstPane(before, after, [](StudyType type) {
+        return Repository().IsStudyCanUse(type) != 0;  // the next load leaves the others out
+    });
     if (empties) {
         TellKey("IDS_TADIALOGS-SHEET_FIRST_PANE");
     }
@@ -98,11 +101,11 @@ void SessionPage::OnCancel() {
         }
         return;
     }
+    if (shared != nullptr) {
+        shared->SetAnswer(answer == Answer::Yes);  // first: the sheet saves what this cannot
+    }
     if (answer == Answer::Yes) {
         WriteEdits();
-    }
-    if (shared != nullptr) {
-        shared->SetAnswer(answer == Answer::Yes);
     }
     if (answer == Answer::No) {
         PropertyPage::OnCancel();

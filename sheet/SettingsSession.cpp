@@ -38,8 +38,10 @@ public:
 
     std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam,
                              std::intptr_t lParam) override {
-        // One message a group; the first one is enough.
-        if (message == kGroupChangeMessage && wParam == 0) {
+        // One message a group; the first one is enough. Others may send it too.
+        const unsigned count = Repository().GetReloadCount();
+        if (message == kGroupChangeMessage && wParam == 0 && count != m_count) {
+            m_count = count;
             m_session.OnReloaded();
         }
         return CView::WindowProc(message, wParam, lParam);
@@ -47,6 +49,7 @@ public:
 
 private:
     SettingsSession& m_session;
+    unsigned m_count = Repository().GetReloadCount();
 };
 
 SettingsSession::SettingsSession() {
@@ -55,6 +58,7 @@ SettingsSession::SettingsSession() {
         store->PackFile();
     }
     RememberState();
+    m_namesAtFirst = m_before->GroupNames();
     m_watch = std::make_unique<Watch>(*this);
 }
 
@@ -140,11 +144,17 @@ bool SettingsSession::AddGroup(const CString& name) {
 }
 
 bool SettingsSession::RenameGroup(const CString& oldName, const CString& newName) {
+    Repository().ReloadTASetting();
+    const ReloadHold hold(Repository());
+    if (Repository().FindGroup(oldName) == 0) {
+        return false;
+    }
+    GroupDraft& draft = Draft(oldName);  // while it can still be read
     if (Repository().ModifyGroupName(oldName, newName) == 0) {
         return false;
     }
     DropDraft(newName);
-    Draft(oldName).SetGroup(newName);
+    draft.SetGroup(newName);
     m_modified = m_edited = true;
     ReportGroup(static_cast<unsigned>(Repository().GetUniNumByGroupName(newName)));
     return true;
@@ -171,8 +181,8 @@ void SettingsSession::StoreOrder(const std::vector<CString>& names) {
     Repository().SetGroupNameList(ordered);
 }
 
-void SettingsSession::NoteImport(const std::vector<CString>& overwritten) {
-    for (const CString& name : overwritten) {
+void SettingsSession::NoteImport(const std::vector<CString>& imported) {
+    for (const CString& name : imported) {
         DropDraft(name);
     }
     m_modified = m_edited = true;
@@ -199,7 +209,7 @@ void SettingsSession::GetChangeGroupList(std::vector<unsigned>& out) {
         return;
     }
     const std::vector<CString> names = GroupNames();
-    const std::vector<CString>& before = m_before->GroupNames();
+    const std::vector<CString>& before = m_namesAtFirst;
     for (std::size_t i = 0; names.size() == before.size() && i < names.size(); ++i) {
         if (names[i] != before[i]) {
             ReportGroup(static_cast<unsigned>(i));
@@ -227,6 +237,11 @@ void SettingsSession::Discard() {
 }
 
 // ---- Reloads ----
+
+void SettingsSession::StopWatching() {
+    m_watch.reset();
+    m_onReload = {};
+}
 
 void SettingsSession::AcknowledgeReload() {
     m_news = {};

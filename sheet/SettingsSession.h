@@ -71,8 +71,8 @@ public:
     bool DeleteGroup(const CString& name);
     /// Puts the groups into the order of `names`; groups that it lacks stand behind.
     void StoreOrder(const std::vector<CString>& names);
-    /// A file was imported over these groups: their edits are gone.
-    void NoteImport(const std::vector<CString>& overwritten);
+    /// These groups came from a file: what was drafted under their names is gone.
+    void NoteImport(const std::vector<CString>& imported);
     void NoteModified() { m_modified = true; }
     void ClearModified() { m_modified = false; }
     void SetDragged(bool dragged) { m_dragged = dragged; }
@@ -107,6 +107,8 @@ public:
 
     /// `onReload` runs when the repository was loaded again, within the question that did it.
     void WatchReloads(std::function<void()> onReload) { m_onReload = std::move(onReload); }
+    /// Reloads change the session no more, what was edited is still told.
+    void StopWatching();
     const ReloadNews& News() const { return m_news; }
     void AcknowledgeReload();
 
@@ -133,6 +135,7 @@ private:
     bool m_save = false;
     bool m_answered = false;
 
+    std::vector<CString> m_namesAtFirst;
     std::unique_ptr<settings::SettingsSnapshot> m_before;
     std::set<int> m_stored;  ///< numbers of the groups that came from the store
     ReloadNews m_news;

@@ -225,6 +225,10 @@ void CTASetGroup::WriteEdits() {
 }
 
 void CTASetGroup::StoreOrder() {
+    Repository().ReloadTASetting();
+    if (SharedSession() != nullptr && Session().News().pending) {
+        return;  // the rows are of the old state and will be filled again
+    }
     Session().StoreOrder(NamesOfRows(*m_ui->groupList));
 }
 
@@ -331,6 +335,7 @@ void CTASetGroup::OnImport() {
     CTAGroupImport import(path, this);
     if (import.DoModal() == kIdOk) {
         Session().NoteImport(import.OverwrittenGroups());
+        Session().NoteImport(import.AddedGroups());
         LoadScreens();
         OnListEdited(Repository().GetGroupNameByIndex(static_cast<unsigned>(row)));
         Tell(import.ResultText(), PromptIcon::None);

@@ -43,8 +43,20 @@ CTaParamSettingView::CTaParamSettingView(QWidget* parent) : QScrollArea(parent) 
 }
 
 QWidget& CTaParamSettingView::NewContents() {
+    // An edit may bring this about, within a handler of the field that goes: it says nothing more
+    // and goes when the handler is through.
+    for (const QObject* row : m_params) {
+        row->disconnect(this);
+    }
+    for (const QObject* row : m_shapes) {
+        row->disconnect(this);
+    }
     m_params.clear();
     m_shapes.clear();
+    if (QWidget* old = takeWidget()) {
+        old->hide();
+        old->deleteLater();
+    }
     auto* contents = new QWidget;
     new QVBoxLayout(contents);
     return *contents;

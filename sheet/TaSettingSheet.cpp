@@ -16,6 +16,7 @@ using ta::sheet::SettingsSession;
 namespace {
 
 constexpr int kModalGoneMilliseconds = 100;
+constexpr int kClose = 1;  ///< of the choice after a reload
 
 }  // namespace
 
@@ -62,6 +63,9 @@ bool CTaSettingSheet::OnInitDialog() {
     }
     SetButtonText(kIdOk, LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE"));
     SetButtonText(kIdCancel, LangText("IDS_TECHVIEW-STRING_GROUPSETTING_CANCEL"));
+    if (m_session->News().pending) {
+        m_tellReload.start(0);  // it came before there was anything to see
+    }
     if (!result && GetActivePage() != nullptr) {
         GetActivePage()->OnSetActive();
     }
@@ -171,8 +175,10 @@ void CTaSettingSheet::OnCancel() {
     if (!CancelPages()) {
         return;
     }
-    // An earlier closing came to nothing: the pages ask no more.
-    if (answeredBefore && m_session->HasEdits()) {
+    // The pages ask no more after an earlier closing that came to nothing, and a page that was
+    // never shown does not ask for the drafts that it would have.
+    const bool askedNow = m_session->IsAnswered() && !answeredBefore;
+    if (!askedNow && m_session->HasEdits()) {
         const Answer answer = ta::sheet::AskSave(*this);
         if (answer == Answer::None) {
             return;
@@ -191,7 +197,7 @@ void CTaSettingSheet::OnCancel() {
 
 void CTaSettingSheet::End(int result) {
     m_tellReload.stop();
-    m_session->WatchReloads({});
+    m_session->StopWatching();  // what follows is the creator's doing
     done(result);
 }
 
@@ -222,10 +228,15 @@ void CTaSettingSheet::TellReload() {
         m_tellReload.start(kModalGoneMilliseconds);
         return;
     }
-    const int choice = CurrentPrompts().AskChoice(
-        this, PromptIcon::Warning, windowTitle(), ReloadText(),
-        {LangText("IDS_TADIALOGS-SHEET_GO_ON"), LangText("IDS_TADIALOGS-SHEET_CLOSE")});
-    if (choice == 1) {
+    int choice = 0;
+    QString told;
+    do {  // again when there was more to tell meanwhile
+        told = ReloadText();
+        choice = CurrentPrompts().AskChoice(
+            this, PromptIcon::Warning, windowTitle(), told,
+            {LangText("IDS_TADIALOGS-SHEET_GO_ON"), LangText("IDS_TADIALOGS-SHEET_CLOSE")});
+    } while (choice != kClose && ReloadText() != told);
+    if (choice == kClose) {
         m_session->Discard();
         m_session->TakeBackAnswer();
         End(QDialog::Rejected);
