@@ -7,13 +7,13 @@
 #include "platform/ui/TextBridge.h"
 #include "settings/Messages.h"
 #include "sheet/TaSettingSheet.h"
+#include "terminal/store/OpenResult.h"
 #include "tests/frame/FrameFixture.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RecordingView.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
@@ -21,8 +21,9 @@
 #include <QStatusBar>
 #include <QTreeWidget>
 
+#include <SQLiteCpp/Database.h>
+
 #include <algorithm>
-#include <map>
 
 namespace ta::test {
 namespace {
@@ -40,12 +41,6 @@ struct StoredGroup {
 
     bool operator==(const StoredGroup&) const = default;
 };
-
-QElapsedTimer Started() {
-    QElapsedTimer timer;
-    timer.start();
-    return timer;
-}
 
 class SettingsSheet : public FrameTest {
 protected:
@@ -97,6 +92,17 @@ protected:
         QTest::keyClick(&Focus(), key, modifiers);
     }
     static void Type(const QString& text) { QTest::keyClicks(&Focus(), text); }
+    /// Goes by the Tab key to the first control of a kind in the study's editor.
+    template <class Control>
+    static void TabToFirst(CTaSettingSheet& sheet) {
+        auto* control = Find(sheet, "settingView").findChild<Control*>();
+        ASSERT_NE(control, nullptr);
+        constexpr int kMostStops = 60;
+        for (int i = 0; i < kMostStops && !control->hasFocus(); ++i) {
+            Press(Qt::Key_Tab);
+        }
+        ASSERT_TRUE(control->hasFocus()) << "cannot be reached";
+    }
     static void End(CTaSettingSheet& sheet, int button) {
         QTest::mouseClick(sheet.GetDlgItem(button), Qt::LeftButton);
     }
@@ -189,23 +195,15 @@ protected:
             strings, [&begin](const CString& each) { return each.starts_with(begin); });
     }
     /// Another terminal adds a group and commits.
-    void SaveInOther(const QString& group, int uniNum = 77) {
+    void SaveInOther(const QString& group) {
         terminal::SqliteStore other;
         other.Open(StorePath());
         Strings names;
         other.LoadTAGroupNameList(names);
         names.push_back(ui::FromQString(group));
         other.SaveTAGroupNameList(names);
-        other.SaveTAGroupUniNum(static_cast<unsigned>(names.size()) - 1, uniNum);
+        other.SaveTAGroupUniNum(static_cast<unsigned>(names.size()) - 1, 77);
         other.PackFile();
-    }
-    /// Until the store has seen another's commit, without events, which would tell the sheet.
-    void AskUntilFlagged() {
-        bool flagged = false;
-        for (QElapsedTimer waiting = Started(); !flagged && waiting.elapsed() < 5000;) {
-            Session().Store().GetTASettingReloadType(flagged);
-        }
-        ASSERT_TRUE(flagged);
     }
     bool AwaitPrompts() {
         return Await([this] { return m_prompts.Waiting() == 0; });
@@ -226,25 +224,19 @@ TEST_F(SettingsSheet, ATypicalEditByKeyboardIsSeenEverywhere) {
         Press(Qt::Key_Insert);
         EXPECT_EQ(Rows(sheet).last(), "RSI group");
         Press(Qt::Key_Tab, Qt::ControlModifier);
-        auto& tree = Find<QTreeWidget>(sheet, "studyTree");
-        tree.setFocus();
+        Press(Qt::Key_T, Qt::AltModifier);
         Press(Qt::Key_End);
         m_driver.Expect([](QWidget&) {
             Type("rsi");
             Press(Qt::Key_Return);
         });
         Press(Qt::Key_Insert);
+        auto& tree = Find<QTreeWidget>(sheet, "studyTree");
         ASSERT_NE(tree.currentItem(), nullptr);
         EXPECT_EQ(tree.currentItem()->text(0), "相對強弱指標");
-        QWidget& view = Find(sheet, "settingView");
-        auto* field = view.findChild<QAbstractSpinBox*>();
-        ASSERT_NE(field, nullptr);
-        field->setFocus();
-        field->selectAll();
+        TabToFirst<QAbstractSpinBox>(sheet);
         Type("5");
-        auto* colour = view.findChild<QPushButton*>();
-        ASSERT_NE(colour, nullptr);
-        colour->setFocus();
+        TabToFirst<QPushButton>(sheet);
         Press(Qt::Key_Space);
         Press(Qt::Key_S, Qt::AltModifier);
         Await([&sheet] { return !sheet.isVisible(); });  // the button is seen going down first
@@ -357,207 +349,93 @@ TEST_F(SettingsSheet, ChartsOfADeletedGroupShowTheDefaultGroup) {
     EXPECT_EQ(GroupsInBox(), GroupsInRepository());
 }
 
-TEST_F(SettingsSheet, StopsAtTheMaximum) {
-    for (int i = static_cast<int>(GroupsInRepository().size()); i < 10; ++i) {
-        AddGroup(QString("群組%1").arg(i));
-    }
-    m_prompts.ExpectMessage();
-    InSheet([](CTaSettingSheet& sheet) {
-        Click(sheet, "addButton");
-        Cancel(sheet);
-    });
-    EXPECT_EQ(Stored().size(), 10u);
-}
-
 // ---- Cancel ----
 
-class CancelledSheet : public SettingsSheet {
-protected:
-    /// Edits on both pages: a new group, a deleted one, a parameter, a moved study.
-    void EditBothPages(CTaSettingSheet& sheet) {
-        AddInSheet(sheet, "新的");
-        SelectGroup(sheet, "趨勢");
-        auto& tree = Find<QTreeWidget>(sheet, "studyTree");
-        tree.setCurrentItem(tree.topLevelItem(0)->child(0));
-        Click(sheet, "moveDownButton");
-        m_prompts.ExpectYesNo(true);
-        Click(sheet, "deleteButton");
-        SelectGroup(sheet, "短線");
-        ShowStudyPage(sheet);
-        EnterParam(sheet, 0, 1, "9");
-    }
-};
-
-TEST_F(CancelledSheet, NoLeavesTheRepositoryAndTheStoreAsTheyWere) {
+TEST_F(SettingsSheet, NoTakesBackEditsAndImportsAndYesKeepsThem) {
+    const QString file = FilePath("groups.TASG");
+    ASSERT_EQ(CTAGroupExport(&Window()).ExportFile(file), 1);
+    Repository().DeleteGroupSetting(Repository().GetSystemDefaultGroup());
+    Repository().SaveAllGroupSetting();
     const auto stored = Stored();
     const auto inRepository = InRepository();
-    InSheet([this](CTaSettingSheet& sheet) {
-        EditBothPages(sheet);
-        m_prompts.ExpectYesNo(false);
-        Cancel(sheet);
-    });
-    EXPECT_EQ(Stored(), stored);
-    EXPECT_EQ(InRepository(), inRepository);
-    // Nothing is left that a later save would store.
-    Choose(Command::SaveSettings);
-    EXPECT_EQ(Stored(), stored);
-    EXPECT_EQ(GroupsInBox(), GroupsInRepository());
-}
-
-TEST_F(CancelledSheet, YesKeepsTheEditsOfBothPages) {
-    InSheet([this](CTaSettingSheet& sheet) {
-        EditBothPages(sheet);
-        m_prompts.ExpectYesNo(true);
-        Cancel(sheet);
-        EXPECT_EQ(sheet.IsAlwaysSave(), 1);
-    });
-    const auto stored = Stored();
-    ASSERT_EQ(stored.size(), 3u);
-    EXPECT_EQ(stored[1].first, "短線");
-    EXPECT_TRUE(Holds(stored[1].second.params, "4=9,10"));
-    EXPECT_EQ(stored[2].first, "新的");
+    for (const bool yes : {false, true}) {
+        InSheet([this, &file, yes](CTaSettingSheet& sheet) {
+            SelectGroup(sheet, "趨勢");
+            auto& tree = Find<QTreeWidget>(sheet, "studyTree");
+            tree.setCurrentItem(tree.topLevelItem(0)->child(0));
+            Click(sheet, "moveDownButton");
+            m_prompts.ExpectYesNo(true);
+            Click(sheet, "deleteButton");
+            m_prompts.ExpectFile(file);
+            m_prompts.ExpectMessage();
+            m_driver.Expect([](QWidget& dialog) { Click(dialog, "okButton"); });
+            Click(sheet, "importButton");
+            EXPECT_EQ(Stored().size(), 3U);
+            AddInSheet(sheet, "新的");
+            SelectGroup(sheet, "短線");
+            ShowStudyPage(sheet);
+            EnterParam(sheet, 0, 1, "9");
+            m_prompts.ExpectYesNo(yes);
+            Cancel(sheet);
+            EXPECT_EQ(sheet.IsAlwaysSave(), yes ? 1 : 0);
+        });
+        EXPECT_EQ(Stored() == stored, !yes);
+        Choose(Command::SaveSettings);
+        EXPECT_EQ(Stored() == stored, !yes) << "Something is left for a later save.";
+        EXPECT_EQ(InRepository() == inRepository, !yes);
+        EXPECT_EQ(GroupsInBox(), GroupsInRepository());
+    }
+    EXPECT_EQ(Stored().back().first, "新的");
+    EXPECT_TRUE(Holds(StoredGroupOf("短線").params, "4=9,10"));
+    ChooseGroup("短線");
     EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("(9,10,20,60)"));
 }
 
-TEST_F(CancelledSheet, NoTakesBackWhatAnImportHasStored) {
-    const QString file = FilePath("groups.TASG");
-    ASSERT_EQ(CTAGroupExport(&Window()).ExportFile(file), 1);
-    Repository().DeleteGroupSetting(ui::FromQString("短線"));
-    Repository().SaveAllGroupSetting();
-    const auto stored = Stored();
-    InSheet([&](CTaSettingSheet& sheet) {
-        m_prompts.ExpectFile(file);
+TEST_F(SettingsSheet, AFileThatRefusesASaveIsToldAndTheEditsStay) {
+    const auto setVersion = [this](const char* sql) {
+        SQLite::Database(StorePath().toStdString(), SQLite::OPEN_READWRITE).exec(sql);
+    };
+    InSheet([this, &setVersion](CTaSettingSheet& sheet) {
+        ShowStudyPage(sheet);
+        EnterParam(sheet, 0, 1, "9");
+        setVersion("PRAGMA user_version = 99");
         m_prompts.ExpectMessage();
-        m_driver.Expect([](QWidget& dialog) { Click(dialog, "okButton"); });
-        Click(sheet, "importButton");
-        EXPECT_EQ(Stored().size(), 3u);
-        m_prompts.ExpectYesNo(false);
-        Cancel(sheet);
-    });
-    EXPECT_EQ(Stored(), stored);
-    EXPECT_EQ(GroupsInRepository().size(), 2);
-}
-
-TEST_F(CancelledSheet, YesStaysOnAFaultAndTheNextCancelAsksAgain) {
-    const auto stored = Stored();
-    InSheet([this](CTaSettingSheet& sheet) {
-        AddInSheet(sheet, "新的");
-        ShowStudyPage(sheet);
-        EnterParam(sheet, 0, 1, "5000");
-        sheet.SetActivePage(0);
-        m_prompts.ExpectYesNo(true);
-        Cancel(sheet);
-        ASSERT_TRUE(sheet.isVisible());
-        EXPECT_EQ(sheet.GetActiveIndex(), 1);
-        EXPECT_EQ(static_cast<QAbstractSpinBox&>(Focus()).text(), "5000");
-        Save(sheet);
-        ASSERT_TRUE(sheet.isVisible());
-        // That closing came to nothing, so that the next one asks again.
-        m_prompts.ExpectYesNo(true);
-        Cancel(sheet);
-        ASSERT_TRUE(sheet.isVisible());
-        EnterParam(sheet, 0, 1, "9");
-        m_prompts.ExpectYesNo(false);
-        Cancel(sheet);
-    });
-    EXPECT_EQ(Stored(), stored);
-    EXPECT_EQ(GroupsInRepository().size(), 3);
-}
-
-TEST_F(CancelledSheet, AnOrderThatAnExportHasStoredIsAskedFor) {
-    const auto stored = Stored();
-    InSheet([this](CTaSettingSheet& sheet) {
-        auto& list = Find<QListWidget>(sheet, "groupList");
-        list.setFocus();
-        list.setCurrentRow(0);
-        Press(Qt::Key_Down, Qt::ControlModifier);
-        m_driver.Expect([](QWidget& dialog) { static_cast<QDialog&>(dialog).reject(); });
-        Click(sheet, "exportButton");
-        // There and back in the order that the repository has by now.
-        list.setFocus();
-        Press(Qt::Key_Down, Qt::ControlModifier);
-        Press(Qt::Key_Up, Qt::ControlModifier);
-        m_prompts.ExpectYesNo(false);
-        Cancel(sheet);
-    });
-    EXPECT_EQ(Stored(), stored);
-    EXPECT_EQ(GroupsInRepository().mid(1), QStringList({"趨勢", "短線"}));
-}
-
-TEST_F(CancelledSheet, WhatWasPendingBeforeIsKept) {
-    Repository().SetTechWndKeyByGroupName(ui::FromQString("短線"), 9);
-    m_prompts.ExpectYesNo(false);
-    InSheet([this](CTaSettingSheet& sheet) {
-        AddInSheet(sheet, "新的");
-        Cancel(sheet);
-    });
-    EXPECT_EQ(Repository().GetTechWndKeyByGroupName(ui::FromQString("短線")), 9);
-    terminal::SqliteStore store;
-    store.Open(StorePath());
-    int key = 0;
-    EXPECT_TRUE(store.LoadTATechWndShowKey(2, key));
-    EXPECT_EQ(key, 9);
-}
-
-// ---- Changed elsewhere while the sheet is open ----
-
-using ChangedElsewhere = SettingsSheet;
-
-TEST_F(ChangedElsewhere, TheUserIsToldAndGoesOnWithTheNewState) {
-    InSheet([this](CTaSettingSheet& sheet) {
-        m_prompts.ExpectChoice(0);
-        SaveInOther("他的");
-        ASSERT_TRUE(AwaitPrompts());
-        EXPECT_EQ(m_prompts.Last().choices.size(), 2);
-        ASSERT_TRUE(sheet.isVisible());
-        EXPECT_EQ(Rows(sheet).last(), "他的");
-        AddInSheet(sheet, "我的");
         Save(sheet);
     });
-    EXPECT_EQ(GroupsInRepository().mid(1), QStringList({"趨勢", "短線", "他的", "我的"}));
-    EXPECT_EQ(Stored().size(), 5u);
+    ASSERT_TRUE(AwaitPrompts());
+    EXPECT_EQ(m_prompts.Last().icon, ui::PromptIcon::Warning);
+    EXPECT_EQ(m_prompts.Last().text,
+              terminal::PackErrorMessage({terminal::PackError::NewerVersion, StorePath(), {}, {}}));
+    EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("(9,10,20,60)"));
+    EXPECT_FALSE(Holds(StoredGroupOf("短線").params, "4=9,10"));
+    setVersion("PRAGMA user_version = 1");
+    Choose(Command::SaveSettings);
+    EXPECT_TRUE(Holds(StoredGroupOf("短線").params, "4=9,10"));
 }
 
-TEST_F(ChangedElsewhere, DraftsStandOnTheNewStateAndGroupEditsAreGone) {
+// ---- Another terminal saves while the sheet is open ----
+
+TEST_F(SettingsSheet, AnothersGroupsAndTheUsersDraftsAreBothSaved) {
     InSheet([this](CTaSettingSheet& sheet) {
         ShowStudyPage(sheet);
         EnterParam(sheet, 0, 1, "9");
         sheet.SetActivePage(0);
-        AddInSheet(sheet, "我的");
+        AddInSheet(sheet, "落空");
         m_prompts.ExpectChoice(0);
         SaveInOther("他的");
         ASSERT_TRUE(AwaitPrompts());
         EXPECT_EQ(Rows(sheet).mid(1), QStringList({"趨勢", "短線", "他的"}));
-        EXPECT_EQ(sheet.IsEditGroup(), 0);
-        EXPECT_TRUE(sheet.IsEditStudy());
+        AddInSheet(sheet, "我的");
         Save(sheet);
     });
     const auto stored = Stored();
-    ASSERT_EQ(stored.size(), 4u);
-    EXPECT_EQ(stored[3].first, "他的");
+    ASSERT_EQ(stored.size(), 5U);
+    EXPECT_EQ(stored[3].first + stored[4].first, "他的我的");
     EXPECT_EQ(stored[3].second.uniNum, 77);
     EXPECT_TRUE(Holds(stored[2].second.params, "4=9,10"));
 }
 
-TEST_F(ChangedElsewhere, DraftsOfAGroupThatIsGoneFallOnNoOther) {
-    InSheet([this](CTaSettingSheet& sheet) {
-        AddInSheet(sheet, "我的");
-        const int number = Repository().GetUniNumByGroupName(ui::FromQString("我的"));
-        ShowStudyPage(sheet);
-        EnterParam(sheet, 0, 1, "9");
-        SaveInOther("他的", number);
-        ASSERT_TRUE(Await([this] { return GroupsInRepository().contains("他的"); }));
-        sheet.SetActivePage(0);  // asks for drafts before the user is told
-        m_prompts.ExpectChoice(0);
-        ASSERT_TRUE(AwaitPrompts());
-        EXPECT_TRUE(m_prompts.Last().text.contains("我的"));
-        Save(sheet);
-    });
-    ASSERT_EQ(Stored().size(), 4u);
-    EXPECT_FALSE(Holds(StoredGroupOf("他的").params, "4=9,10"));
-}
-
-TEST_F(ChangedElsewhere, TheUserMayCloseInstead) {
+TEST_F(SettingsSheet, ClosingInsteadShowsTheOthersState) {
     InSheet([this](CTaSettingSheet& sheet) {
         ShowStudyPage(sheet);
         EnterParam(sheet, 0, 1, "9");
@@ -565,47 +443,9 @@ TEST_F(ChangedElsewhere, TheUserMayCloseInstead) {
         SaveInOther("他的");
         ASSERT_TRUE(AwaitPrompts());
     });
-    const auto stored = Stored();
-    ASSERT_EQ(stored.size(), 4u);
-    EXPECT_FALSE(Holds(stored[2].second.params, "4=9,10"));
+    EXPECT_FALSE(Holds(StoredGroupOf("短線").params, "4=9,10"));
+    EXPECT_EQ(GroupsInBox(), GroupsInRepository());
     EXPECT_EQ(GroupsInBox().last(), "他的");
-}
-
-TEST_F(ChangedElsewhere, SavingDoesNotOverwriteWhatHasJustBeenSaved) {
-    InSheet([this](CTaSettingSheet& sheet) {
-        ShowStudyPage(sheet);
-        EnterParam(sheet, 0, 1, "9");
-        m_prompts.ExpectChoice(0);
-        SaveInOther("他的");
-        AskUntilFlagged();
-        Save(sheet);
-        ASSERT_TRUE(sheet.isVisible()) << "The edits were lost on the way.";
-        ASSERT_TRUE(AwaitPrompts());
-        Save(sheet);
-    });
-    EXPECT_TRUE(Holds(StoredGroupOf("短線").params, "4=9,10"));
-    EXPECT_EQ(Stored().size(), 4u);
-}
-
-TEST_F(ChangedElsewhere, IsNotToldInTheMiddleOfADialogOfAPage) {
-    InSheet([this](CTaSettingSheet& sheet) {
-        m_driver.Expect([this](QWidget& dialog) {
-            SaveInOther("他的");
-            ASSERT_TRUE(Await([this] { return GroupsInBox().contains("他的"); }));
-            EXPECT_EQ(m_prompts.Waiting(), 1u);
-            Find<QLineEdit>(dialog, "nameEdit").setText("我的");
-            Click(dialog, "okButton");
-        });
-        m_prompts.ExpectChoice(0);
-        Click(sheet, "addButton");
-        ASSERT_TRUE(AwaitPrompts());
-        // Added to the new state, after it was loaded.
-        EXPECT_EQ(Rows(sheet).mid(3), QStringList({"他的", "我的"}));
-        m_prompts.ExpectYesNo(false);
-        Cancel(sheet);
-    });
-    EXPECT_EQ(Stored().size(), 4u);
-    EXPECT_EQ(GroupsInRepository().last(), "他的");
 }
 
 }  // namespace

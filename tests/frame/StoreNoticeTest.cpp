@@ -1,3 +1,5 @@
+#include "terminal/lang/Language.h"
+#include "terminal/store/OpenResult.h"
 #include "tests/frame/FrameFixture.h"
 
 #include <QDir>
@@ -77,6 +79,25 @@ TEST_F(StoreNotice, TellsOfFailingSavesOnceForEachActionAndAsksBeforeExit) {
     EXPECT_TRUE(Window().isVisible());
     m_prompts.ExpectYesNo(true);
     EXPECT_TRUE(Window().close());
+}
+
+TEST_F(StoreNotice, EachFailureOfASaveHasItsOwnText) {
+    using terminal::PackError;
+    Start();
+    const std::pair<PackError::Reason, const char*> texts[] = {
+        {PackError::DiskFull, "磁碟空間不足"}, {PackError::CannotWrite, "權限"},
+        {PackError::NewerVersion, "較新版本"}, {PackError::InUse, "其他程式"},
+        {PackError::NotOpen, "未能開啟"},      {PackError::Replaced, "已損壞"},
+        {PackError::Other, "（why）"},
+    };
+    for (const auto& [reason, words] : texts) {
+        const QString text = terminal::PackErrorMessage({reason, "/a/b.db", "/a/old.db", "why"});
+        EXPECT_TRUE(text.contains(words) && text.contains(QDir::toNativeSeparators("/a/b.db")) &&
+                    text.contains(QDir::toNativeSeparators("/a/old.db")))
+            << text.toStdString();
+        const bool saysWhy = reason == PackError::NotOpen || reason == PackError::Other;
+        EXPECT_EQ(text.contains("why"), saysWhy) << text.toStdString();
+    }
 }
 
 }  // namespace

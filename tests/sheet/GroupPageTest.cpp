@@ -107,7 +107,17 @@ TEST_F(GroupPageTest, AddingAGroup) {
     EXPECT_EQ(GroupNames().size(), 4U);
 }
 
-TEST(GroupRowsTest, TheMaximum) {
+TEST_F(GroupPageTest, TheMaximum) {
+    memory.maxCount = 11;
+    while (memory.names->size() < 11) {
+        memory.names->push_back("Group " + std::to_string(memory.names->size()));
+    }
+    Load();
+    OpenGroups();
+    prompts.ExpectMessage();
+    ClickButton("addButton");
+    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPSETTING_MAXCNT");
+    EXPECT_EQ(GroupNames().size(), 11U);
     EXPECT_TRUE(sheet::IsFull(12, 12) && sheet::IsFull(13, 12) && sheet::IsFull(0, 0));
     EXPECT_FALSE(sheet::IsFull(11, 12) || sheet::IsFull(1000, -1)) << "a negative one is none";
 }

@@ -4,6 +4,8 @@
 #include "platform/Text.h"
 #include "tests/sheet/SheetFixture.h"
 
+#include <QLineEdit>
+
 namespace ta::test {
 namespace {
 
@@ -105,8 +107,10 @@ TEST_F(SessionTest, NoGivesRepositoryAndStoreBackAndYesSavesBothPages) {
         ClickStudy(0, 1);
         Enter("期數1", "9");
         prompts.ExpectYesNo(yes);
+        const int commits = memory.packCount;
         Cancel();
         EXPECT_FALSE(Sheet().isVisible());
+        EXPECT_GT(memory.packCount, commits);
         EXPECT_EQ(Studies("Trend") == before, !yes);
         EXPECT_EQ(GroupNames().size(), yes ? 4U : 3U);
         EXPECT_EQ(memory.names, GroupNames()) << "stored";
@@ -114,6 +118,24 @@ TEST_F(SessionTest, NoGivesRepositoryAndStoreBackAndYesSavesBothPages) {
                   yes ? kAverages : kCandles);
         EXPECT_EQ(memory.params[3], yes ? Names{"4=9,10,20,60"} : Names());
     }
+}
+
+TEST_F(SessionTest, NoTakesBackAnOrderThatAnExportHasStoredAndNotWhatWasPendingBefore) {
+    Repository().SetTechWndKeyByGroupName("Swing", 9);
+    Open(kGroups, 0, 0);
+    DragRow(Groups(), 0, 1);
+    OnDialog([](ui::DialogBase& dialog) { dialog.reject(); });
+    ClickButton("exportButton");
+    EXPECT_EQ(memory.names->front(), "Swing");
+    // There and back in the order that the repository has by now.
+    Groups().setFocus();
+    PressKey(Qt::Key_Down, Qt::ControlModifier);
+    PressKey(Qt::Key_Up, Qt::ControlModifier);
+    prompts.ExpectYesNo(false);
+    Cancel();
+    EXPECT_EQ(memory.names, (Names{"Trend", "Swing", text::FromUtf8("許功蓋")}));
+    EXPECT_EQ(GroupNames(), memory.names);
+    EXPECT_EQ(memory.wndShowKeys[1], 9);
 }
 
 TEST_F(SessionTest, YesStaysOnAFaultAndTheNextCancelAsksAgain) {
@@ -236,6 +258,27 @@ TEST_F(SessionTest, EscapeInTheReloadChoiceGoesOnAndASecondReloadIsToldAgain) {
     EXPECT_EQ(Sheet().IsDragList(), 1);
 }
 
+TEST_F(SessionTest, AReloadIsToldAfterTheDialogOfAPageWhoseEditIsKeptOrTakenBack) {
+    for (const int choice : {0, 1}) {
+        Open(kGroups, 0, 0);
+        prompts.ExpectChoice(choice);
+        OnDialog([this, choice](ui::DialogBase& dialog) {
+            memory.names = Names{"Trend", "Theirs"};
+            Load();
+            QCoreApplication::processEvents();
+            EXPECT_EQ(prompts.Waiting(), 1U);
+            TypeText(Find<QLineEdit>(dialog, "nameEdit"), QString("Mine%1").arg(choice));
+            Press(dialog, Qt::Key_Return);
+        });
+        ClickButton("addButton");
+        AwaitPrompts();
+        EXPECT_EQ(Sheet().isVisible(), choice == 0);
+        EXPECT_EQ(Sheet().IsEditGroup(), 1) << "done on the new state";
+        EXPECT_EQ(GroupNames(),
+                  choice == 0 ? (Names{"Trend", "Theirs", "Mine0"}) : (Names{"Trend", "Theirs"}));
+    }
+}
+
 TEST_F(SessionTest, StudiesThatTheGroupPageStoredAreKeptLikeOtherEdits) {
     Open(kGroups, 0, 0);
     ClickStudy(0, 0);
@@ -243,6 +286,7 @@ TEST_F(SessionTest, StudiesThatTheGroupPageStoredAreKeptLikeOtherEdits) {
     Turn(kStudies);
     ClickStudy(1, 0);
     PressInTree(Qt::Key_Delete);
+    ShowCount().setValue(4);
     Turn(kGroups);
     AddGroup("Mine");  // stores the studies of both edits
     EXPECT_TRUE(Studies("Trend")[1].empty());
@@ -253,6 +297,7 @@ TEST_F(SessionTest, StudiesThatTheGroupPageStoredAreKeptLikeOtherEdits) {
     Save();
     EXPECT_EQ(Studies("Trend")[0].front(), kAverages);
     EXPECT_TRUE(Studies("Trend")[1].empty());
+    EXPECT_EQ(Repository().GetStudyCountByGroupName("Trend"), 4);
     EXPECT_EQ(Changed(), (Changes{5, 0}));
 }
 
@@ -296,7 +341,10 @@ TEST_F(SessionTest, DraftsOfGroupsThatAreGoneAreToldAndFallOnNoOther) {
     memory.uniNums = {{0, 5}, {1, 0}};  // the number of "Mine", which was not stored
     memory.showCounts = {{0, 3}, {1, 2}};
     memory.params.clear();
-    ReloadAndGoOn();
+    prompts.ExpectChoice(0);
+    Load();
+    Turn(kGroups);  // asks for drafts before the user is told
+    AwaitPrompts();
     ASSERT_EQ(News().size(), 3);
     EXPECT_TRUE(News()[2].contains("Mine") && News()[2].contains("Swing"));
     EXPECT_EQ(Sheet().GetActiveGroup(), "Trend");

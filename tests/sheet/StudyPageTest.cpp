@@ -280,6 +280,12 @@ TEST_F(StudyPageTest, RestoringAStudyTellsWhatItChangesAndTakesTheStoresDefaults
         EXPECT_EQ(Text("期數1"), answer == 1 ? "7" : "8");
     }
     EXPECT_FALSE(Sheet().IsEditStudy());
+    memory.paramDefaults = Names{"4=9,14,28,56"};  // another terminal's
+    ReloadAndGoOn();
+    Enter("期數1", "8");
+    prompts.ExpectYesNo(true);
+    ClickButton("restoreStudyButton");
+    EXPECT_EQ(Text("期數1"), "9");
 }
 
 TEST_F(StudyPageTest, RestoringAGroupIsForAllOfItsStudiesAndLeavesTheirPlaces) {
@@ -453,13 +459,15 @@ TEST_F(StudyPageTest, TheFirstPaneKeepsItsLastStudyOnBothPages) {
 }
 
 TEST_F(StudyPageTest, TenPanesCanBeShownAndTypingTenKeepsTheSelectedOne) {
-    Open(kStudies, 3, 0, "Trend", 4);
+    Store(0, {{kCandles}, {kVolume}});
+    Load();
+    Open(kStudies, 2, 0);
     ShowCount().setFocus();
     PressKey(Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(&ShowCount(), "1");
-    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{3, -1}));
+    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{2, -1}));
     QTest::keyClicks(&ShowCount(), "0");
-    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{3, -1}));
+    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{2, -1}));
     EXPECT_EQ(Tree().topLevelItemCount(), 10);
     EXPECT_EQ(Panes()[9], "pane 10: ");
     ClickStudy(9, -1);
