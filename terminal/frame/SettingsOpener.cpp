@@ -2,23 +2,13 @@
 
 #include "platform/ui/DialogBase.h"
 #include "settings/Messages.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "sheet/TaSettingSheet.h"
 
 #include <set>
 
 namespace ta::terminal {
 namespace {
-
-CTaSettingHandle& Repository() {
-    return CTaSettingHandle::GetInstance();
-}
-
-std::vector<CString> GroupNames() {
-    std::vector<CString> names;
-    Repository().GetGroupNameList(names);
-    return names;
-}
 
 std::set<int> GroupNumbers() {
     std::set<int> numbers;

@@ -84,12 +84,6 @@ CTaSettingHandle& GroupDialogFixture::Load() {
     return Repository();
 }
 
-Names GroupDialogFixture::GroupNames() {
-    Names names;
-    Repository().GetGroupNameList(names);
-    return names;
-}
-
 StudyLists GroupDialogFixture::Studies(const CString& name) {
     StudyLists lists;
     Repository().GetStudyListByGroupName(name, lists);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ui/DialogBase.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "tests/support/MemoryChart.h"
 #include "tests/support/MemoryConfigStore.h"
 #include "tests/support/MemoryQuotes.h"
@@ -30,8 +30,6 @@ protected:
 
     /// Loads what the test has preset in `memory`.
     CTaSettingHandle& Load();
-    static CTaSettingHandle& Repository() { return CTaSettingHandle::GetInstance(); }
-    Names GroupNames();
     StudyLists Studies(const CString& name);
     Names Params(const CString& name);
 
