@@ -70,7 +70,7 @@ void CompareSetsDlg::OnNameTyped() {
 }
 
 void CompareSetsDlg::OnKeep() {
-    const CString name = ta::text::Trim(FromQString(m_ui->nameEdit->text()));
+    const CString name(ta::text::Trim(FromQString(m_ui->nameEdit->text())));
     if (name.empty()) {
         Refuse(*m_ui->nameEdit, LangText("IDS_TADIALOGS-COMPARE_SETS_NAMELESS"));
         return;

@@ -4,7 +4,7 @@
 #include "platform/Entitlement.h"
 #include "platform/QuoteInterface.h"
 #include "platform/SyncInfo.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 
 #include <algorithm>
 #include <charconv>
@@ -18,7 +18,7 @@ constexpr unsigned char kSecondPeriod = 4;
 bool MaySeeSeconds(std::uint8_t market) {
     const EntitlementService* service = CSyncInfo::GetSettingCFG().GetServices().entitlement;
     return (service == nullptr || service->bIsSecondDataAllowed(market)) &&
-           CTaSettingHandle::GetInstance().IsSecondlyDataCanUse(kSecondPeriod) != 0;
+           Repository().IsSecondlyDataCanUse(kSecondPeriod) != 0;
 }
 
 /// The number that a text begins with, 0 when it begins with none; the nearest one that an int

@@ -278,6 +278,7 @@ std::vector<int> SymbolTree::FindCodes(const std::vector<CString>& codes) const 
         }
     }
     std::vector<int> nodes;
+    nodes.reserve(codes.size());
     for (const CString& code : codes) {
         nodes.push_back(found.at(text::ToUpper(code)));
     }

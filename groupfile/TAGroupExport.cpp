@@ -5,7 +5,7 @@
 #include "platform/ui/ComponentFont.h"
 #include "platform/ui/FileAccess.h"
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "ui_TAGroupExport.h"
 
 #include <QFileInfo>
@@ -14,7 +14,7 @@ using namespace ta::ui;
 
 CTAGroupExport::CTAGroupExport(QWidget* parent)
     : DialogBase(parent), m_ui(std::make_unique<Ui::TAGroupExport>()) {
-    CTaSettingHandle::GetInstance().GetGroupNameList(m_groupNames);
+    m_groupNames = ta::GroupNames();
     m_ui->setupUi(this);
     SetButtons(*m_ui->okButton, *m_ui->cancelButton);
     Handle(m_ui->selectButton, &QPushButton::clicked, [this] { OnButtonSelect(); });
@@ -95,10 +95,10 @@ int CTAGroupExport::ExportFile(const QString& path) {
     }
     bool isWritten = false;
     Guard([&] {
-        CTaSettingHandle& repository = CTaSettingHandle::GetInstance();
+        CTaSettingHandle& repository = ta::Repository();
         repository.ReloadTASetting();
-        const CTaSettingHandle::ReloadHold hold(
-            repository);  // one state, from the save to the file
+        // One state, from the save to the file.
+        const CTaSettingHandle::ReloadHold hold(repository);
         repository.SaveAllGroupSetting();
         const QString fault =
             WriteWholeFile(path, ta::groupfile::ExportGroups(repository, ExportList()));
@@ -128,8 +128,8 @@ void CTAGroupExport::TellGroupsNotCarried(const QString& path) {
         Tell(fault);
         return;
     }
-    const std::vector<CString> names = ta::groupfile::GroupsNotCarried(
-        CTaSettingHandle::GetInstance(), ExportList(), ta::ProfileReader(bytes));
+    const std::vector<CString> names =
+        ta::groupfile::GroupsNotCarried(ta::Repository(), ExportList(), ta::ProfileReader(bytes));
     if (!names.empty()) {
         Tell(LangText("IDS_TADIALOGS-GROUPFILE_NOT_CARRIED", ta::groupfile::Listed(names)));
     }

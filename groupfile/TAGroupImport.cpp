@@ -6,7 +6,7 @@
 #include "groupfile/GroupSummary.h"
 #include "platform/ui/FileAccess.h"
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "ui_TAGroupImport.h"
 
 #include <algorithm>
@@ -15,7 +15,9 @@
 #include <set>
 
 using namespace ta::ui;
+using ta::GroupNames;
 using ta::ProfileReader;
+using ta::Repository;
 using ta::groupfile::GroupMerge;
 
 struct CTAGroupImport::Merge {
@@ -28,16 +30,6 @@ struct CTAGroupImport::Merge {
 };
 
 namespace {
-
-CTaSettingHandle& Repository() {
-    return CTaSettingHandle::GetInstance();
-}
-
-std::vector<CString> ExistingGroups() {
-    std::vector<CString> names;
-    Repository().GetGroupNameList(names);
-    return names;
-}
 
 /// Parses the file into `file`. Returns an empty string, or why it could not be read.
 QString ReadGroupFile(const QString& path, std::optional<ProfileReader>& file) {
@@ -120,7 +112,7 @@ void CTAGroupImport::RefuseWrongFile() {
 }
 
 void CTAGroupImport::InitialGroupListBox() {
-    const std::vector<CString> existing = ExistingGroups();
+    const std::vector<CString> existing = GroupNames();
     for (const CString& name : existing) {
         AddRow(*m_ui->existingList, name, name);
     }
@@ -142,7 +134,7 @@ void CTAGroupImport::InitialGroupListBox() {
 void CTAGroupImport::InsertAllGroup() {
     const int maxCount = Repository().GetMaxTAGroupCount();
     const int rows = m_ui->mergeList->count();
-    if (m_merge->lists.InsertAllGroup(ExistingGroups(), m_merge->fromFile, maxCount,
+    if (m_merge->lists.InsertAllGroup(GroupNames(), m_merge->fromFile, maxCount,
                                       m_replaceExisting == 1, static_cast<std::size_t>(rows))) {
         UpdateRightListBox();
     }
@@ -257,7 +249,7 @@ std::vector<CString> CTAGroupImport::LoadMergeList(bool& noMemory) {
         }
     }
     const std::set<CString> merged(names.begin(), names.end());
-    std::ranges::copy_if(ExistingGroups(), std::back_inserter(names),
+    std::ranges::copy_if(GroupNames(), std::back_inserter(names),
                          [&merged](const CString& name) { return !merged.contains(name); });
     return names;
 }

@@ -10,15 +10,6 @@ namespace {
 
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kBlank = " \t\v\f";
-
-std::string_view TrimBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlank);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
-}
 
 std::string_view Unquote(std::string_view value) {
     const bool quoted = value.size() >= 2 && value.front() == value.back() &&
@@ -118,7 +109,7 @@ ProfileReader::ProfileReader(std::string_view bytes)
     Entries* section = nullptr;
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = LineEnd(text, start);
-        ParseLine(TrimBlanks(text.substr(start, end - start)), section);
+        ParseLine(text::Trim(text.substr(start, end - start)), section);
         start = end + 1;
     }
 }
@@ -130,23 +121,23 @@ void ProfileReader::ParseLine(std::string_view line, Entries*& section) {
     if (line.front() == '[') {
         const std::string_view name = line.substr(1);
         const std::string_view inside = name.substr(0, text::FindChar(name, ']'));
-        const auto [place, isNew] = m_sections.try_emplace(text::ToUpper(TrimBlanks(inside)));
+        const auto [place, isNew] = m_sections.try_emplace(text::ToUpper(text::Trim(inside)));
         section = isNew ? &place->second : nullptr;
         return;
     }
     const std::size_t equals = line.find('=');
     if (section != nullptr && equals != std::string_view::npos) {
         section->push_back(
-            {TrimBlanks(line.substr(0, equals)), Unquote(TrimBlanks(line.substr(equals + 1)))});
+            {text::Trim(line.substr(0, equals)), Unquote(text::Trim(line.substr(equals + 1)))});
     }
 }
 
 const ProfileReader::Entry* ProfileReader::Find(const CString& section, const CString& key) const {
-    const auto found = m_sections.find(text::ToUpper(TrimBlanks(section)));
+    const auto found = m_sections.find(text::ToUpper(text::Trim(section)));
     if (found == m_sections.end()) {
         return nullptr;
     }
-    const std::string_view wanted = TrimBlanks(key);
+    const std::string_view wanted = text::Trim(key);
     const auto entry = std::ranges::find_if(
         found->second, [wanted](const Entry& each) { return SameName(each.key, wanted); });
     return entry == found->second.end() ? nullptr : &*entry;
@@ -180,7 +171,7 @@ int ProfileReader::GetInt(const CString& section, const CString& key, int defaul
 }
 
 bool ProfileReader::HasSection(const CString& section) const {
-    return m_sections.contains(text::ToUpper(TrimBlanks(section)));
+    return m_sections.contains(text::ToUpper(text::Trim(section)));
 }
 
 bool ProfileWriter::SetString(const CString& section, const CString& key, const CString& value) {

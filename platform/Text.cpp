@@ -269,13 +269,13 @@ CString ToUpper(std::string_view text) {
     return result;
 }
 
-CString Trim(std::string_view text) {
+std::string_view Trim(std::string_view text) {
     constexpr std::string_view kWhite = " \t\r\n\v\f";
     const std::size_t first = text.find_first_not_of(kWhite);
     if (first == std::string_view::npos) {
         return {};
     }
-    return CString(text.substr(first, text.find_last_not_of(kWhite) - first + 1));
+    return text.substr(first, text.find_last_not_of(kWhite) - first + 1);
 }
 
 }  // namespace ta::text

@@ -47,7 +47,8 @@ TADIALOGS_EXPORT CString Cut(std::string_view text, std::size_t maxBytes);
 /// `text` with its single-byte letters a-z upper-cased; double-byte characters stay as they are.
 TADIALOGS_EXPORT CString ToUpper(std::string_view text);
 
-/// `text` without blanks, tabs, CR, LF, vertical tabs and form feeds at both ends.
-TADIALOGS_EXPORT CString Trim(std::string_view text);
+/// `text` without blanks, tabs, CR, LF, vertical tabs and form feeds at both ends. It looks into
+/// the text that was handed in, which must live on.
+TADIALOGS_EXPORT std::string_view Trim(std::string_view text);
 
 }  // namespace ta::text

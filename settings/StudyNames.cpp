@@ -52,7 +52,7 @@ CString PlainStudyName(CString name) {
     if (dash != CString::npos && dash > 0) {
         name = name.substr(0, dash);
     }
-    return text::Trim(name);
+    return CString(text::Trim(name));
 }
 
 }  // namespace

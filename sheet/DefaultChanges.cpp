@@ -2,10 +2,10 @@
 
 #include "groupfile/GroupSummary.h"
 #include "platform/ui/DialogBase.h"
+#include "platform/ui/PenSamples.h"
 #include "sheet/ParamText.h"
 
 #include <algorithm>
-#include <array>
 
 namespace ta::sheet {
 namespace {
@@ -44,21 +44,14 @@ QStringList Differences(const StudyShape& from, const StudyShape& to) {
                             QString::number(to.width)));
     }
     if (from.style != to.style) {
-        parts.append(Change(LangText("IDS_TADIALOGS-SHEET_STYLE"), StyleName(from.style),
-                            StyleName(to.style)));
+        parts.append(Change(LangText("IDS_TADIALOGS-SHEET_STYLE"),
+                            LangText(ui::PenStyleKey(from.style)),
+                            LangText(ui::PenStyleKey(to.style))));
     }
     return parts;
 }
 
 }  // namespace
-
-QString StyleName(int style) {
-    constexpr std::array kKeys{"IDS_TADIALOGS-SHEET_STYLE_SOLID", "IDS_TADIALOGS-SHEET_STYLE_DASH",
-                               "IDS_TADIALOGS-SHEET_STYLE_DOT",
-                               "IDS_TADIALOGS-SHEET_STYLE_DASH_DOT",
-                               "IDS_TADIALOGS-SHEET_STYLE_DASH_DOT_DOT"};
-    return LangText(kKeys[static_cast<std::size_t>(std::clamp(style, 0, 4))]);
-}
 
 QStringList ChangesToDefaults(const StudyFacts& study, const StudyValues& values) {
     QStringList changes;

@@ -9,9 +9,6 @@
 /// What restoring a study's defaults would change, in words.
 namespace ta::sheet {
 
-/// The names of line styles 0 to 4.
-QString StyleName(int style);
-
 /// A line for each parameter and shape that restoring the defaults would change, "期數1：7 → 5".
 QStringList ChangesToDefaults(const StudyFacts& study, const StudyValues& values);
 /// Whether there is none.

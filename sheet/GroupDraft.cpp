@@ -3,9 +3,9 @@
 #include "platform/DrawInfo.h"
 #include "platform/ui/DialogBase.h"
 #include "platform/ui/TextBridge.h"
+#include "settings/Repository.h"
 #include "settings/StudyLists.h"
 #include "sheet/ParamText.h"
-#include "sheet/Repository.h"
 
 #include <algorithm>
 #include <iterator>

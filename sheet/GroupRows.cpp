@@ -1,7 +1,7 @@
 #include "sheet/GroupRows.h"
 
 #include "platform/ui/TextBridge.h"
-#include "sheet/Repository.h"
+#include "settings/Repository.h"
 
 #include <QListWidget>
 

@@ -1,9 +1,9 @@
 #include "sheet/GroupValues.h"
 
 #include "platform/DrawInfo.h"
+#include "settings/Repository.h"
 #include "settings/StudyLists.h"
 #include "sheet/ParamText.h"
-#include "sheet/Repository.h"
 
 #include <algorithm>
 

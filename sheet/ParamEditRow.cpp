@@ -1,5 +1,6 @@
 #include "sheet/ParamEditRow.h"
 
+#include "platform/Rounding.h"
 #include "platform/ui/DialogBase.h"
 #include "sheet/ParamText.h"
 #include "sheet/ValueEdit.h"
@@ -93,7 +94,7 @@ ParamEditRow::ParamEditRow(const ParamRow& row, QGridLayout& grid, int gridRow)
 
 void ParamEditRow::OnEdited(const QString& text) {
     const auto value = ParseNumber(text);
-    m_revert.SetDiffers(!value || *value != RoundedTo(m_info.decimals, m_info.defaultValue));
+    m_revert.SetDiffers(!value || *value != RoundedTo(m_info.defaultValue, m_info.decimals));
 }
 
 void ParamEditRow::Revert() {

@@ -1,5 +1,6 @@
 #include "sheet/ParamText.h"
 
+#include "platform/Rounding.h"
 #include "platform/ui/DialogBase.h"
 
 #include <QLocale>
@@ -21,7 +22,7 @@ std::optional<double> ParseNumber(const QString& text) {
 }
 
 QString FormatNumber(double value, int decimals) {
-    QString text = QString::number(RoundedTo(decimals, value), 'f', decimals);
+    QString text = QString::number(RoundedTo(value, decimals), 'f', decimals);
     if (text.contains('.')) {
         while (text.endsWith('0')) {
             text.chop(1);
@@ -31,11 +32,6 @@ QString FormatNumber(double value, int decimals) {
         }
     }
     return text;
-}
-
-double RoundedTo(int decimals, double value) {
-    const double scale = std::pow(10.0, decimals);
-    return std::round(value * scale) / scale + 0.0;  // + 0.0 turns -0 into 0
 }
 
 QString RangeText(const StudyParamInfo& param) {
@@ -54,7 +50,7 @@ QString FaultOf(const StudyParamInfo& param, const QString& text) {
                         FormatNumber(param.maximum, param.decimals));
     }
     constexpr double kTypedDigits = 1e-9;
-    if (std::abs(*value - RoundedTo(param.decimals, *value)) > kTypedDigits) {
+    if (std::abs(*value - RoundedTo(*value, param.decimals)) > kTypedDigits) {
         return param.decimals == 0 ? LangText("IDS_TADIALOGS-SHEET_FAULT_INTEGER")
                                    : LangText("IDS_TADIALOGS-SHEET_FAULT_DECIMALS",
                                               QString::number(param.decimals));

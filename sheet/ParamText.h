@@ -16,9 +16,6 @@ std::optional<double> ParseNumber(const QString& text);
 /// With at most `decimals` digits after the point and no zeros at the end.
 QString FormatNumber(double value, int decimals);
 
-/// The value with the digits that the parameter keeps.
-double RoundedTo(int decimals, double value);
-
 /// "1 ~ 1000"
 QString RangeText(const StudyParamInfo& param);
 

@@ -3,8 +3,8 @@
 #include "platform/ConfigStore.h"
 #include "platform/SyncInfo.h"
 #include "settings/Messages.h"
+#include "settings/Repository.h"
 #include "settings/SettingsSnapshot.h"
-#include "sheet/Repository.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "sheet/ShapeEditRow.h"
 
 #include "platform/ui/DialogBase.h"
+#include "platform/ui/PenSamples.h"
 #include "platform/ui/Prompts.h"
-#include "sheet/DefaultChanges.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -15,7 +15,6 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
-#include <algorithm>
 #include <array>
 
 namespace ta::sheet {
@@ -25,9 +24,7 @@ using ui::LangText;
 
 enum Column { kName, kVisible, kColour, kWidth, kStyle, kMark, kRevert };
 
-constexpr int kWidest = 5;
-constexpr std::array kPenStyles{Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine,
-                                Qt::DashDotDotLine};
+constexpr int kSampleWidth = 2;
 
 /// A spin box or combo box that the wheel leaves alone while it lacks the focus.
 template <class Control>
@@ -45,29 +42,14 @@ protected:
     }
 };
 
-QPixmap Canvas(const QWidget& widget, const QSize& size) {
+QIcon ColourSwatch(const QWidget& widget, const QSize& size, const QColor& colour) {
     QPixmap canvas(size * widget.devicePixelRatioF());
     canvas.setDevicePixelRatio(widget.devicePixelRatioF());
     canvas.fill(Qt::transparent);
-    return canvas;
-}
-
-QIcon ColourSwatch(const QWidget& widget, const QSize& size, const QColor& colour) {
-    QPixmap canvas = Canvas(widget, size);
     QPainter painter(&canvas);
     painter.setPen(widget.palette().color(QPalette::ButtonText));
     painter.setBrush(colour);
     painter.drawRect(0, 0, size.width() - 1, size.height() - 1);
-    return QIcon(canvas);
-}
-
-/// A line as it is drawn, in the colour of the list's text.
-QIcon LineSample(const QWidget& widget, const QSize& size, Qt::PenStyle style) {
-    QPixmap canvas = Canvas(widget, size);
-    QPainter painter(&canvas);
-    QPen pen(widget.palette().color(QPalette::Text), 2, style, Qt::FlatCap);
-    painter.setPen(pen);
-    painter.drawLine(0, size.height() / 2, size.width(), size.height() / 2);
     return QIcon(canvas);
 }
 
@@ -111,15 +93,13 @@ void ShapeEditRow::MakeControls(QWidget& parent) {
     m_colour = new QPushButton(&parent);
     m_colour->setAutoDefault(false);
     m_width = new CalmWheel<QSpinBox>(&parent);
-    m_width->setRange(1, kWidest);
+    m_width->setRange(1, ui::kMaxPenWidth);
     m_style = new CalmWheel<QComboBox>(&parent);
     const int em = parent.fontMetrics().height();
     m_colour->setIconSize({em * 2, em * 3 / 4});
     m_style->setIconSize({em * 3, em});
-    for (int style = 0; style < static_cast<int>(kPenStyles.size()); ++style) {
-        const auto i = static_cast<std::size_t>(style);
-        m_style->addItem(LineSample(*m_style, m_style->iconSize(), kPenStyles[i]),
-                         StyleName(style));
+    for (int style = 0; style < static_cast<int>(ui::kPenStyles.size()); ++style) {
+        m_style->addItem(ui::PenIcon(style, kSampleWidth), LangText(ui::PenStyleKey(style)));
     }
     // What the kind of drawing has no use for.
     const StudyShapeUse use = ShapeUseOf(m_row.kind);

@@ -5,7 +5,7 @@
 #include "platform/SyncInfo.h"
 #include "platform/ui/DialogBase.h"
 #include "platform/ui/TextBridge.h"
-#include "sheet/Repository.h"
+#include "settings/Repository.h"
 
 #include <algorithm>
 

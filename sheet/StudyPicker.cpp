@@ -4,7 +4,6 @@
 #include "ui_StudyPicker.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 
 #include <array>
 
@@ -25,19 +24,13 @@ constexpr std::array kCategories{
     std::pair{StudyCategory::TrendAndVolatility, "IDS_TADIALOGS-SHEET_CATEGORY_TREND"},
 };
 
-/// For comparing: full-width letters as plain ones, case folded.
-QString Plain(const QString& text) {
-    return text.normalized(QString::NormalizationForm_KC).toCaseFolded().simplified();
-}
-
 }  // namespace
 
 StudyPicker::StudyPicker(QWidget* parent)
     : DialogBase(parent), m_ui(std::make_unique<Ui::StudyPicker>()) {
     m_ui->setupUi(this);
     SetButtons(*m_ui->okButton, *m_ui->cancelButton);
-    m_ui->searchEdit->installEventFilter(this);
-    m_ui->studyList->installEventFilter(this);
+    m_ui->searchEdit->SetTree(*m_ui->studyList);
     connect(m_ui->searchEdit, &QLineEdit::textChanged, this,
             [this](const QString& text) { Guard([&] { Search(text); }); });
     Handle(m_ui->studyList, &QTreeWidget::currentItemChanged, [this] { ShowState(); });
@@ -75,12 +68,12 @@ void StudyPicker::AddCategory(const char* textKey, const std::vector<StudyFacts>
         const QStringList texts{study.name, study.abbreviation, study.otherName};
         auto* item = new QTreeWidgetItem(heading, texts);
         item->setData(0, kTypeRole, study.type);
-        item->setData(0, kSearchTextRole, Plain(texts.join('\n')));
+        item->setData(0, kSearchTextRole, ui::FoldForSearch(texts.join('\n')));
     }
 }
 
 void StudyPicker::Search(const QString& text) {
-    const QString wanted = Plain(text);
+    const QString wanted = ui::FoldForSearch(text);
     QTreeWidget& list = *m_ui->studyList;
     QTreeWidgetItem* first = nullptr;
     for (int i = 0; i < list.topLevelItemCount(); ++i) {
@@ -107,32 +100,6 @@ void StudyPicker::ShowState() {
     m_ui->nothingLabel->setText(
         m_found ? QString()
                 : LangText("IDS_TADIALOGS-SHEET_NOTHING_FOUND", m_ui->searchEdit->text()));
-}
-
-bool StudyPicker::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && !m_moving) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        for (const int mover : {Qt::Key_Up, Qt::Key_PageUp, Qt::Key_Down, Qt::Key_PageDown}) {
-            if (key == mover) {
-                m_moving = true;
-                QCoreApplication::sendEvent(m_ui->studyList, event);
-                m_moving = false;
-                SkipHeading(key == Qt::Key_Down || key == Qt::Key_PageDown);
-                return true;
-            }
-        }
-    }
-    return DialogBase::eventFilter(object, event);
-}
-
-void StudyPicker::SkipHeading(bool down) {
-    QTreeWidget& list = *m_ui->studyList;
-    QTreeWidgetItem* item = list.currentItem();
-    if (item == nullptr || item->parent() != nullptr) {
-        return;
-    }
-    QTreeWidgetItem* next = down ? list.itemBelow(item) : list.itemAbove(item);
-    list.setCurrentItem(next != nullptr ? next : list.itemBelow(item));
 }
 
 void StudyPicker::OnOK() {

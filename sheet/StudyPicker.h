@@ -31,19 +31,15 @@ public:
 protected:
     bool OnInitDialog() override;
     void OnOK() override;
-    bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     void AddCategory(const char* textKey, const std::vector<StudyFacts>& studies);
     void Search(const QString& text);
     void ShowState();
-    /// Moves on from a category's heading that the keys have reached.
-    void SkipHeading(bool down);
 
     std::unique_ptr<Ui::StudyPicker> m_ui;
     StudyType m_chosen = kNoStudy;
-    bool m_found = false;   ///< whether the search finds any
-    bool m_moving = false;  ///< a key is being handed to the list
+    bool m_found = false;  ///< whether the search finds any
 };
 
 }  // namespace ta::sheet

@@ -1,7 +1,7 @@
 #include "sheet/TAGroupEditDlg.h"
 
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "ui_TAGroupEditDlg.h"
 
 #include <QCloseEvent>
@@ -111,8 +111,7 @@ void CTAGroupEditDlg::ShowLacking() {
 }
 
 void CTAGroupEditDlg::ShowGroups() {
-    std::vector<CString> names;
-    CTaSettingHandle::GetInstance().GetGroupNameList(names);
+    const std::vector<CString> names = ta::GroupNames();
     QComboBox& combo = *m_ui->groupCombo;
     m_ui->nameEdit->hide();
     combo.show();

@@ -5,8 +5,8 @@
 #include "platform/FormatText.h"
 #include "platform/QuoteInterface.h"
 #include "platform/ui/TextBridge.h"
+#include "settings/Repository.h"
 #include "sheet/GroupRows.h"
-#include "sheet/Repository.h"
 #include "sheet/ScreenLines.h"
 #include "sheet/SettingsSession.h"
 #include "sheet/TAGroupEditDlg.h"
@@ -20,6 +20,8 @@
 #include <algorithm>
 
 using namespace ta::ui;
+using ta::GroupNames;
+using ta::Repository;
 using namespace ta::sheet;
 
 namespace {

@@ -1,7 +1,7 @@
 #include "sheet/TASetParam.h"
 
 #include "platform/ui/TextBridge.h"
-#include "sheet/Repository.h"
+#include "settings/Repository.h"
 #include "sheet/SettingsSession.h"
 #include "sheet/StudyPageState.h"
 #include "ui_TASetParam.h"
@@ -11,6 +11,7 @@
 #include <algorithm>
 
 using namespace ta::ui;
+using ta::Repository;
 using namespace ta::sheet;
 
 namespace {

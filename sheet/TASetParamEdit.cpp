@@ -3,8 +3,8 @@
 #include "sheet/TASetParam.h"
 
 #include "platform/ui/TextBridge.h"
+#include "settings/Repository.h"
 #include "sheet/DefaultChanges.h"
-#include "sheet/Repository.h"
 #include "sheet/SettingsSession.h"
 #include "sheet/StudyPageState.h"
 #include "sheet/StudyPicker.h"
@@ -15,6 +15,7 @@
 #include <algorithm>
 
 using namespace ta::ui;
+using ta::Repository;
 using namespace ta::sheet;
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "groupfile/GroupSummary.h"
 #include "platform/ui/TextBridge.h"
-#include "sheet/Repository.h"
+#include "settings/Repository.h"
 #include "sheet/SettingsSession.h"
 #include "sheet/TASetGroup.h"
 #include "sheet/TASetParam.h"
@@ -10,7 +10,7 @@
 #include <QApplication>
 
 using namespace ta::ui;
-using ta::sheet::Repository;
+using ta::Repository;
 using ta::sheet::SettingsSession;
 
 namespace {

@@ -1,7 +1,7 @@
 #include "terminal/frame/ChartTabs.h"
 
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/frame/Periods.h"
 #include "terminal/frame/SymbolTexts.h"
@@ -16,9 +16,9 @@ namespace {
 
 QString PeriodText(const ChartView& chart) {
     const int index = PeriodIndex(chart.Period(), chart.Count());
-    return index < 0 ? ui::ToQString(CTaSettingHandle::GetInstance().PackTADataTypeString(
-                           chart.Period(), chart.Count()))
-                     : Tr(kPeriods[static_cast<std::size_t>(index)].textKey);
+    return index < 0
+               ? ui::ToQString(Repository().PackTADataTypeString(chart.Period(), chart.Count()))
+               : Tr(kPeriods[static_cast<std::size_t>(index)].textKey);
 }
 
 TabState StateOf(const ChartView& chart) {
@@ -51,7 +51,7 @@ ChartView& ChartTabs::Add(const TabState& state) {
     auto* chart = new ChartView(m_markets);
     Connect(*chart);
     chart->SetRisingRed(m_risingRed);
-    chart->SetGroup(CTaSettingHandle::GetInstance().GetGroupNameByUniNum(state.group));
+    chart->SetGroup(Repository().GetGroupNameByUniNum(state.group));
     chart->SetDepths(state.depths);
     chart->Show({state.market, ui::FromQString(state.symbol), state.period, state.count});
     addTab(chart, QString());

@@ -1,6 +1,6 @@
 #include "terminal/frame/CommandTable.h"
 
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Frame.h"
@@ -51,7 +51,7 @@ void Speak(const Frame& frame) {
 }
 
 void SaveSettings(const Frame&) {
-    CTaSettingHandle::GetInstance().SaveAllGroupSetting();
+    Repository().SaveAllGroupSetting();
 }
 
 void Exit(const Frame& frame) {

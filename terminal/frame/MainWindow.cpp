@@ -2,7 +2,7 @@
 
 #include "platform/ui/Prompts.h"
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/frame/CommandTable.h"
 #include "terminal/frame/PeriodBar.h"
@@ -24,10 +24,6 @@ namespace {
 
 constexpr int kPollMilliseconds = 300;
 constexpr QSize kFirstSize(1280, 800);
-
-CTaSettingHandle& Repository() {
-    return CTaSettingHandle::GetInstance();
-}
 
 /// As much of the wanted size as the screen has room for, with a title bar above.
 QSize FirstSize(const QWidget& window) {
@@ -259,10 +255,8 @@ void MainWindow::Refresh() {
 }
 
 void MainWindow::RefreshGroups() {
-    std::vector<CString> groups;
-    Repository().GetGroupNameList(groups);
     QStringList names;
-    for (const CString& group : groups) {
+    for (const CString& group : GroupNames()) {
         names.append(ui::ToQString(group));
     }
     m_frame.toolBar.ShowGroups(names, ui::ToQString(m_frame.tabs.Current().GroupName()));

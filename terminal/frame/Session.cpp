@@ -4,7 +4,7 @@
 #include "platform/Window.h"
 #include "platform/ui/Prompts.h"
 #include "platform/ui/TextBridge.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>
@@ -30,7 +30,7 @@ void LoadRepository(SqliteStore& store) {
     if (loadedBefore) {
         store.DiscardPending();
     }
-    CTaSettingHandle::GetInstance().ReloadTASetting();
+    Repository().ReloadTASetting();
     loadedBefore = true;
 }
 

@@ -163,7 +163,7 @@ QTime TimeOf(const QString& text) {
 }  // namespace
 
 CsvFault ParsePrice(std::string_view text, double* value, int* decimals) {
-    const CString plain = text::Trim(text);
+    const std::string_view plain = text::Trim(text);
     const CsvFault fault = ParseNumber(plain, value);
     if (fault == CsvFault::None && decimals != nullptr) {
         *decimals = std::max(*decimals, DecimalsIn(plain));

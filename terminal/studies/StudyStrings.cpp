@@ -66,7 +66,7 @@ CString WithValues(std::string_view text, const std::vector<CString>& values) {
 }
 
 double ParseNumber(std::string_view text) {
-    const CString digits = Trim(text);
+    const std::string_view digits = Trim(text);
     double value = 0;
     const char* const end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, value);
@@ -82,8 +82,7 @@ CString FormatNumber(double value) {
 }
 
 std::optional<StudyShape> ParseShape(std::string_view text) {
-    const CString shapeText = Trim(text);
-    const std::vector<std::string_view> fields = Split(shapeText, ':');
+    const std::vector<std::string_view> fields = Split(Trim(text), ':');
     if (fields.size() < 4 || fields[0].size() != 6) {
         return std::nullopt;
     }

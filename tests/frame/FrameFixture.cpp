@@ -101,10 +101,8 @@ QStringList FrameTest::GroupsInBox() const {
 }
 
 QStringList FrameTest::GroupsInRepository() {
-    std::vector<CString> groups;
-    Repository().GetGroupNameList(groups);
     QStringList names;
-    for (const CString& group : groups) {
+    for (const CString& group : GroupNames()) {
         names.append(ui::ToQString(group));
     }
     return names;

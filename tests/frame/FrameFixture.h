@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/frame/MainWindow.h"
 #include "terminal/frame/Session.h"
@@ -38,7 +38,6 @@ protected:
     terminal::ChartView& Chart() { return Tabs().Current(); }
     terminal::FrameToolBar& ToolBar() const { return m_window->Parts().toolBar; }
     QString Status() const;
-    static CTaSettingHandle& Repository() { return CTaSettingHandle::GetInstance(); }
 
     QAction& Action(terminal::Command command) { return m_window->Parts().commands.At(command); }
     void Choose(terminal::Command command) { Action(command).trigger(); }

@@ -124,9 +124,7 @@ protected:
     /// Shows each group in turn. What its legends say, by name.
     std::map<CString, QStringList> DrawEveryGroup() {
         std::map<CString, QStringList> legends;
-        std::vector<CString> names;
-        Repository().GetGroupNameList(names);
-        for (const CString& name : names) {
+        for (const CString& name : GroupNames()) {
             Chart().SetGroup(name);
             EXPECT_EQ(Chart().GroupName(), name);
             Chart().ShowAll();
@@ -146,8 +144,7 @@ protected:
 };
 
 TEST_F(StoredGarbage, IsDrawnSavedBackAndDrawnAgain) {
-    std::vector<CString> names;
-    Repository().GetGroupNameList(names);
+    const std::vector<CString> names = GroupNames();
     EXPECT_EQ(names, Names());
     const auto legends = DrawEveryGroup();
     EXPECT_EQ(legends.size(), names.size() - 1) << "One name is there twice.";
@@ -155,8 +152,7 @@ TEST_F(StoredGarbage, IsDrawnSavedBackAndDrawnAgain) {
     End();
     Start();
     EXPECT_EQ(DrawEveryGroup(), legends);
-    Repository().GetGroupNameList(names);
-    EXPECT_EQ(names, Names());
+    EXPECT_EQ(GroupNames(), names);
 
     for (const CString& name : names) {
         StudyLists lists;

@@ -1,28 +1,9 @@
 #include "tests/groupfile/GroupDialogFixture.h"
 
 #include "platform/SyncInfo.h"
-#include "tests/support/MemoryServices.h"
-
-#include <QApplication>
-#include <QPushButton>
-#include <QTest>
 
 namespace ta::test {
 namespace {
-
-/// What the process-wide repository uses until the end of the process.
-struct Doubles {
-    MemoryConfigStore memory;
-    RecordingConfigStore store{memory};
-    MemoryChartModule chartModule;
-    MemoryEntitlement entitlement;
-    MemoryQuotes quotes;
-};
-
-Doubles& Shared() {
-    static Doubles& doubles = *new Doubles;
-    return doubles;
-}
 
 // The texts that carry arguments.
 constexpr std::pair<const char*, const char*> kTexts[] = {
@@ -54,40 +35,23 @@ constexpr std::pair<const char*, const char*> kTexts[] = {
     {"IDS_TADIALOGS-GROUPFILE_DIFFERENT_LAYOUT", "layout"},
 };
 
+void UseStore(SMXCfgIO2& store) {
+    Services services = CSyncInfo::GetSettingCFG().GetServices();
+    services.configStore = &store;
+    CSyncInfo::GetSettingCFG().SetServices(services);
+}
+
 }  // namespace
 
-GroupDialogFixture::GroupDialogFixture()
-    : memory(Shared().memory), store(Shared().store), quotes(Shared().quotes) {
-    memory = MemoryConfigStore();
-    store.Reset();
-    store.TakeLines();
-    quotes.language.clear();
+GroupDialogFixture::GroupDialogFixture() {
     for (const auto& [key, text] : kTexts) {
         quotes.language[key] = text;
     }
-    Services services;
-    services.configStore = &store;
-    services.chartModule = &Shared().chartModule;
-    services.entitlement = &Shared().entitlement;
-    services.messageBoxTitle = "Terminal";
-    CSyncInfo::GetSettingCFG().SetServices(services);
-    BKQuoteInterface::SetBKInterface(&quotes);
+    UseStore(store);
 }
 
 GroupDialogFixture::~GroupDialogFixture() {
-    BKQuoteInterface::SetBKInterface(nullptr);
-}
-
-CTaSettingHandle& GroupDialogFixture::Load() {
-    memory.reloadFlag = true;
-    Repository().ReloadTASetting();
-    return Repository();
-}
-
-Names GroupDialogFixture::GroupNames() {
-    Names names;
-    Repository().GetGroupNameList(names);
-    return names;
+    UseStore(memory);
 }
 
 StudyLists GroupDialogFixture::Studies(const CString& name) {
@@ -108,24 +72,6 @@ Names GroupDialogFixture::Params(const CString& name) {
     return params;
 }
 
-void GroupDialogFixture::Write(const QString& path, const std::string& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(bytes.data(), static_cast<qint64>(bytes.size())),
-              static_cast<qint64>(bytes.size()));
-}
-
-std::string GroupDialogFixture::Read(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "no file";
-}
-
-void GroupDialogFixture::Show(ta::ui::DialogBase& dialog) {
-    dialog.show();
-    dialog.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-}
-
 void GroupDialogFixture::ExpectTexts(const QWidget& dialog,
                                      const std::vector<std::pair<QString, QString>>& texts) {
     for (const auto& [place, key] : texts) {
@@ -136,16 +82,6 @@ void GroupDialogFixture::ExpectTexts(const QWidget& dialog,
         const QByteArray property = place.section('.', 1).toLatin1();
         EXPECT_EQ(control->property(property).toString(), "IDS_" + key);
     }
-}
-
-void GroupDialogFixture::Click(QWidget& control) {
-    QTest::mouseClick(&control, Qt::LeftButton, {}, {12, control.height() / 2});
-}
-
-void GroupDialogFixture::Press(ta::ui::DialogBase& dialog, int key,
-                               Qt::KeyboardModifiers modifiers) {
-    QWidget* const focus = QApplication::focusWidget();
-    QTest::keyClick(focus != nullptr ? focus : &dialog, static_cast<Qt::Key>(key), modifiers);
 }
 
 }  // namespace ta::test

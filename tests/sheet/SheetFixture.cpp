@@ -26,12 +26,6 @@ constexpr std::pair<const char*, const char*> kTexts[] = {
     {"IDS_TADIALOGS-SHEET_SHAPE_CHANGE", "%1 %2"},
 };
 
-void UseStore(SMXCfgIO2& store) {
-    Services services = CSyncInfo::GetSettingCFG().GetServices();
-    services.configStore = &store;
-    CSyncInfo::GetSettingCFG().SetServices(services);
-}
-
 void MoveMouse(QWidget& view, QPoint position) {
     QMouseEvent move(QEvent::MouseMove, position, view.mapToGlobal(position), Qt::NoButton,
                      Qt::LeftButton, {});
@@ -50,7 +44,6 @@ SheetFixture::SheetFixture() {
     for (const auto& [key, text] : kTexts) {
         quotes.language[key] = text;
     }
-    UseStore(store);
     // The process-wide repository may use it until the end.
     static auto& module = *new terminal::TerminalChartModule;
     UseModule(module);
@@ -66,7 +59,6 @@ SheetFixture::SheetFixture() {
 
 SheetFixture::~SheetFixture() {
     m_sheet.reset();
-    UseStore(memory);
 }
 
 void SheetFixture::UseModule(ChartModule& module) {

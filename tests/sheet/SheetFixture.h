@@ -9,7 +9,6 @@
 #include "sheet/TaSettingSheet.h"
 #include "tests/groupfile/GroupDialogFixture.h"
 #include "tests/support/DialogDriver.h"
-#include "tests/support/RecordingConfigStore.h"
 
 #include <QAbstractSpinBox>
 #include <QPushButton>
@@ -157,8 +156,6 @@ protected:
     static QStringList Texts(const QListWidget& list);
     static void ClickRow(QListWidget& list, int row);
     static void DragRow(QListWidget& list, int from, int to);
-
-    RecordingConfigStore store{memory};
 
 private:
     DialogDriver m_driver;

@@ -1,8 +1,8 @@
 // The sheet itself: its pages and buttons, what it tells of changes, and the room it takes.
 
-#include "platform/SyncInfo.h"
 #include "tests/sheet/SheetFixture.h"
-#include "tests/support/MemoryServices.h"
+
+#include <QCoreApplication>
 
 namespace ta::test {
 namespace {
@@ -16,11 +16,7 @@ protected:
 };
 
 TEST_F(SheetTest, HasTheStudyPageAloneWhenHeMayNot) {
-    Services services = CSyncInfo::GetSettingCFG().GetServices();
-    MemoryEntitlement entitlement;
     entitlement.denied.insert(Function::TaGroupEditing);
-    services.entitlement = &entitlement;
-    CSyncInfo::GetSettingCFG().SetServices(services);
     Open(0);
     EXPECT_EQ(Sheet().GetPageCount(), 1);
     EXPECT_NE(qobject_cast<CTASetParam*>(Sheet().GetActivePage()), nullptr);
@@ -28,9 +24,6 @@ TEST_F(SheetTest, HasTheStudyPageAloneWhenHeMayNot) {
     EXPECT_EQ(Sheet().IsEditGroup() + Sheet().IsDragList(), 0);
     Click(*Sheet().GetDlgItem(ui::kIdOk));
     EXPECT_FALSE(Sheet().isVisible());
-    EndSheet();
-    services.entitlement = nullptr;
-    CSyncInfo::GetSettingCFG().SetServices(services);
 }
 
 TEST_F(SheetTest, TwoButtonsStandWhereCancelAndApplyWould) {

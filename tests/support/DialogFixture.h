@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ui/DialogBase.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "tests/support/ManualTimers.h"
 #include "tests/support/MemoryChart.h"
 #include "tests/support/MemoryConfigStore.h"
@@ -28,7 +28,6 @@ protected:
 
     /// Loads what the test has preset in `memory`.
     CTaSettingHandle& Load();
-    static CTaSettingHandle& Repository() { return CTaSettingHandle::GetInstance(); }
 
     QString Path(const char* name) const { return m_folder.filePath(name); }
     static void Write(const QString& path, const std::string& bytes);

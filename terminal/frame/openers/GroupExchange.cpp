@@ -2,7 +2,6 @@
 #include "groupfile/TAGroupImport.h"
 #include "platform/ui/Prompts.h"
 #include "terminal/frame/Frame.h"
-#include "terminal/frame/SettingsOpener.h"
 #include "terminal/frame/openers/Openers.h"
 #include "terminal/lang/Language.h"
 

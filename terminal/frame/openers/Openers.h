@@ -23,6 +23,8 @@ void ViewData(const Frame& frame);
 void EditGroups(const Frame& frame);
 /// The same on the studies, with one of a pane selected: `pane` from 0, `study` from 1, 0 the pane.
 void EditStudies(const Frame& frame, int pane, int study);
+/// Tells every chart view of every group, as after an edit that may have moved groups.
+void TellChartsOfGroups();
 
 /// Whether a file is a group file by its name.
 bool IsGroupFile(const QString& path);

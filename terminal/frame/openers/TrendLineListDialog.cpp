@@ -3,7 +3,7 @@
 #include "platform/ui/Prompts.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/Messages.h"
-#include "settings/TaSettingHandle.h"
+#include "settings/Repository.h"
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/MarketData.h"
 
@@ -66,13 +66,13 @@ TrendLineListDialog::TrendLineListDialog(const MarketData& markets, QWidget* par
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_clear, &QPushButton::clicked, this, &TrendLineListDialog::ClearClass);
     connect(m_table, &QTableWidget::cellDoubleClicked, this, &QDialog::accept);
-    CTaSettingHandle::GetInstance().AddTechViewPtr(this);
+    Repository().AddTechViewPtr(this);
     Fill();
     m_table->setFocus();
 }
 
 TrendLineListDialog::~TrendLineListDialog() {
-    CTaSettingHandle::GetInstance().RemoveTechViewPtr(this);
+    Repository().RemoveTechViewPtr(this);
 }
 
 void TrendLineListDialog::MakeTable() {
