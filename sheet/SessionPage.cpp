@@ -1,8 +1,8 @@
 #include "sheet/SessionPage.h"
 
 #include "platform/ui/PropertySheet.h"
+#include "settings/Repository.h"
 #include "sheet/PaneLists.h"
-#include "sheet/Repository.h"
 #include "sheet/SessionHost.h"
 #include "sheet/SettingsSession.h"
 

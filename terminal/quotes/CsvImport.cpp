@@ -55,6 +55,10 @@ struct Table {
     Columns columns;
 };
 
+bool IsAscii(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return (c & 0x80) == 0; });
+}
+
 // The heading without blanks and angle brackets around it, ASCII letters in lower case.
 std::string PlainHeading(std::string_view field) {
     constexpr std::string_view kAround = " \t<>\"";
@@ -63,8 +67,7 @@ std::string PlainHeading(std::string_view field) {
         return {};
     }
     std::string text(field.substr(first, field.find_last_not_of(kAround) - first + 1));
-    const bool ascii = std::ranges::all_of(text, [](char c) { return (c & 0x80) == 0; });
-    if (ascii) {
+    if (IsAscii(text)) {
         std::ranges::transform(text, text.begin(), [](char c) {
             return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
         });
@@ -75,8 +78,9 @@ std::string PlainHeading(std::string_view field) {
 // The file may be in UTF-8 or in the code page: a heading is looked for in both.
 std::optional<Column> ColumnOf(std::string_view field) {
     const std::string text = PlainHeading(field);
+    const bool ascii = IsAscii(text);
     for (const Heading& heading : kHeadings) {
-        if (text == heading.text || text == text::FromUtf8(heading.text)) {
+        if (text == heading.text || (!ascii && text == text::FromUtf8(heading.text))) {
             return heading.column;
         }
     }

@@ -23,6 +23,13 @@ QString ToQString(std::string_view text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+// text::Trim without a copy.
+std::string_view Trimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r\n\v\f";
+    const std::size_t first = std::min(text.find_first_not_of(kBlanks), text.size());
+    return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
+}
+
 // ---- Numbers ----
 
 std::optional<double> PlainNumber(std::string_view text) {
@@ -130,6 +137,34 @@ QDate TakeDate(QString* text) {
     return {};
 }
 
+// A number of digits alone; -1 for anything else.
+int Digits(std::string_view text) {
+    int number = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9') {
+            return -1;
+        }
+        number = number * 10 + (c - '0');
+    }
+    return number;
+}
+
+// The bare 2020-04-17, which is what the rows of daily files have; nothing for all else, which is
+// read, or refused, the long way.
+std::optional<long> PlainDay(std::string_view text) {
+    if (text.size() != 10 || text[4] != '-' || text[7] != '-') {
+        return std::nullopt;
+    }
+    const int year = Digits(text.substr(0, 4));
+    const int month = Digits(text.substr(5, 2));
+    const int day = Digits(text.substr(8, 2));
+    constexpr int kEveryMonthHas = 28;
+    if (day > kEveryMonthHas && !QDate::isValid(year, month, day)) {
+        return std::nullopt;
+    }
+    return DayNumberFromDate({year, month, day});
+}
+
 // ---- Times of day ----
 
 QTime TimeOf(const QString& text) {
@@ -163,7 +198,11 @@ QTime TimeOf(const QString& text) {
 }  // namespace
 
 CsvFault ParsePrice(std::string_view text, double* value, int* decimals) {
+<<<<<<< HEAD
     const std::string_view plain = text::Trim(text);
+=======
+    const std::string_view plain = Trimmed(text);
+>>>>>>> wh
     const CsvFault fault = ParseNumber(plain, value);
     if (fault == CsvFault::None && decimals != nullptr) {
         *decimals = std::max(*decimals, DecimalsIn(plain));
@@ -174,8 +213,12 @@ CsvFault ParsePrice(std::string_view text, double* value, int* decimals) {
 CsvFault ParseVolume(std::string_view text, double* value) {
     static constexpr std::string_view kNothing[] = {"", "-", "--", "NULL", "N/A"};
     static constexpr std::pair<char, double> kUnits[] = {{'K', 1e3}, {'M', 1e6}, {'B', 1e9}};
-    CString plain = text::ToUpper(text::Trim(text));
     *value = 0;
+    if (const auto number = PlainNumber(text); number && *number >= 0) {
+        *value = *number;
+        return CsvFault::None;
+    }
+    CString plain = text::ToUpper(Trimmed(text));
     if (std::ranges::find(kNothing, plain) != std::end(kNothing)) {
         return CsvFault::None;
     }
@@ -191,6 +234,10 @@ CsvFault ParseVolume(std::string_view text, double* value) {
 }
 
 CsvFault ParseTime(std::string_view date, std::string_view timeOfDay, double* time) {
+    if (const auto plain = timeOfDay.empty() ? PlainDay(date) : std::nullopt) {
+        *time = static_cast<double>(*plain);
+        return CsvFault::None;
+    }
     QString rest = ToQString(date).trimmed();
     const QString clock = ToQString(timeOfDay).trimmed();
     if (rest.isEmpty()) {
