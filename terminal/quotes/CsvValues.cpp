@@ -23,13 +23,6 @@ QString ToQString(std::string_view text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-// text::Trim without a copy.
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\r\n\v\f";
-    const std::size_t first = std::min(text.find_first_not_of(kBlanks), text.size());
-    return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
-}
-
 // ---- Numbers ----
 
 std::optional<double> PlainNumber(std::string_view text) {
@@ -198,11 +191,7 @@ QTime TimeOf(const QString& text) {
 }  // namespace
 
 CsvFault ParsePrice(std::string_view text, double* value, int* decimals) {
-<<<<<<< HEAD
     const std::string_view plain = text::Trim(text);
-=======
-    const std::string_view plain = Trimmed(text);
->>>>>>> wh
     const CsvFault fault = ParseNumber(plain, value);
     if (fault == CsvFault::None && decimals != nullptr) {
         *decimals = std::max(*decimals, DecimalsIn(plain));
@@ -218,7 +207,7 @@ CsvFault ParseVolume(std::string_view text, double* value) {
         *value = *number;
         return CsvFault::None;
     }
-    CString plain = text::ToUpper(Trimmed(text));
+    CString plain = text::ToUpper(text::Trim(text));
     if (std::ranges::find(kNothing, plain) != std::end(kNothing)) {
         return CsvFault::None;
     }
