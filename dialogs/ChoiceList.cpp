@@ -1,6 +1,7 @@
 #include "dialogs/ChoiceList.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace ta::compare {
 namespace {
@@ -73,11 +74,12 @@ void ChoiceList::WriteTexts() {
 std::vector<CString> CodesOfText(const CString& text) {
     constexpr const char* kSeparators = " \t\r\n\v\f,;";
     std::vector<CString> codes;
+    std::unordered_set<CString> seen;
     for (std::size_t begin = 0;
          (begin = text.find_first_not_of(kSeparators, begin)) != CString::npos;) {
         const std::size_t end = std::min(text.find_first_of(kSeparators, begin), text.size());
         const CString code = text.substr(begin, end - begin);
-        if (std::ranges::find(codes, code) == codes.end()) {
+        if (seen.insert(code).second) {
             codes.push_back(code);
         }
         begin = end;

@@ -53,6 +53,15 @@ QStringList ToQStrings(const std::vector<CString>& texts) {
     return result;
 }
 
+/// As many as a message has room for, and how many more there are.
+QString ListText(const QStringList& texts) {
+    constexpr qsizetype kMost = 12;
+    const QString text = texts.mid(0, kMost).join(", ");
+    return texts.size() <= kMost ? text
+                                 : LangText("IDS_TADIALOGS-COMPARE_CODES_MORE", text,
+                                            QString::number(texts.size() - kMost));
+}
+
 /// A base date that the pickers can show.
 double Showable(double baseDate) {
     return std::isfinite(baseDate) ? std::clamp(baseDate, 0.0, 1e6) : 0.0;
@@ -267,7 +276,9 @@ void MXChangeSymbols::ShowLeaf(int node) {
     for (QModelIndex above = index.parent(); above.isValid(); above = above.parent()) {
         view.expand(above);
     }
-    view.setCurrentIndex(index);
+    // The view's own way looks at the keys, and Ctrl+V into the search would add to the selection.
+    view.selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     view.scrollTo(view.indexAbove(index), QAbstractItemView::PositionAtTop);
 }
 
@@ -292,7 +303,7 @@ void MXChangeSymbols::PasteCodes() {
     }
     AddLeaves(nodes);
     if (!unknown.empty()) {
-        Tell(LangText("IDS_TADIALOGS-COMPARE_CODES_NOT_FOUND", ToQStrings(unknown).join(", ")));
+        Tell(LangText("IDS_TADIALOGS-COMPARE_CODES_NOT_FOUND", ListText(ToQStrings(unknown))));
     }
 }
 

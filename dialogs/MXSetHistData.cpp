@@ -188,3 +188,8 @@ void MXSetHistData::OnOK() {
     m_startDate = DayOfDate(m_ui->startDate->date()).value_or(m_startDate);
     DialogBase::OnOK();
 }
+
+void MXSetHistData::OnCancel() {
+    m_ui->startDate->disconnect(this);  // a date that is half typed needs no complaint now
+    DialogBase::OnCancel();
+}

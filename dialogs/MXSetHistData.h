@@ -55,6 +55,7 @@ public:
 protected:
     bool OnInitDialog() override;
     void OnOK() override;
+    void OnCancel() override;
 
 private:
     void vSetDataType(int dataType, int minutes);

@@ -50,11 +50,10 @@ MXSetHistDataBanner::MXSetHistDataBanner(std::uint8_t market, const CString& sym
     connect(m_ui->countCombo, &QComboBox::activated, this,
             [this](int row) { ChooseCount(m_ui->countCombo->itemData(row).toInt()); });
     const QLineEdit* edit = m_ui->countCombo->lineEdit();
-    connect(edit, &QLineEdit::returnPressed, this,
-            [this, edit] { ChooseCount(MinutesOfText(edit->text().toStdString())); });
+    connect(edit, &QLineEdit::returnPressed, this, [this] { TakeCount(); });
     connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
         if (edit->isModified()) {
-            ChooseCount(MinutesOfText(edit->text().toStdString()));
+            TakeCount();
         }
     });
     connect(m_ui->favouriteButton, &QToolButton::clicked, this,
@@ -95,6 +94,11 @@ void MXSetHistDataBanner::Choose(int dataType) {
     m_dataType = dataType;
     ShowCount();
     emit periodChosen(m_dataType, GetCount());
+}
+
+void MXSetHistDataBanner::TakeCount() {
+    const QString text = m_ui->countCombo->currentText();
+    text.isEmpty() ? ShowCount() : ChooseCount(MinutesOfText(text.toStdString()));
 }
 
 void MXSetHistDataBanner::ChooseCount(int count) {

@@ -52,6 +52,8 @@ private:
 
     bool IsSeconds() const;
     void Choose(int dataType);
+    /// What stands in the box; nothing is no choice.
+    void TakeCount();
     void ChooseCount(int count);
     void ToggleFavourite();
     void FillCounts();

@@ -192,11 +192,13 @@ void MXTechDataDlg::FillBatch() {
     }
     m_model->NoteRows(noted, first + count);
     m_model->Append(count);
+    MarkRow();
 }
 
 void MXTechDataDlg::EndFill() {
     KillTimer(kFillTimer);
     m_model->EndFill();
+    MarkRow();
     EnableExports(true);
     m_list->setFocus();
     m_list->scrollToBottom();
@@ -215,7 +217,9 @@ void MXTechDataDlg::EnableExports(bool enabled) {
 void MXTechDataDlg::ShowLastRow() {
     if (m_list != nullptr) {
         const QModelIndex last = m_model->index(m_model->rowCount() - 1, 0);
-        m_list->setCurrentIndex(last);
+        // Whatever keys the user holds down.
+        m_list->selectionModel()->setCurrentIndex(
+            last, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         m_list->scrollTo(last);
     }
 }
@@ -307,6 +311,16 @@ void MXTechDataDlg::ActivateRow() {
 }
 
 void MXTechDataDlg::MarkTime(double time) {
+    Guard([&] {
+        m_markedTime = time;
+        if (const int row = MarkRow(); row >= 0 && m_list != nullptr) {
+            m_list->scrollTo(m_model->index(row, 0));
+        }
+    });
+}
+
+int MXTechDataDlg::MarkRow() {
+    const double time = m_markedTime;
     const TechDataTable& table = m_model->Table();
     int first = 0;
     int last = m_model->rowCount();
@@ -318,8 +332,7 @@ void MXTechDataDlg::MarkTime(double time) {
     }
     const OneRecord* const found = table.Record(static_cast<std::size_t>(first));
     const bool isThere = found != nullptr && found->time == time;
-    m_model->Mark(isThere ? first : -1);
-    if (isThere && m_list != nullptr) {
-        m_list->scrollTo(m_model->index(first, 0));
-    }
+    const int row = isThere ? first : -1;
+    m_model->Mark(row);
+    return row;
 }

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -115,8 +116,8 @@ public:
     /// The selected rows to the clipboard; nothing when none is selected.
     void OnCopyRows(bool withHeadings);
 
-    /// Marks the row of a time and brings it into view; no row when the table has none of it. The
-    /// records are in the order of their times.
+    /// Marks the row of a time and brings it into view; no row when the table has none of it, until
+    /// the fill brings it. NaN: none at all. The records are in the order of their times.
     void MarkTime(double time);
 
     /// The time of day of a fraction of a day: "13:05", "13:05:07". One buffer, which the next call
@@ -145,13 +146,16 @@ private:
     void EndFill();
     void EnableExports(bool enabled);
     void ShowLastRow();
+    /// Marks the row of the time that MarkTime got last; the row, or -1.
+    int MarkRow();
     void ActivateRow();
     int ContentsWidth(int column) const;
     std::vector<ta::techdata::RowRange> SelectedRows() const;
     std::vector<ta::techdata::RowRange> AllRows() const;
     bool CopyRows(const ta::techdata::TextForm& form,
                   const std::vector<ta::techdata::RowRange>& rows);
-    void AskPathAndSave(const ta::ExportProfile& profile);
+    /// `generation`: of the rows that the user has decided on.
+    void AskPathAndSave(const ta::ExportProfile& profile, unsigned generation);
     bool Save(const QString& path, const ta::ExportProfile& profile);
 
     CString m_title;
@@ -166,6 +170,7 @@ private:
     int m_dataTypeParam;
     bool m_isShow = true;
     int m_widthMode = 0;
+    double m_markedTime = std::numeric_limits<double>::quiet_NaN();
     bool m_selectAtEnd = false;  ///< a row was inserted while the table was filling
     ta::techdata::TechDataModel* m_model;
     std::unique_ptr<Ui::MXTechDataDlg> m_ui;

@@ -137,15 +137,14 @@ void MXTechDataDlg::OnCopyRows(bool withHeadings) {
 }
 
 void MXTechDataDlg::OnCopy2csv() {
-    AskPathAndSave({});
+    AskPathAndSave({}, m_model->Table().Generation());
 }
 
-void MXTechDataDlg::AskPathAndSave(const ta::ExportProfile& profile) {
+void MXTechDataDlg::AskPathAndSave(const ta::ExportProfile& profile, unsigned generation) {
     // A symbol may have what stands for folders in paths.
     QString name = ToQString(m_symbol) + ".csv";
     name.replace('/', '_').replace('\\', '_');
     const QPointer<MXTechDataDlg> self(this);
-    const unsigned generation = m_model->Table().Generation();
     const QString path = AskSaveFile(this, {.title = windowTitle(),
                                             .name = name,
                                             .filter = "*.CSV",
@@ -155,7 +154,7 @@ void MXTechDataDlg::AskPathAndSave(const ta::ExportProfile& profile) {
     if (self == nullptr || path.isEmpty()) {
         return;
     }
-    if (generation != m_model->Table().Generation()) {
+    if (generation != m_model->Table().Generation() || m_model->Table().IsFilling()) {
         TellKey("IDS_TADIALOGS-TECHDATA_CHANGED");
     } else if (Save(path, profile)) {
         Tell(QDir::toNativeSeparators(path) + "\r\n" +
@@ -178,18 +177,20 @@ bool MXTechDataDlg::Save(const QString& path, const ta::ExportProfile& profile) 
     if (pieces.IsWindowGone() || pieces.IsCancelled()) {
         return false;
     }
+    const bool isChanged = pieces.IsChanged();  // the window may go while the user reads
     if (!fault.isEmpty()) {
         Tell(fault);
-    } else if (pieces.IsChanged()) {
+    } else if (isChanged) {
         TellKey("IDS_TADIALOGS-TECHDATA_CHANGED");
     }
-    return fault.isEmpty() && !pieces.IsChanged();
+    return fault.isEmpty() && !isChanged;
 }
 
 void MXTechDataDlg::OnExport() {
     // Made on the heap: the owner may take this window away while the user looks at the profiles.
     const QPointer<TechDataExportDlg> dialog(
         new TechDataExportDlg(*m_model, m_title, SelectedRows(), this));
+    const unsigned generation = m_model->Table().Generation();
     const bool isChosen = dialog->DoModal() == kIdOk;
     if (dialog == nullptr) {
         return;
@@ -197,6 +198,6 @@ void MXTechDataDlg::OnExport() {
     const ta::ExportProfile profile = dialog->Profile();
     delete dialog.data();
     if (isChosen) {
-        AskPathAndSave(profile);
+        AskPathAndSave(profile, generation);
     }
 }

@@ -60,7 +60,8 @@ bool TechDataExportDlg::OnInitDialog() {
     }
     FillCombos();
     ExportProfiles* const kept = CSyncInfo::GetSettingCFG().GetServices().exportProfiles;
-    if (kept != nullptr && !kept->bLoadExportProfiles(m_profiles)) {
+    m_areReadable = kept == nullptr || kept->bLoadExportProfiles(m_profiles);
+    if (!m_areReadable) {
         TellKey("IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE");
     }
     FillProfiles();
@@ -157,14 +158,14 @@ void TechDataExportDlg::EnableControls() {
     m_ui->decimalsCombo->setEnabled(isFree && form != ExportForm::Analysis);
     m_ui->selectedCheckBox->setEnabled(isFree && !m_selected.empty());
     m_ui->columnsList->setEnabled(isFree);
-    m_ui->deleteButton->setEnabled(m_ui->profileCombo->currentIndex() > 0);
+    m_ui->deleteButton->setEnabled(m_areReadable && m_ui->profileCombo->currentIndex() > 0);
     const int columns = m_ui->columnsList->count();
     bool isAny = !isFree || columns == 0;
     for (int row = 0; row < columns && !isAny; ++row) {
         isAny = m_ui->columnsList->item(row)->checkState() == Qt::Checked;
     }
     m_ui->okButton->setEnabled(isAny);
-    m_ui->keepButton->setEnabled(isAny);
+    m_ui->keepButton->setEnabled(m_areReadable && isAny);
 }
 
 // ---- What the choice gives ----
@@ -192,8 +193,9 @@ QString TechDataExportDlg::PreviewText(const ExportProfile& profile) const {
 }
 
 QString TechDataExportDlg::LostText(const ExportProfile& profile) const {
-    const std::u16string lost = LostCharacters(FormOf(profile), m_table.GetHeaders(),
-                                               ColumnsOf(profile, m_table.GetHeaders()));
+    const std::u16string lost =
+        LostCharacters(FormOf(profile), m_table.GetHeaders(),
+                       ColumnsOf(profile, m_table.GetHeaders()), m_model.Cells().HasTimeOfDay());
     return lost.empty()
                ? QString()
                : ui::LangText("IDS_TADIALOGS-TECHDATA_LOST", QString::fromStdU16String(lost));

@@ -54,7 +54,8 @@ private:
     CString m_title;
     std::vector<RowRange> m_selected;
     std::vector<ExportProfile> m_profiles;  ///< those that are kept
-    bool m_isShowing = false;               ///< the program sets the controls
+    bool m_areReadable = true;  ///< else none is kept or deleted: that would lose those there
+    bool m_isShowing = false;   ///< the program sets the controls
     std::unique_ptr<Ui::TechDataExportDlg> m_ui;
 };
 

@@ -20,6 +20,10 @@ bool IsAscii(std::string_view text) {
     return std::ranges::all_of(text, [](char byte) { return (byte & '\x80') == 0; });
 }
 
+CString TimeHeading() {
+    return BKQuoteInterface::GetBKInterface().LangGetLangString("IDS_TADIALOGS-TECHDATA_TIME");
+}
+
 /// What starts a formula, in the wide forms of East Asian input too.
 bool StartsFormula(std::string_view text) {
     constexpr std::u16string_view kStarts = u"=+-@\t\r＝＋－＠";
@@ -108,7 +112,7 @@ std::vector<std::size_t> ColumnsOf(const ExportProfile& profile, const Headers& 
 }
 
 std::u16string LostCharacters(const TextForm& form, const Headers& headers,
-                              const std::vector<std::size_t>& columns) {
+                              const std::vector<std::size_t>& columns, bool hasTimeOfDay) {
     std::u16string lost;
     if (form.encoding != TextForm::Encoding::CodePage) {
         return lost;
@@ -116,6 +120,7 @@ std::u16string LostCharacters(const TextForm& form, const Headers& headers,
     CString names;
     for (const std::size_t column : columns) {
         names += headers[column].name + '\n';
+        names += column == 0 && hasTimeOfDay ? TimeHeading() : CString();
     }
     text::FromUtf16(text::ToUtf16(names), form.codePage, &lost);
     return lost;
@@ -185,8 +190,7 @@ void TableWriter::AppendHeading(CString& out, std::size_t column) {
     AppendCareful(out, StartsFormula(name) ? "'" + name : name);
     EndCell(out);
     if (column == 0 && m_form.dates == TextForm::Dates::Apart && m_cells.HasTimeOfDay()) {
-        AppendCareful(out, BKQuoteInterface::GetBKInterface().LangGetLangString(
-                               "IDS_TADIALOGS-TECHDATA_TIME"));
+        AppendCareful(out, TimeHeading());
         EndCell(out);
     }
 }

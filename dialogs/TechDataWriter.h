@@ -53,10 +53,11 @@ struct RowRange {
     std::size_t last = 0;
 };
 
-/// The characters of the chosen columns' headings that the form's code page does not have, each
-/// once, as UTF-16; empty for other encodings. Cells of numbers and dates lose nothing.
+/// The characters of the chosen columns' headings, and of the time's where it stands apart, that
+/// the form's code page does not have, each once, as UTF-16; empty for other encodings. Cells of
+/// numbers and dates lose nothing.
 std::u16string LostCharacters(const TextForm& form, const Headers& headers,
-                              const std::vector<std::size_t>& columns);
+                              const std::vector<std::size_t>& columns, bool hasTimeOfDay);
 
 /// Writes rows of a table, piece by piece. Between two pieces the owner may change his vectors:
 /// each piece looks again at what they hold.

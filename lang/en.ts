@@ -59,6 +59,7 @@
     <message id="IDS_DIALOG-SET-COMPARE-SYMBOLS_SEL"><translation>Chosen symbols</translation></message>
     <message id="IDS_DIALOG-SET-COMPARE-SYMBOLS_SETTING"><translation>Data &amp;setting...</translation></message>
     <message id="IDS_DIALOG-SET-COMPARE-SYMBOLS_TITLE"><translation>Choose symbols</translation></message>
+    <message id="IDS_TADIALOGS-COMPARE_CODES_MORE"><translation>%1 and %2 more</translation></message>
     <message id="IDS_TADIALOGS-COMPARE_CODES_NOT_FOUND"><translation>No symbol has these codes: %1</translation></message>
     <message id="IDS_TADIALOGS-COMPARE_NO_RECENT"><translation>(none added lately)</translation></message>
     <message id="IDS_TADIALOGS-COMPARE_PASTE"><translation>&amp;Paste codes</translation></message>
@@ -196,7 +197,7 @@
     <message id="IDS_TADIALOGS-TECHDATA_NAME_EMPTY"><translation>Please enter a name for the profile.</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PREVIEW"><translation>Pre&amp;view:</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PROFILE"><translation>&amp;Profile:</translation></message>
-    <message id="IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE"><translation>The export profiles could not be read.</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE"><translation>The export profiles could not be read; they stay as they are, and none can be kept or deleted now.</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PROFILES_UNWRITABLE"><translation>The export profiles could not be saved; those of before are unchanged.</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PROFILE_DELETE"><translation>&amp;Delete</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PROFILE_KEEP"><translation>&amp;Keep profile</translation></message>

@@ -59,6 +59,7 @@
     <message id="IDS_DIALOG-SET-COMPARE-SYMBOLS_SEL"><translation>目前選擇商品</translation></message>
     <message id="IDS_DIALOG-SET-COMPARE-SYMBOLS_SETTING"><translation>資料設定(&amp;S)...</translation></message>
     <message id="IDS_DIALOG-SET-COMPARE-SYMBOLS_TITLE"><translation>商品選擇設定</translation></message>
+    <message id="IDS_TADIALOGS-COMPARE_CODES_MORE"><translation>%1 等，另有 %2 個</translation></message>
     <message id="IDS_TADIALOGS-COMPARE_CODES_NOT_FOUND"><translation>找不到這些商品代碼：%1</translation></message>
     <message id="IDS_TADIALOGS-COMPARE_NO_RECENT"><translation>（沒有最近加入的商品）</translation></message>
     <message id="IDS_TADIALOGS-COMPARE_PASTE"><translation>貼上商品代碼(&amp;P)</translation></message>
@@ -196,7 +197,7 @@
     <message id="IDS_TADIALOGS-TECHDATA_NAME_EMPTY"><translation>請輸入設定檔的名稱。</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PREVIEW"><translation>預覽(&amp;V)：</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PROFILE"><translation>設定檔(&amp;P)：</translation></message>
-    <message id="IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE"><translation>無法讀取匯出設定檔。</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE"><translation>無法讀取匯出設定檔；檔案維持原樣，目前無法儲存或刪除設定檔。</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PROFILES_UNWRITABLE"><translation>無法儲存匯出設定檔，原有的設定檔維持不變。</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PROFILE_DELETE"><translation>刪除(&amp;D)</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PROFILE_KEEP"><translation>保存設定檔(&amp;K)</translation></message>

@@ -6,8 +6,11 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
+
+#include <utility>
 
 namespace ta::ui {
 namespace {
@@ -41,22 +44,43 @@ void LetEscapeDismiss(QMessageBox& box) {
     box.setEscapeButton(dismiss);
 }
 
+/// A dialog of the heap, since its parent may be deleted, and it with him, while it is open.
+template <class Dialog>
+class OpenDialog {
+public:
+    template <class... Arguments>
+    explicit OpenDialog(Arguments&&... arguments)
+        : m_dialog(new Dialog(std::forward<Arguments>(arguments)...)) {}
+    ~OpenDialog() { delete m_dialog.data(); }
+    OpenDialog(const OpenDialog&) = delete;
+    OpenDialog& operator=(const OpenDialog&) = delete;
+
+    Dialog& operator*() const { return *m_dialog; }
+    Dialog* operator->() const { return m_dialog; }
+    bool IsGone() const { return m_dialog == nullptr; }
+    bool IsAccepted() const { return m_dialog->exec() == QDialog::Accepted; }
+
+private:
+    QPointer<Dialog> m_dialog;
+};
+
 class RealPrompts final : public Prompts {
 public:
     void Message(QWidget* parent, PromptIcon icon, const QString& title,
                  const QString& text) override {
-        QMessageBox box(BoxIcon(icon), title, text, QMessageBox::Ok, parent);
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
+        const OpenDialog<QMessageBox> box(BoxIcon(icon), title, text, QMessageBox::Ok, parent);
+        box->setTextFormat(Qt::PlainText);
+        box->exec();
     }
 
     Answer AskYesNo(QWidget* parent, PromptIcon icon, const QString& title, const QString& text,
                     Answer preset) override {
-        QMessageBox box(BoxIcon(icon), title, text, QMessageBox::Yes | QMessageBox::No, parent);
-        box.setTextFormat(Qt::PlainText);
-        LetEscapeDismiss(box);
-        box.setDefaultButton(preset == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
-        switch (box.exec()) {
+        const OpenDialog<QMessageBox> box(BoxIcon(icon), title, text,
+                                          QMessageBox::Yes | QMessageBox::No, parent);
+        box->setTextFormat(Qt::PlainText);
+        LetEscapeDismiss(*box);
+        box->setDefaultButton(preset == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
+        switch (box->exec()) {
             case QMessageBox::Yes:
                 return Answer::Yes;
             case QMessageBox::No:
@@ -68,37 +92,42 @@ public:
 
     int AskChoice(QWidget* parent, PromptIcon icon, const QString& title, const QString& text,
                   const QStringList& choices) override {
-        QMessageBox box(BoxIcon(icon), title, text, QMessageBox::NoButton, parent);
-        box.setTextFormat(Qt::PlainText);
+        const OpenDialog<QMessageBox> box(BoxIcon(icon), title, text, QMessageBox::NoButton,
+                                          parent);
+        box->setTextFormat(Qt::PlainText);
         QList<QAbstractButton*> buttons;
         for (const QString& choice : choices) {
-            buttons.append(box.addButton(choice, QMessageBox::ActionRole));
+            buttons.append(box->addButton(choice, QMessageBox::ActionRole));
         }
-        LetEscapeDismiss(box);
+        LetEscapeDismiss(*box);
         if (!buttons.isEmpty()) {
-            box.setDefaultButton(qobject_cast<QPushButton*>(buttons.front()));
+            box->setDefaultButton(qobject_cast<QPushButton*>(buttons.front()));
         }
-        box.exec();
-        return static_cast<int>(buttons.indexOf(box.clickedButton()));
+        box->exec();
+        return box.IsGone() ? -1 : static_cast<int>(buttons.indexOf(box->clickedButton()));
     }
 
     QString OpenFile(QWidget* parent, const QString& title, const QString& start,
                      const QString& filter) override {
-        return QFileDialog::getOpenFileName(parent, title, start, filter);
+        const OpenDialog<QFileDialog> dialog(parent, title, start, filter);
+        dialog->setFileMode(QFileDialog::ExistingFile);
+        return dialog.IsAccepted() ? dialog->selectedFiles().value(0) : QString();
     }
 
     QString SaveFile(QWidget* parent, const SaveFileOptions& options) override {
-        QFileDialog dialog(parent, options.title, options.name, options.filter);
-        dialog.setAcceptMode(QFileDialog::AcceptSave);
-        dialog.setFileMode(QFileDialog::AnyFile);
-        dialog.setOption(QFileDialog::DontConfirmOverwrite, !options.asksReplace);
-        dialog.setDefaultSuffix(options.suffix.isNull() ? FirstSuffix(options.filter)
-                                                        : options.suffix);
-        return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+        const OpenDialog<QFileDialog> dialog(parent, options.title, options.name, options.filter);
+        dialog->setAcceptMode(QFileDialog::AcceptSave);
+        dialog->setFileMode(QFileDialog::AnyFile);
+        dialog->setOption(QFileDialog::DontConfirmOverwrite, !options.asksReplace);
+        dialog->setDefaultSuffix(options.suffix.isNull() ? FirstSuffix(options.filter)
+                                                         : options.suffix);
+        return dialog.IsAccepted() ? dialog->selectedFiles().value(0) : QString();
     }
 
     QColor AskColour(QWidget* parent, const QString& title, const QColor& preset) override {
-        return QColorDialog::getColor(preset, parent, title);
+        const OpenDialog<QColorDialog> dialog(preset, parent);
+        dialog->setWindowTitle(title);
+        return dialog.IsAccepted() ? dialog->selectedColor() : QColor();
     }
 };
 
@@ -129,11 +158,14 @@ void SetPrompts(Prompts* prompts) {
 }
 
 QString AskSaveFile(QWidget* parent, const SaveFileOptions& options) {
-    QString path;
+    const QPointer<QWidget> owner(parent);
     do {
-        path = CurrentPrompts().SaveFile(parent, options);
-    } while (!path.isEmpty() && !AcceptsName(parent, QFileInfo(path), options));
-    return path;
+        const QString path = CurrentPrompts().SaveFile(parent, options);
+        if (path.isEmpty() || AcceptsName(parent, QFileInfo(path), options)) {
+            return path;
+        }
+    } while (owner == parent);  // he may have gone while the user read
+    return {};
 }
 
 }  // namespace ta::ui

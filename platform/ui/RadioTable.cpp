@@ -3,11 +3,13 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <utility>
 
 namespace ta::ui {
 
 RadioTable::RadioTable() {
     connect(&m_group, &QButtonGroup::idToggled, this, &RadioTable::OnToggled);
+    connect(&m_group, &QButtonGroup::idClicked, this, &RadioTable::Choose);
 }
 
 RadioTable::~RadioTable() {
@@ -24,6 +26,7 @@ void RadioTable::SetRows(std::vector<Row> rows) {
 
 void RadioTable::SetValue(int value) {
     const QScopedValueRollback setting(m_setting, true);
+    m_value = value;
     auto found = std::ranges::find(m_rows, value, &Row::value);
     if (found == m_rows.end()) {
         found = std::ranges::find(m_rows, true, &Row::fallback);
@@ -53,11 +56,18 @@ void RadioTable::EnableRows(const std::function<bool(int value)>& allowed) {
 }
 
 void RadioTable::OnToggled(int row, bool checked) {
-    if (m_setting || !checked) {
-        return;
+    if (!m_setting && checked) {
+        Choose(row);
     }
+}
+
+/// A radio that stands for an unknown value is checked before the user clicks on it.
+void RadioTable::Choose(int row) {
+    const int value = m_rows[static_cast<std::size_t>(row)].value;
     EnableControls();
-    emit chosen(m_rows[static_cast<std::size_t>(row)].value);
+    if (std::exchange(m_value, value) != value) {
+        emit chosen(value);
+    }
 }
 
 void RadioTable::EnableControls() {

@@ -6,6 +6,7 @@
 #include <QButtonGroup>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace ta::ui {
@@ -49,15 +50,18 @@ public:
     void EnableRows(const std::function<bool(int value)>& allowed);
 
 signals:
-    /// The user has checked the radio of another value, with the mouse or with the keys.
+    /// The user has chosen another value than the one shown, with the mouse or with the keys; for a
+    /// value that no row has, by a click on the fallback too.
     void chosen(int value);
 
 private:
     void OnToggled(int row, bool checked);
+    void Choose(int row);
     void EnableControls();
 
     std::vector<Row> m_rows;
     QButtonGroup m_group;
+    std::optional<int> m_value;  ///< set or chosen last; a row need not have it
     bool m_setting = false;
 };
 

@@ -9,9 +9,8 @@
 namespace ta::terminal {
 namespace {
 
-// Display codes: two decimals where the market has no unit rule; as few as needed for what is no
-// price.
-constexpr int kPriceCode = 2;
+// The display code of what is no price: as few decimals as needed. A price's code is its number of
+// decimals, for markets without a rule of their own.
 constexpr int kPlainCode = -1;
 
 struct BarColumn {
@@ -54,13 +53,14 @@ QString OutputName(const ChartStudy& study, const ChartOutput& output) {
 }  // namespace
 
 techdata::Headers ChartHeaders(const ChartModel& model) {
+    const int priceCode = model.Title().priceDecimals;
     techdata::Headers headers{Heading(Tr("IDS_TERMINAL-TABLE_DATE"), kPlainCode)};
     for (const BarColumn& column : kBarColumns) {
-        headers.push_back(Heading(Tr(column.key), kPriceCode));
+        headers.push_back(Heading(Tr(column.key), priceCode));
     }
     ForEachOutput(model, [&](const ChartStudy& study, std::size_t output) {
         headers.push_back(Heading(OutputName(study, study.outputs[output]),
-                                  study.numbers == NumberKind::Price ? kPriceCode : kPlainCode));
+                                  study.numbers == NumberKind::Price ? priceCode : kPlainCode));
     });
     return headers;
 }

@@ -16,6 +16,7 @@
 #include <QLabel>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 
 namespace ta::terminal {
@@ -99,7 +100,8 @@ void ChartView::ShowPeriod(int period, int count) {
         hasMiddle ? before[static_cast<std::size_t>(first + (last - first) / 2)].time : 0;
     Show({m_shown.market, m_shown.symbol, period, count});
     if (hasMiddle) {
-        ScrollToTime(middle);
+        // The bars of a day and longer stand at its begin.
+        ScrollToTime(period <= kMonthly ? std::floor(middle) : middle);
     }
 }
 

@@ -76,6 +76,7 @@ void DataViewer::MakeWindow() {
     if (!m_geometry.isEmpty()) {
         m_window->restoreGeometry(m_geometry);
     }
+    MarkCursor();
 }
 
 std::intptr_t DataViewer::WindowProc(unsigned message, std::uintptr_t wParam,
@@ -138,6 +139,7 @@ void DataViewer::Fill(Headers headers, Records records) {
     m_records = std::move(records);
     m_window->reInitializeList(ChartCaption(m_chart.Model()).c_str(), DataTypeOf(m_shown),
                                m_shown.period, m_shown.count, m_shown.market, m_shown.symbol);
+    MarkCursor();
 }
 
 void DataViewer::MarkCursor() {

@@ -56,34 +56,48 @@ bool FromJson(const QJsonObject& json, ExportProfile& profile) {
     return true;
 }
 
+/// The file's entries; none without a file. false when it cannot be read or is no list.
+bool ReadEntries(const QString& path, QJsonArray& entries) {
+    if (!QFile::exists(path)) {
+        return true;
+    }
+    std::string bytes;
+    const bool isRead = ui::ReadWholeFile(path, bytes).isEmpty();
+    const QJsonDocument file = QJsonDocument::fromJson(QByteArray::fromStdString(bytes));
+    entries = file.array();
+    return isRead && file.isArray();
+}
+
 }  // namespace
 
 bool ExportProfileFile::bLoadExportProfiles(std::vector<ExportProfile>& profiles) {
-    std::vector<ExportProfile> found;
-    if (QFile::exists(m_path)) {
-        std::string bytes;
-        QJsonParseError error{};
-        const bool isRead = ui::ReadWholeFile(m_path, bytes).isEmpty();
-        const QJsonDocument file =
-            QJsonDocument::fromJson(QByteArray::fromStdString(bytes), &error);
-        if (!isRead || error.error != QJsonParseError::NoError) {
-            return false;
-        }
-        for (const QJsonValue& entry : file.array()) {
-            ExportProfile profile;
-            if (FromJson(entry.toObject(), profile)) {
-                found.push_back(profile);
-            }
+    QJsonArray entries;
+    if (!ReadEntries(m_path, entries)) {
+        return false;
+    }
+    profiles.clear();
+    for (const QJsonValue& entry : entries) {
+        ExportProfile profile;
+        if (FromJson(entry.toObject(), profile)) {
+            profiles.push_back(profile);
         }
     }
-    profiles = std::move(found);
     return true;
 }
 
 bool ExportProfileFile::bSaveExportProfiles(const std::vector<ExportProfile>& profiles) {
+    QJsonArray before;
+    if (!ReadEntries(m_path, before)) {
+        return false;
+    }
     QJsonArray entries;
     for (const ExportProfile& profile : profiles) {
         entries.append(ToJson(profile));
+    }
+    for (const QJsonValue& entry : before) {
+        if (ExportProfile known; !FromJson(entry.toObject(), known)) {
+            entries.append(entry);
+        }
     }
     return ui::WriteWholeFile(m_path, QJsonDocument(entries).toJson().toStdString()).isEmpty();
 }

@@ -11,9 +11,11 @@ class ExportProfileFile : public ExportProfiles {
 public:
     explicit ExportProfileFile(QString path) : m_path(std::move(path)) {}
 
-    /// No file is no profile. Entries that are none are passed over.
+    /// No file is no profile. Entries that are none are passed over; a file that holds no list
+    /// cannot be read.
     bool bLoadExportProfiles(std::vector<ExportProfile>& profiles) override;
-    /// The file as a whole or not at all.
+    /// The file as a whole or not at all. Entries of it that were passed over stay, behind the
+    /// profiles; a file that cannot be read is left alone, with false.
     bool bSaveExportProfiles(const std::vector<ExportProfile>& profiles) override;
 
 private:

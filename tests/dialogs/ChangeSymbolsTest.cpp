@@ -367,6 +367,13 @@ TEST_F(ChangeSymbols, QuickSearch) {
     EXPECT_TRUE(edit.hasFocus());
     PressAlt(*dialog, Qt::Key_A);
     EXPECT_EQ(Chosen(*dialog), "16:9901|109:SXF1|16:9903");
+    edit.selectAll();
+    edit.setFocus();
+    QApplication::clipboard()->setText("sxf2");
+    Press(*dialog, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Rows(*dialog),
+              "Shares|9901 Alpha|9902 Beta|9903 Gamma|Futures|SXF Index|SXF1 near|"
+              "*SXF2 far|Two words|Shares");
 }
 
 TEST_F(ChangeSymbols, TheRowBeforeTheMatchIsTheFirstOneInView) {
@@ -417,6 +424,11 @@ TEST_F(ChangeSymbols, PastedCodes) {
         EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-COMPARE_CODES_NOT_FOUND 77, SXF");
         EXPECT_EQ(Chosen(*dialog), "109:SXF2|16:9902");
     }
+    QApplication::clipboard()->setText("1 2 3 4 5 6 7 8 9 10 11 12 13 14");
+    prompts.ExpectMessage();
+    Press(*dialog, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(prompts.Last().text.endsWith(
+        "_NOT_FOUND IDS_TADIALOGS-COMPARE_CODES_MORE 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12 2"));
     QApplication::clipboard()->setText("9901 9903 X1");
     prompts.ExpectMessage();
     Press(*dialog, Qt::Key_V, Qt::ControlModifier);

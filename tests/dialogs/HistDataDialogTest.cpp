@@ -297,6 +297,26 @@ TEST_F(HistData, RefusedStartDates) {
     }
 }
 
+TEST_F(HistData, ADateHalfTypedIsNoneOfACancelsBusiness) {
+    quotes.language["IDS_TADIALOGS-HISTDATA_CANCEL"] = "&Cancel";
+    const std::function<void(MXSetHistData&)> ways[] = {
+        [](auto& dialog) { Press(dialog, Qt::Key_Escape); },
+        [](auto& dialog) { PressAlt(dialog, Qt::Key_C); },
+        [](auto& dialog) { dialog.close(); },
+    };
+    for (const auto& leave : ways) {
+        MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
+        Show(dialog);
+        auto& date = Find<QDateEdit>(dialog, "startDate");
+        date.setFocus();
+        date.setSelectedSection(QDateTimeEdit::YearSection);
+        QTest::keyClicks(&date, "20690101");
+        leave(dialog);
+        QApplication::processEvents();
+        EXPECT_FALSE(dialog.isVisible());  // and no message came
+    }
+}
+
 TEST_F(HistData, ChangeDateTellsWhetherItWasTaken) {
     MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
     Show(dialog);
@@ -424,6 +444,16 @@ TEST_F(HistBanner, AChoiceIsToldOnce) {
     Type(*Counts(banner).lineEdit(), "5000");
     Press(banner, Qt::Key_Enter);
     EXPECT_EQ(Told(spy), "4:999 ");
+    EXPECT_EQ(State(banner), "s of DWMms, 999+");
+    Counts(banner).lineEdit()->selectAll();
+    for (const int key : {Qt::Key_Backspace, Qt::Key_Enter}) {
+        Press(banner, key);
+    }
+    Type(*Counts(banner).lineEdit(), "1");
+    for (const int key : {Qt::Key_Backspace, Qt::Key_Tab}) {
+        Press(banner, key);
+    }
+    EXPECT_EQ(Told(spy), "") << "an empty box chooses nothing";
     EXPECT_EQ(State(banner), "s of DWMms, 999+");
     Type(*Counts(banner).lineEdit(), "12");
     Click(Button(banner, 0));

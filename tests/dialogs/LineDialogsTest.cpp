@@ -74,6 +74,18 @@ TEST_F(LineDialogsTest, EachCursorRadioStoresItsValueAtOnce) {
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
 }
 
+TEST_F(LineDialogsTest, AClickOnTheRadioOfAnUnknownCursorValueStoresIt) {
+    MXSetCursorLine dialog(6, 7, 9);
+    Show(dialog);
+    for (const int id : {16036, 16037, 16257}) {
+        EXPECT_TRUE(Item<QAbstractButton>(dialog, id).isChecked());
+        Click(dialog, id);
+    }
+    EXPECT_EQ(dialog.m_uLockStyle, 0U);
+    EXPECT_EQ(dialog.m_uDisplayStyle, 1U);
+    EXPECT_EQ(dialog.m_uMoveStyle, 1U);
+}
+
 TEST_F(LineDialogsTest, TheTextsOfTheCursorDialog) {
     MXSetCursorLine dialog(0, 0, 0);
     Show(dialog);

@@ -545,6 +545,12 @@ TEST_F(TechDataViewer, OtherRowsOrAGoneWindowEndTheWork) {
     AtProgress([&](QProgressDialog&) { viewer.reset(); });
     prompts.ExpectSaveFile(path);
     viewer->OnCopy2csv();
+    OpenFull(2);  // the window goes while the user reads that the rows are others now
+    AtProgress([&](QProgressDialog&) { viewer->reInitializeList("T", 1, 0, 0); });
+    prompts.ExpectSaveFile(path);
+    prompts.ExpectMessage();
+    prompts.Meanwhile([&] { viewer.reset(); });
+    viewer->OnCopy2csv();
     EXPECT_EQ(Clipboard(), "before");
     EXPECT_EQ(Read(path), "old");
 }
@@ -688,8 +694,14 @@ TEST_F(TechDataProfiles, AreReplacedDeletedAndNamed) {
         false);
     profiles.readable = false;
     prompts.ExpectMessage();
-    Export([](QDialog&) {}, false);
+    Export(
+        [&](QDialog& dialog) {
+            Keep(dialog, "over those that are there");
+            EXPECT_FALSE(Find<QWidget>(dialog, "deleteButton").isEnabled());
+        },
+        false);
     EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE");
+    EXPECT_EQ(profiles.profiles, std::vector{b});
 }
 
 TEST_F(TechDataProfiles, AskBeforeCharactersOrRowsAreLost) {
@@ -737,6 +749,19 @@ TEST_F(TechDataProfiles, TheOwnerTakesTheWindowAwayMeanwhile) {
     driver.Expect([&](QWidget&) { viewer.reset(); });
     viewer->OnExport();
     EXPECT_EQ(viewer, nullptr);
+}
+
+TEST_F(TechDataProfiles, RowsThatComeAgainMeanwhileAreNotWritten) {
+    OpenFull(2);
+    Show(*viewer);
+    Write(Path("out.csv"), "old");
+    Export([&](QDialog&) { viewer->reInitializeList("T", 1, 0, 0); });
+    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_CHANGED");
+    prompts.ExpectSaveFile(Path("out.csv"));
+    prompts.ExpectMessage();
+    viewer->OnCopy2csv();  // which the button cannot while they come
+    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_CHANGED");
+    EXPECT_EQ(Out(), "old");
 }
 
 }  // namespace

@@ -134,7 +134,8 @@ TEST_F(TechDataText, CodePagesAndWhatTheyLose) {
     ExportProfile profile;
     profile.form = ExportForm::CodePage;
     const auto lost = [&] {
-        return LostCharacters(FormOf(profile), headers, ColumnsOf(profile, headers));
+        return LostCharacters(FormOf(profile), headers, ColumnsOf(profile, headers),
+                              dataType != kDailyData);
     };
     records.clear();
     EXPECT_EQ(Write(profile), "A," + headers[1].name + "," + headers[2].name + "\r\n");
@@ -144,6 +145,9 @@ TEST_F(TechDataText, CodePagesAndWhatTheyLose) {
     EXPECT_EQ(lost(), u"量測");
     profile.columns = {"A"};
     EXPECT_EQ(lost(), u"");
+    dataType = 0;
+    services.quotes.language["IDS_TADIALOGS-TECHDATA_TIME"] = text::FromUtf8("時");
+    EXPECT_EQ(lost(), u"時") << "the time has a heading of its own";
     profile.columns.clear();
     profile.form = ExportForm::Spreadsheet;
     EXPECT_EQ(lost(), u"");

@@ -16,9 +16,12 @@ void SetHistory(const Frame& frame) {
                          depth.readMode, depth.recordCount, depth.startDay, false, &frame.window);
     if (dialog.DoModal() == ui::kIdOk) {
         const int type = dialog.GetDataType();
-        chart.Show(
-            {chart.Market(), chart.SymbolId(), type, type == kMinutes ? dialog.GetMinutes() : 0},
-            {dialog.GetReadMode(), dialog.GetRecordCount(), dialog.GetStartDate()});
+        // A chart of seconds, which the dialog does not offer, keeps its bars.
+        const int count = type == kMinutes         ? dialog.GetMinutes()
+                          : type == chart.Period() ? chart.Count()
+                                                   : 0;
+        chart.Show({chart.Market(), chart.SymbolId(), type, count},
+                   {dialog.GetReadMode(), dialog.GetRecordCount(), dialog.GetStartDate()});
     }
     chart.setFocus();
 }
