@@ -514,6 +514,27 @@ TEST_F(ChartViewTest, AnotherPeriodKeepsTheDateInTheMiddle) {
     EXPECT_EQ(view->BarCount(), 600);
 }
 
+TEST_F(ChartViewTest, ADayIsFoundFromAMinuteOfIt) {
+    BarSeries minutes = ZigZag(1200);
+    for (std::size_t i = 0; i < minutes.size(); ++i) {
+        minutes[i].time =
+            kFirstDay + static_cast<double>(i / 4) + 0.25 * static_cast<double>(i % 4) + 0.125;
+    }
+    view->Show(Add(minutes));
+    view->ShowPeriod(3, 1);
+    const auto middle = [this] {
+        const auto [first, last] = view->VisibleBars();
+        return Bars()[static_cast<std::size_t>(first + (last - first) / 2)].time;
+    };
+    for (int i = 0; i < 4; ++i) {
+        view->ZoomIn();
+    }
+    view->ScrollBars(-600);
+    const double before = middle();
+    view->ShowPeriod(0, 0);
+    EXPECT_EQ(middle(), std::floor(before));
+}
+
 TEST_F(ChartViewTest, OneBarAndLevelPricesAreDrawn) {
     view->Show(Add({{18000, 50, 50, 50, 50, 0}}));
     EXPECT_EQ(view->VisibleBars(), std::pair(0, 0));

@@ -89,8 +89,21 @@ TEST_F(DataViewerTest, ShowsTheChartsNumbersAndFollowsIt) {
     EXPECT_EQ(Rows(), 240);
 }
 
-TEST_F(DataViewerTest, IsTiedToTheCursorLine) {
+TEST_F(DataViewerTest, PricesHaveTheDecimalsOfTheUsersOwnFile) {
+    QFile own(FilePath("own.csv"));
+    ASSERT_TRUE(own.open(QIODevice::WriteOnly));
+    own.write("Date,Open,High,Low,Close\n2024-01-02,1.08,1.1,1.07,1.08342\n");
+    own.close();
+    m_prompts.ExpectFile(own.fileName());
+    Choose(Command::OpenCsv);
     Open();
+    EXPECT_EQ(Cell(0, 1) + ' ' + Cell(0, 4), "1.08000 1.08342");
+}
+
+TEST_F(DataViewerTest, IsTiedToTheCursorLine) {
+    Chart().SetCursorBar(9);
+    Open();
+    EXPECT_TRUE(IsMarked(9)) << "though its row has come later";
     Chart().SetCursorBar(12);
     EXPECT_TRUE(IsMarked(12));
     Chart().SetCursorBar(-1);
@@ -179,6 +192,18 @@ TEST(ExportProfileFileTest, KeepsProfilesAndRefusesGarbage) {
                  "{\"name\":\"y\",\"form\":\"analysis\",\"decimals\":99}]"));
     ASSERT_EQ(read.size(), 1U);
     EXPECT_EQ(read[0].decimals, 9);
+    // A save keeps what it does not understand, and leaves alone what is no list.
+    const auto rawText = [&] {
+        QFile raw(path);
+        EXPECT_TRUE(raw.open(QIODevice::ReadOnly));
+        return raw.readAll().simplified();
+    };
+    EXPECT_TRUE(readText("[{\"form\":\"newer\",\"name\":\"x\",\"more\":[1]}]") && read.empty());
+    EXPECT_TRUE(file.bSaveExportProfiles(profiles) && file.bSaveExportProfiles({}));
+    EXPECT_EQ(rawText(), R"([ { "form": "newer", "more": [ 1 ], "name": "x" } ])");
+    EXPECT_FALSE(readText("{}"));
+    EXPECT_FALSE(file.bSaveExportProfiles(profiles));
+    EXPECT_EQ(rawText(), "{}");
     EXPECT_FALSE(
         terminal::ExportProfileFile(folder.filePath("no/p")).bSaveExportProfiles(profiles));
 }
