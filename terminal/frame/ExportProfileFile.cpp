@@ -47,7 +47,7 @@ bool FromJson(const QJsonObject& json, ExportProfile& profile) {
         return false;
     }
     profile.form = form->first;
-    for (const QJsonValue& column : json["columns"].toArray()) {
+    for (const auto& column : json["columns"].toArray()) {
         profile.columns.push_back(ui::FromQString(column.toString()));
     }
     profile.selectedRows = json["selectedRows"].toBool();
@@ -76,7 +76,7 @@ bool ExportProfileFile::bLoadExportProfiles(std::vector<ExportProfile>& profiles
         return false;
     }
     profiles.clear();
-    for (const QJsonValue& entry : entries) {
+    for (const auto& entry : entries) {
         ExportProfile profile;
         if (FromJson(entry.toObject(), profile)) {
             profiles.push_back(profile);
@@ -94,7 +94,7 @@ bool ExportProfileFile::bSaveExportProfiles(const std::vector<ExportProfile>& pr
     for (const ExportProfile& profile : profiles) {
         entries.append(ToJson(profile));
     }
-    for (const QJsonValue& entry : before) {
+    for (const auto& entry : before) {
         if (ExportProfile known; !FromJson(entry.toObject(), known)) {
             entries.append(entry);
         }
