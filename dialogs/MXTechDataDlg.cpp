@@ -131,11 +131,11 @@ void MXTechDataDlg::reInitializeList(const char* title, int dataType, int dataPa
 }
 
 void MXTechDataDlg::SetHeaderList(std::vector<HeaderInfo>& headers) {
-    m_model->SetHeaders(headers);
+    Guard([&] { m_model->SetHeaders(headers); });
 }
 
 void MXTechDataDlg::SetDataList(std::vector<OneRecord>& records) {
-    m_model->SetRecords(records);
+    Guard([&] { m_model->SetRecords(records); });
 }
 
 bool MXTechDataDlg::SetDataValue(std::size_t row, const OneRecord& record) {
@@ -168,13 +168,15 @@ void MXTechDataDlg::OnTimer(int id) {
 }
 
 void MXTechDataDlg::ShowData() {
-    if (m_list == nullptr) {
-        KillTimer(kFillTimer);
-    } else if (m_model->Table().Missing() > 0) {
-        FillBatch();
-    } else {
-        EndFill();
-    }
+    Guard([this] {
+        if (m_list == nullptr) {
+            KillTimer(kFillTimer);
+        } else if (m_model->Table().Missing() > 0) {
+            FillBatch();
+        } else {
+            EndFill();
+        }
+    });
 }
 
 void MXTechDataDlg::FillBatch() {
@@ -236,13 +238,15 @@ void MXTechDataDlg::TuneColWidth() {
     if (m_list == nullptr) {
         return;
     }
-    // One column more than there are, which the table passes over.
-    const int last = static_cast<int>(m_model->Table().GetHeaders().size());
-    const QHeaderView& heads = *m_list->horizontalHeader();
-    for (int column = 0; column <= last; ++column) {
-        const int heading = m_widthMode == 0 ? heads.sectionSizeHint(column) : 0;
-        m_list->setColumnWidth(column, std::max(ContentsWidth(column), heading));
-    }
+    Guard([this] {
+        // One column more than there are, which the table passes over.
+        const int last = static_cast<int>(m_model->Table().GetHeaders().size());
+        const QHeaderView& heads = *m_list->horizontalHeader();
+        for (int column = 0; column <= last; ++column) {
+            const int heading = m_widthMode == 0 ? heads.sectionSizeHint(column) : 0;
+            m_list->setColumnWidth(column, std::max(ContentsWidth(column), heading));
+        }
+    });
 }
 
 // ---- What the user does ----
@@ -284,11 +288,13 @@ void MXTechDataDlg::OnCancel() {
 }
 
 void MXTechDataDlg::OnEraseAll() {
-    KillTimer(kFillTimer);
-    m_selectAtEnd = false;
-    m_model->Erase();
-    EnableExports(true);
-    PostToOwner(m_eraseMessage, 0, 0);
+    Guard([this] {
+        KillTimer(kFillTimer);
+        m_selectAtEnd = false;
+        m_model->Erase();
+        EnableExports(true);
+        PostToOwner(m_eraseMessage, 0, 0);
+    });
 }
 
 void MXTechDataDlg::OnSetColumn() {

@@ -154,6 +154,7 @@ private:
     std::vector<ta::techdata::RowRange> AllRows() const;
     bool CopyRows(const ta::techdata::TextForm& form,
                   const std::vector<ta::techdata::RowRange>& rows);
+    void AskProfileAndSave();
     /// `generation`: of the rows that the user has decided on.
     void AskPathAndSave(const ta::ExportProfile& profile, unsigned generation);
     bool Save(const QString& path, const ta::ExportProfile& profile);

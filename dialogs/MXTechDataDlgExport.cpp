@@ -125,19 +125,23 @@ bool MXTechDataDlg::CopyRows(const TextForm& form, const std::vector<RowRange>& 
 }
 
 void MXTechDataDlg::OnCopy2clipboard() {
-    if (CopyRows(ClipboardForm(), AllRows())) {
-        TellKey("IDS_DIALOG-TECHDATA_COPY2CLIPBOARD_SUCCESS", PromptIcon::None);
-    }
+    Guard([this] {
+        if (CopyRows(ClipboardForm(), AllRows())) {
+            TellKey("IDS_DIALOG-TECHDATA_COPY2CLIPBOARD_SUCCESS", PromptIcon::None);
+        }
+    });
 }
 
 void MXTechDataDlg::OnCopyRows(bool withHeadings) {
-    if (m_list != nullptr && m_list->selectionModel()->hasSelection()) {
-        CopyRows(RowsForm(withHeadings), SelectedRows());
-    }
+    Guard([&] {
+        if (m_list != nullptr && m_list->selectionModel()->hasSelection()) {
+            CopyRows(RowsForm(withHeadings), SelectedRows());
+        }
+    });
 }
 
 void MXTechDataDlg::OnCopy2csv() {
-    AskPathAndSave({}, m_model->Table().Generation());
+    Guard([this] { AskPathAndSave({}, m_model->Table().Generation()); });
 }
 
 void MXTechDataDlg::AskPathAndSave(const ta::ExportProfile& profile, unsigned generation) {
@@ -187,6 +191,10 @@ bool MXTechDataDlg::Save(const QString& path, const ta::ExportProfile& profile) 
 }
 
 void MXTechDataDlg::OnExport() {
+    Guard([this] { AskProfileAndSave(); });
+}
+
+void MXTechDataDlg::AskProfileAndSave() {
     // Made on the heap: the owner may take this window away while the user looks at the profiles.
     const QPointer<TechDataExportDlg> dialog(
         new TechDataExportDlg(*m_model, m_title, SelectedRows(), this));
