@@ -1,6 +1,7 @@
 #include "sheet/StudyTree.h"
 
 #include "platform/ui/DialogBase.h"
+#include "platform/ui/PlainRows.h"
 #include "sheet/StudyFacts.h"
 
 #include <QHeaderView>
@@ -27,7 +28,7 @@ int NodeCount(const StudyLists& lists, int showCount) {
 
 }  // namespace
 
-StudyTree::StudyTree(QWidget* parent) : QTreeWidget(parent) {
+StudyTree::StudyTree(QWidget* parent) : QTreeWidget(parent), m_rows(*new ui::PlainRows(*this)) {
     setHeaderHidden(true);
     setColumnCount(1);
     setRootIsDecorated(false);
@@ -142,7 +143,7 @@ bool StudyTree::CanMove(int by) const {
 void StudyTree::MeasureTexts() {
     int widest = 0;
     for (QTreeWidgetItemIterator item(this); *item != nullptr; ++item) {
-        widest = std::max(widest, fontMetrics().horizontalAdvance((*item)->text(0)));
+        widest = std::max(widest, m_rows.WidthOf((*item)->text(0)));
     }
     const int iconWidth = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_textWidth = widest + 2 * indentation() + 2 * iconWidth;

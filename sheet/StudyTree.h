@@ -10,6 +10,10 @@
 #include <set>
 #include <vector>
 
+namespace ta::ui {
+class PlainRows;
+}
+
 namespace ta::sheet {
 
 /// The studies of a group: one node per pane with its studies below. Shows the panes 1 to the show
@@ -72,6 +76,7 @@ private:
     void MeasureTexts();
     void FitColumn();
 
+    ui::PlainRows& m_rows;
     StudyLists m_lists;
     int m_showCount = 0;
     int m_textWidth = 0;  ///< of the widest row

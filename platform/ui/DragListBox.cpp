@@ -1,5 +1,6 @@
 #include "platform/ui/DragListBox.h"
 
+#include "platform/ui/PlainRows.h"
 #include "platform/ui/Timers.h"
 
 #include <QApplication>
@@ -17,6 +18,7 @@ constexpr int kScrollMilliseconds = 60;  // a row
 
 DragListBox::DragListBox(QWidget* parent) : QListWidget(parent) {
     setSelectionMode(QAbstractItemView::SingleSelection);
+    new PlainRows(*this);
 }
 
 void DragListBox::SetDragEnabled(bool enabled) {

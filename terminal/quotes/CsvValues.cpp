@@ -191,8 +191,11 @@ QTime TimeOf(const QString& text) {
 }  // namespace
 
 CsvFault ParsePrice(std::string_view text, double* value, int* decimals) {
-    const std::string_view plain = text::Trim(text);
-    const CsvFault fault = ParseNumber(plain, value);
+    // Most of them need no more than this.
+    const auto number = PlainNumber(text);
+    const std::string_view plain = number ? text : text::Trim(text);
+    const CsvFault fault = number ? CsvFault::None : ParseNumber(plain, value);
+    *value = number.value_or(*value);
     if (fault == CsvFault::None && decimals != nullptr) {
         *decimals = std::max(*decimals, DecimalsIn(plain));
     }

@@ -5,6 +5,7 @@
 #include "platform/ui/DateBridge.h"
 #include "platform/ui/DragListBox.h"
 #include "platform/ui/PenSamples.h"
+#include "platform/ui/PlainRows.h"
 #include "platform/ui/RadioTable.h"
 #include "platform/ui/SearchEdit.h"
 #include "tests/support/DialogFixture.h"
@@ -16,6 +17,8 @@
 #include <QStyleOptionViewItem>
 #include <QTest>
 #include <QVBoxLayout>
+
+#include <functional>
 
 namespace ta::test {
 namespace {
@@ -306,6 +309,55 @@ TEST_F(WidgetTest, PenSamplesTakeTheColourOfTheTexts) {
     EXPECT_EQ(Picture(sample).pixelColor(10, 2), QColor(Qt::white));
     sample.setEnabled(false);
     EXPECT_EQ(Picture(sample).pixelColor(10, 2), QColor(Qt::gray));
+}
+
+// Whether a list with PlainRows looks as one without, which `change` has changed alike.
+bool LooksAsTheToolkits(const std::function<void(QListWidget&)>& change) {
+    QImage pictures[2];
+    for (const bool plain : {false, true}) {
+        QListWidget list;
+        if (plain) {
+            new ui::PlainRows(list);
+        }
+        list.addItems({"MACD", "移動平均線 MA(5)", "乖離率", QString(40, u'量'), "A\nB"});
+        list.resize(260, 180);
+        change(list);
+        list.show();
+        pictures[plain] = list.grab().toImage();
+    }
+    return pictures[0] == pictures[1];
+}
+
+TEST_F(WidgetTest, PlainRowsLookAsTheToolkitsRows) {
+    const std::pair<const char*, std::function<void(QListWidget&)>> kChanges[] = {
+        {"nothing", [](QListWidget&) {}},
+        {"selected", [](QListWidget& list) { list.setCurrentRow(1); }},
+        {"disabled", [](QListWidget& list) { list.setEnabled(false); }},
+        {"a colour", [](QListWidget& list) { list.item(0)->setForeground(Qt::red); }},
+        {"a ground", [](QListWidget& list) { list.item(0)->setBackground(Qt::yellow); }},
+        {"a font", [](QListWidget& list) { list.item(0)->setFont(QFont("Sans", 18)); }},
+        {"a check box", [](QListWidget& list) { list.item(0)->setCheckState(Qt::Checked); }},
+        {"to the right", [](QListWidget& list) { list.item(0)->setTextAlignment(Qt::AlignRight); }},
+        {"icon", [](QListWidget& list) { list.item(1)->setIcon(ui::PenIcon(0, 2)); }},
+        {"dark", [](QListWidget& list) { list.setPalette(QPalette(Qt::white, Qt::black)); }},
+    };
+    for (const auto& [name, change] : kChanges) {
+        EXPECT_TRUE(LooksAsTheToolkits(change)) << name;
+    }
+}
+
+TEST_F(WidgetTest, PlainRowsAreOfOneHeightInAnyFont) {
+    QListWidget list;
+    new ui::PlainRows(list);
+    list.addItems({"MACD", "移動平均線"});
+    int before = 0;
+    for (const int points : {9, 15}) {
+        list.setFont(QFont("Sans", points));
+        const int height = list.visualItemRect(list.item(0)).height();
+        EXPECT_EQ(list.visualItemRect(list.item(1)).height(), height);
+        EXPECT_GT(height, before);
+        before = height;
+    }
 }
 
 TEST_F(WidgetTest, DaysTimesAndTheSharedFont) {
