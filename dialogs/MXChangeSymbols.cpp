@@ -311,7 +311,7 @@ void MXChangeSymbols::FillRecentMenu() {
     m_parts->recent.clear();
     for (const Symbol& symbol : RecentSymbols(Sets())) {
         const QString text = ToQString(getSetSymbolString(symbol.market, symbol.code));
-        QAction* action = m_parts->recent.addAction(QString(text).replace('&', "&&"));
+        QAction* action = m_parts->recent.addAction(WithBareAmpersands(text));
         Handle(action, &QAction::triggered, [this, symbol] { AddSymbol(symbol); });
     }
     if (m_parts->recent.isEmpty()) {

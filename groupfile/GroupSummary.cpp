@@ -1,6 +1,6 @@
 #include "groupfile/GroupSummary.h"
 
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/TaSettingHandle.h"
 
@@ -9,17 +9,11 @@ namespace {
 
 using ui::LangText;
 
-QString StudyName(CTaSettingHandle& repository, StudyType type) {
-    const CString name = repository.StudyTypeToStudyName(type);
-    return name.empty() ? LangText("IDS_TADIALOGS-GROUPFILE_UNKNOWN_STUDY", QString::number(type))
-                        : ui::ToQString(name);
-}
-
 QString DescribePane(CTaSettingHandle& repository, int pane, bool shown,
                      const std::vector<StudyType>& studies) {
     QStringList names;
     for (const StudyType type : studies) {
-        names.append(StudyName(repository, type));
+        names.append(StudyLabel(repository, type));
     }
     const QString text =
         names.isEmpty() ? LangText("IDS_TADIALOGS-GROUPFILE_NO_STUDY") : Listed(names);
@@ -28,6 +22,12 @@ QString DescribePane(CTaSettingHandle& repository, int pane, bool shown,
 }
 
 }  // namespace
+
+QString StudyLabel(CTaSettingHandle& repository, StudyType type) {
+    const CString name = repository.StudyTypeToStudyName(type);
+    return name.empty() ? LangText("IDS_TADIALOGS-GROUPFILE_UNKNOWN_STUDY", QString::number(type))
+                        : ui::ToQString(name);
+}
 
 QString Listed(const QStringList& texts) {
     return texts.join(LangText("IDS_TADIALOGS-GROUPFILE_LIST_SEPARATOR"));

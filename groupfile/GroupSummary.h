@@ -7,8 +7,11 @@
 
 #include <vector>
 
-/// What the import dialog says of a group, in the user's language.
+/// What dialogs say of groups, in the user's language.
 namespace ta::groupfile {
+
+/// The study's display name; for an unknown one a text with its number.
+QString StudyLabel(CTaSettingHandle& repository, StudyType type);
 
 /// The texts, or the names, in one line.
 QString Listed(const QStringList& texts);

@@ -71,11 +71,9 @@ CTAGroupImport::CTAGroupImport(const QString& path, QWidget* parent)
 CTAGroupImport::~CTAGroupImport() = default;
 
 void CTAGroupImport::ConnectSummary(QListWidget& list) {
-    const auto show = [this, &list](const QListWidgetItem* item) {
-        Guard([&] { ShowSummary(list, item); });
-    };
-    connect(&list, &QListWidget::itemEntered, this, show);
-    connect(&list, &QListWidget::currentItemChanged, this, show);
+    const auto show = [this, &list](const QListWidgetItem* item) { ShowSummary(list, item); };
+    Handle(&list, &QListWidget::itemEntered, show);
+    Handle(&list, &QListWidget::currentItemChanged, show);
 }
 
 bool CTAGroupImport::OnInitDialog() {

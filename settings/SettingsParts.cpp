@@ -59,8 +59,8 @@ void CTaSettingHandle::Parts::LoadGroupSetting(int maxGroupCount) {
         store->LoadTAGroupNameList(names);
     }
     if (names.empty()) {
-        names.push_back(ta::text::Format("%s", BKQuoteInterface::GetBKInterface().LangGetLangString(
-                                                   "IDS_TECHVIEW-STRING_TAGROUP_DEFAULT_NAME")));
+        names.push_back(BKQuoteInterface::GetBKInterface().LangGetLangString(
+            "IDS_TECHVIEW-STRING_TAGROUP_DEFAULT_NAME"));
     }
     groups.SetNames(names);
     const auto usable = [this](StudyType type) { return IsStudyUsable(type); };

@@ -76,7 +76,7 @@ CString DataPeriodLabel(int periodCode, int count) {
     }
     const PeriodLabel& label = kPeriodLabels[static_cast<std::size_t>(periodCode)];
     const CString unit = BKQuoteInterface::GetBKInterface().LangGetLangString(label.languageKey);
-    return label.counted ? text::Format("%d%s", count, unit) : text::Format("%s", unit);
+    return label.counted ? text::Format("%d%s", count, unit) : unit;
 }
 
 CString LayoutDisplayName(const CString& stored) {

@@ -1,7 +1,7 @@
 #include "sheet/DefaultChanges.h"
 
 #include "groupfile/GroupSummary.h"
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 #include "platform/ui/PenSamples.h"
 #include "sheet/ParamText.h"
 

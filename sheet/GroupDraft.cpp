@@ -1,7 +1,7 @@
 #include "sheet/GroupDraft.h"
 
 #include "platform/DrawInfo.h"
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/Repository.h"
 #include "settings/StudyLists.h"

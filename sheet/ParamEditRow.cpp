@@ -1,7 +1,7 @@
 #include "sheet/ParamEditRow.h"
 
 #include "platform/Rounding.h"
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 #include "sheet/ParamText.h"
 #include "sheet/ValueEdit.h"
 

@@ -1,7 +1,7 @@
 #include "sheet/ParamText.h"
 
 #include "platform/Rounding.h"
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 
 #include <QLocale>
 

@@ -7,8 +7,10 @@
 #include "sheet/SettingsSession.h"
 
 #include <QLayout>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace ta::sheet {
@@ -65,6 +67,12 @@ QSize SessionPage::sizeHint() const {
     // Around the page: margins, tabs, buttons and the window's frame.
     const QSize around(line * 4, line * 8);
     return size.boundedTo(screen()->availableSize() - around);
+}
+
+void SessionPage::AddShortcut(const QKeySequence& keys, QWidget& list, QPushButton& button) {
+    auto* shortcut = new QShortcut(keys, &list);
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, &button, &QPushButton::click);
 }
 
 // ---- Closing ----

@@ -45,6 +45,9 @@ protected:
     bool TellEmptyPane(const std::vector<std::vector<StudyType>>& before,
                        const std::vector<std::vector<StudyType>>& after);
 
+    /// While `list` has the focus, `keys` press `button`.
+    void AddShortcut(const QKeySequence& keys, QWidget& list, QPushButton& button);
+
 private:
     mutable std::unique_ptr<SettingsSession> m_own;
     QWidget* m_form = nullptr;

@@ -192,7 +192,8 @@ void SettingsSession::NoteImport(const std::vector<CString>& imported) {
 }
 
 bool SettingsSession::HasListEdits() const {
-    return m_modified || m_edited || m_dragged || GroupNames() != m_before->GroupNames();
+    const std::vector<CString> names = GroupNames();  // first: it may load again what is before
+    return m_modified || m_edited || m_dragged || names != m_before->GroupNames();
 }
 
 // ---- What changed ----

@@ -1,6 +1,6 @@
 #include "sheet/ShapeEditRow.h"
 
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 #include "platform/ui/PenSamples.h"
 #include "platform/ui/Prompts.h"
 

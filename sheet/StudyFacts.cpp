@@ -3,7 +3,7 @@
 #include "platform/ConfigStore.h"
 #include "platform/DrawInfo.h"
 #include "platform/SyncInfo.h"
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/Repository.h"
 
@@ -58,6 +58,9 @@ StudyDefaults::StudyDefaults() {
         return;
     }
     m_drawInfo = services.chartModule->MakeTaDrawInfo(Repository());
+    if (m_drawInfo == nullptr) {
+        return;
+    }
     std::vector<CString> strings;
     services.configStore->LoadTAStudyParamDefaultSetting(strings);
     m_drawInfo->vVecCstring2MapParam(strings, kDrawInfoReplace);
@@ -104,13 +107,6 @@ std::vector<StudyParamFault> BrokenRules(StudyType type, const std::vector<doubl
         fault.parameter = std::clamp(fault.parameter, 0, static_cast<int>(values.size()) - 1);
     }
     return faults;
-}
-
-QString StudyLabel(StudyType type) {
-    const CString name = Repository().StudyTypeToStudyName(type);
-    return name.empty()
-               ? ui::LangText("IDS_TADIALOGS-GROUPFILE_UNKNOWN_STUDY", QString::number(type))
-               : ToQString(name);
 }
 
 }  // namespace ta::sheet

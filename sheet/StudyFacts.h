@@ -52,7 +52,4 @@ std::vector<StudyFacts> UsableStudies(StudyCategory category);
 /// The rules between parameters that the values break; parameters are valid indices.
 std::vector<StudyParamFault> BrokenRules(StudyType type, const std::vector<double>& values);
 
-/// The study's display name; for an unknown one a text with its number.
-QString StudyLabel(StudyType type);
-
 }  // namespace ta::sheet

@@ -31,8 +31,8 @@ StudyPicker::StudyPicker(QWidget* parent)
     m_ui->setupUi(this);
     SetButtons(*m_ui->okButton, *m_ui->cancelButton);
     m_ui->searchEdit->SetTree(*m_ui->studyList);
-    connect(m_ui->searchEdit, &QLineEdit::textChanged, this,
-            [this](const QString& text) { Guard([&] { Search(text); }); });
+    Handle(m_ui->searchEdit, &QLineEdit::textChanged,
+           [this](const QString& text) { Search(text); });
     Handle(m_ui->studyList, &QTreeWidget::currentItemChanged, [this] { ShowState(); });
     Handle(m_ui->studyList, &QTreeWidget::itemDoubleClicked, [this] { OnOK(); });
 }
@@ -41,10 +41,6 @@ StudyPicker::~StudyPicker() = default;
 
 bool StudyPicker::OnInitDialog() {
     LoadLanguageStrings();
-    m_ui->searchEdit->setPlaceholderText(LangText("IDS_TADIALOGS-SHEET_SEARCH_HINT"));
-    m_ui->studyList->setHeaderLabels({LangText("IDS_TADIALOGS-SHEET_STUDY_NAME"),
-                                      LangText("IDS_TADIALOGS-SHEET_STUDY_ABBREVIATION"),
-                                      LangText("IDS_TADIALOGS-SHEET_STUDY_OTHER_NAME")});
     for (const auto& [category, key] : kCategories) {
         AddCategory(key, UsableStudies(category));
     }

@@ -1,8 +1,9 @@
 #include "sheet/StudyTree.h"
 
-#include "platform/ui/DialogBase.h"
+#include "groupfile/GroupSummary.h"
+#include "platform/ui/LangText.h"
 #include "platform/ui/PlainRows.h"
-#include "sheet/StudyFacts.h"
+#include "settings/Repository.h"
 
 #include <QHeaderView>
 #include <QSignalBlocker>
@@ -74,7 +75,7 @@ void StudyTree::AddPane(int pane) {
     auto* node = new QTreeWidgetItem(this, {text});
     for (int study = 0; study < StudyCount(m_lists, pane); ++study) {
         const StudyType type = StudyAt(m_lists, pane, study);
-        auto* item = new QTreeWidgetItem(node, {StudyLabel(type)});
+        auto* item = new QTreeWidgetItem(node, {groupfile::StudyLabel(Repository(), type)});
         item->setData(0, kTypeRole, type);
     }
 }

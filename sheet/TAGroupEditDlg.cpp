@@ -16,6 +16,12 @@ namespace {
 
 constexpr std::size_t kMaxNameBytes = 30;
 
+constexpr std::pair<int, const char*> kTitleKeys[] = {
+    {CTAGroupEditDlg::kAdd, "IDS_OPTIONAL-SHEET_GROUP_DIALOG_ADD_TITLE"},
+    {CTAGroupEditDlg::kModify, "IDS_OPTIONAL-SHEET_GROUP_DIALOG_MODIFY_TITLE"},
+    {CTAGroupEditDlg::kReplace, "IDS_TECHVIEW-STRING_GROUPSETTING_GROUP_CHK_REPLACE2"},
+};
+
 /// Turns what is entered into what can be stored, with the caret behind the same character.
 class CodePageValidator : public QValidator {
 public:
@@ -62,7 +68,11 @@ CTAGroupEditDlg::CTAGroupEditDlg(QWidget* parent)
 CTAGroupEditDlg::~CTAGroupEditDlg() = default;
 
 bool CTAGroupEditDlg::OnInitDialog() {
-    vLoadLanguageString();
+    for (const auto& [mode, key] : kTitleKeys) {
+        if (mode == m_mode) {
+            SetTextKey(*this, key, "windowTitle");
+        }
+    }
     if (m_mode == kAdd || m_mode == kModify) {
         ShowEdit();
     } else if (m_mode == kReplace) {
@@ -76,23 +86,6 @@ void CTAGroupEditDlg::setVisible(bool visible) {
     if (visible) {
         // A dialog that comes up selects the text of the box with the focus.
         m_ui->nameEdit->end(false);
-    }
-}
-
-void CTAGroupEditDlg::vLoadLanguageString() {
-    LoadLanguageStrings();
-    switch (m_mode) {
-        case kAdd:
-            setWindowTitle(LangText("IDS_OPTIONAL-SHEET_GROUP_DIALOG_ADD_TITLE"));
-            break;
-        case kModify:
-            setWindowTitle(LangText("IDS_OPTIONAL-SHEET_GROUP_DIALOG_MODIFY_TITLE"));
-            break;
-        case kReplace:
-            setWindowTitle(LangText("IDS_TECHVIEW-STRING_GROUPSETTING_GROUP_CHK_REPLACE2"));
-            break;
-        default:
-            break;
     }
 }
 

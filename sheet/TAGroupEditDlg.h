@@ -38,7 +38,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void vLoadLanguageString() override;
     void ShowEdit();
     void ShowGroups();
     /// Says at the field which characters of the last edit became "?".

@@ -13,8 +13,6 @@
 #include "ui_TASetGroup.h"
 
 #include <QFileInfo>
-#include <QRegularExpression>
-#include <QShortcut>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -84,9 +82,7 @@ void CTASetGroup::AddShortcuts() {
         {Qt::CTRL | Qt::Key_Down, m_ui->studyTree, m_ui->moveDownButton},
     };
     for (const auto& shortcut : shortcuts) {
-        auto* key = new QShortcut(shortcut.keys, shortcut.list);
-        key->setContext(Qt::WidgetShortcut);
-        connect(key, &QShortcut::activated, shortcut.button, &QPushButton::click);
+        AddShortcut(shortcut.keys, *shortcut.list, *shortcut.button);
     }
 }
 
@@ -105,10 +101,8 @@ bool CTASetGroup::OnInitDialog() {
 
 void CTASetGroup::vLoadLanguageString() {
     SessionPage::vLoadLanguageString();
-    // The labels' texts without their mnemonics, "(&G)" or "&G".
-    static const QRegularExpression mnemonic(R"(\s*\(&.\)|&)");
     for (const QLabel* label : {m_ui->groupLabel, m_ui->studyLabel, m_ui->screenLabel}) {
-        label->buddy()->setAccessibleName(label->text().remove(mnemonic));
+        label->buddy()->setAccessibleName(WithoutMnemonic(label->text()));
     }
 }
 

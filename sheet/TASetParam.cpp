@@ -1,5 +1,6 @@
 #include "sheet/TASetParam.h"
 
+#include "groupfile/GroupSummary.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/Repository.h"
 #include "sheet/SettingsSession.h"
@@ -133,7 +134,8 @@ void CTASetParam::ShowCurrentStudy() {
     if (type == kNoStudy) {
         view.ShowHint(LangText("IDS_TADIALOGS-SHEET_NO_STUDY_SELECTED"));
     } else if (!m_state->study) {
-        view.ShowHint(LangText("IDS_TADIALOGS-SHEET_STUDY_NOT_EDITABLE", StudyLabel(type)));
+        view.ShowHint(LangText("IDS_TADIALOGS-SHEET_STUDY_NOT_EDITABLE",
+                               ta::groupfile::StudyLabel(Repository(), type)));
     } else {
         const StudyFacts& study = *m_state->study;
         const StudyValues& values = draft.SettingsOf(study);

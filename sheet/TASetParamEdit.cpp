@@ -10,8 +10,6 @@
 #include "sheet/StudyPicker.h"
 #include "ui_TASetParam.h"
 
-#include <QShortcut>
-
 #include <algorithm>
 
 using namespace ta::ui;
@@ -37,18 +35,15 @@ std::vector<DefaultChanges> ChangesOfGroup(SettingsSession& session, const CStri
 
 void CTASetParam::ConnectControls() {
     Handle(m_ui->studyTree, &QTreeWidget::currentItemChanged, [this] { ShowCurrentStudy(); });
-    connect(m_ui->studyTree, &StudyTree::studyDropped, this,
-            [this](int pane, int study, int toPane, int toStudy) {
-                Guard([&] { OnStudyDropped(pane, study, toPane, toStudy); });
-            });
-    connect(m_ui->showCountSpin, &QSpinBox::valueChanged, this,
-            [this](int count) { Guard([&] { OnShowCount(count); }); });
-    connect(m_ui->settingView, &CTaParamSettingView::paramEdited, this,
-            [this](int index, const QString& text) { Guard([&] { OnParamEdited(index, text); }); });
-    connect(m_ui->settingView, &CTaParamSettingView::shapeEdited, this,
-            [this](int index, const StudyShape& shape) {
-                Guard([&] { OnShapeEdited(index, shape); });
-            });
+    Handle(m_ui->studyTree, &StudyTree::studyDropped,
+           [this](int pane, int study, int toPane, int toStudy) {
+               OnStudyDropped(pane, study, toPane, toStudy);
+           });
+    Handle(m_ui->showCountSpin, &QSpinBox::valueChanged, [this](int count) { OnShowCount(count); });
+    Handle(m_ui->settingView, &CTaParamSettingView::paramEdited,
+           [this](int index, const QString& text) { OnParamEdited(index, text); });
+    Handle(m_ui->settingView, &CTaParamSettingView::shapeEdited,
+           [this](int index, const StudyShape& shape) { OnShapeEdited(index, shape); });
     Handle(m_ui->addButton, &QPushButton::clicked, [this] { OnAddStudy(); });
     Handle(m_ui->removeButton, &QPushButton::clicked, [this] { OnRemoveStudy(); });
     Handle(m_ui->upButton, &QPushButton::clicked, [this] { OnMove(-1); });
@@ -69,9 +64,7 @@ void CTASetParam::AddShortcuts() {
         {Qt::CTRL | Qt::Key_Right, m_ui->nextPaneButton},
     };
     for (const auto& [key, button] : keys) {
-        auto* shortcut = new QShortcut(key, m_ui->studyTree);
-        shortcut->setContext(Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
+        AddShortcut(key, *m_ui->studyTree, *button);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "sheet/TaParamSettingView.h"
 
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 #include "sheet/ParamEditRow.h"
 #include "sheet/ShapeEditRow.h"
 

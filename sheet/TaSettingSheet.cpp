@@ -22,7 +22,7 @@ constexpr int kClose = 1;  ///< of the choice after a reload
 
 CTaSettingSheet::CTaSettingSheet(const char* captionKey, QWidget* parent, unsigned firstPage,
                                  const CString& group, int nShowCount, int nSelPane, int nSelStudy)
-    : CTaSettingSheet(LangText(captionKey), parent, firstPage, group, nShowCount, nSelPane,
+    : CTaSettingSheet(QString(captionKey), parent, firstPage, group, nShowCount, nSelPane,
                       nSelStudy) {}
 
 CTaSettingSheet::CTaSettingSheet(const QString& caption, QWidget* parent, unsigned firstPage,
@@ -61,8 +61,8 @@ bool CTaSettingSheet::OnInitDialog() {
     if (QWidget* apply = GetDlgItem(kIdApply)) {
         apply->hide();
     }
-    SetButtonText(kIdOk, LangText("IDS_TECHVIEW-STRING_GROUPSETTING_SAVE"));
-    SetButtonText(kIdCancel, LangText("IDS_TECHVIEW-STRING_GROUPSETTING_CANCEL"));
+    SetButtonText(kIdOk, "IDS_TECHVIEW-STRING_GROUPSETTING_SAVE");
+    SetButtonText(kIdCancel, "IDS_TECHVIEW-STRING_GROUPSETTING_CANCEL");
     if (m_session->News().pending) {
         m_tellReload.start(0);  // it came before there was anything to see
     }

@@ -1,6 +1,6 @@
 #include "platform/ui/FileAccess.h"
 
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 
 #include <QDir>
 #include <QFile>

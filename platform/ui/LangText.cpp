@@ -1,14 +1,23 @@
 #include "platform/ui/LangText.h"
 
-#include "platform/FormatText.h"
 #include "platform/QuoteInterface.h"
 #include "platform/ui/TextBridge.h"
+
+#include <QRegularExpression>
 
 namespace ta::ui {
 
 QString LangText(const CString& key) {
-    const CString text = BKQuoteInterface::GetBKInterface().LangGetLangString(key);
-    return ToQString(text::Format("%s", text));
+    return ToQString(BKQuoteInterface::GetBKInterface().LangGetLangString(key));
+}
+
+QString WithoutMnemonic(const QString& text) {
+    static const QRegularExpression mnemonic(R"(\s*\(&.\)|&)");
+    return QString(text).remove(mnemonic);
+}
+
+QString WithBareAmpersands(QString text) {
+    return text.replace('&', "&&");
 }
 
 bool IsLangKey(const QString& text) {

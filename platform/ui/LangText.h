@@ -21,6 +21,12 @@ QString LangText(const CString& key, const QString& first, const Arguments&... r
                                : QStringList{text, first, rest...}.join(' ');
 }
 
+/// A label's text without its mnemonic, "&G" or, as in Chinese, "(&G)".
+TADIALOGS_EXPORT QString WithoutMnemonic(const QString& text);
+
+/// A text as menus and tabs show it, where a bare "&" marks a mnemonic.
+TADIALOGS_EXPORT QString WithBareAmpersands(QString text);
+
 /// Whether a form's text is a language key, "IDS_..." or "IDC_...", and no text of its own.
 TADIALOGS_EXPORT bool IsLangKey(const QString& text);
 

@@ -1,6 +1,6 @@
 #include "platform/ui/LongWork.h"
 
-#include "platform/ui/DialogBase.h"
+#include "platform/ui/LangText.h"
 
 #include <QCoreApplication>
 #include <QProgressBar>

@@ -1,5 +1,6 @@
 #include "terminal/frame/ChartTabs.h"
 
+#include "platform/ui/LangText.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
@@ -172,7 +173,7 @@ void ChartTabs::ShowTitle(const ChartView& chart) {
     const QString name = ui::ToQString(symbol == nullptr ? chart.SymbolId() : NameOf(*symbol));
     const QString text = name + ' ' + PeriodText(chart);
     const int tab = indexOf(&chart);
-    setTabText(tab, WithoutMnemonics(text));
+    setTabText(tab, ui::WithBareAmpersands(text));
     setTabToolTip(tab, text);
     for (const auto side : {QTabBar::LeftSide, QTabBar::RightSide}) {
         if (QWidget* close = tabBar()->tabButton(tab, side)) {

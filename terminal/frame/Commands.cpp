@@ -1,5 +1,6 @@
 #include "terminal/frame/Commands.h"
 
+#include "platform/ui/LangText.h"
 #include "terminal/lang/Language.h"
 
 #include <QActionGroup>
@@ -25,15 +26,6 @@ constexpr MenuRow kMenus[] = {
     {MenuId::Symbols, "IDS_TERMINAL-FRAME_MENU_SYMBOLS", MenuId::Chart},
     {MenuId::Periods, "IDS_TERMINAL-FRAME_MENU_PERIODS", MenuId::Chart},
 };
-
-/// A command's text as a button shows it: without the mnemonic, which may stand in brackets.
-QString ButtonText(QString text) {
-    const qsizetype bracket = text.indexOf("(&");
-    if (bracket >= 0) {
-        text.remove(bracket, 4);
-    }
-    return text.remove('&').remove("...");
-}
 
 QString ToolTip(const QAction& action) {
     const QString keys = action.shortcut().toString(QKeySequence::NativeText);
@@ -75,7 +67,7 @@ void Commands::Retranslate() {
     for (const CommandRow& row : m_rows) {
         QAction& action = At(row.command);
         action.setText(Tr(row.text));
-        action.setIconText(ButtonText(action.text()));
+        action.setIconText(ui::WithoutMnemonic(action.text()).remove("..."));
         action.setToolTip(ToolTip(action));
     }
 }

@@ -1,5 +1,6 @@
 #include "terminal/frame/FrameToolBar.h"
 
+#include "platform/ui/LangText.h"
 #include "terminal/lang/Language.h"
 
 #include <QSignalBlocker>
@@ -79,7 +80,7 @@ void FrameToolBar::Retranslate() {
         field.label->setText(Tr(field.labelKey));
         QWidget* box = field.label->buddy();
         box->setToolTip(Tr(field.tipKey));
-        box->setAccessibleName(Tr(field.labelKey).remove('&'));
+        box->setAccessibleName(ui::WithoutMnemonic(Tr(field.labelKey)));
     }
     m_symbol->setPlaceholderText(Tr("IDS_TERMINAL-FRAME_SYMBOL_HINT"));
 }

@@ -1,6 +1,7 @@
 #include "terminal/frame/PeriodBar.h"
 
 #include "dialogs/MXSetHistDataBanner.h"
+#include "platform/ui/LangText.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/lang/Language.h"
 
@@ -33,7 +34,7 @@ void PeriodBar::SetFavourites(const QList<int>& favourites) {
 }
 
 void PeriodBar::Retranslate() {
-    setWindowTitle(Tr("IDS_TERMINAL-FRAME_PERIOD_BAR").remove('&'));
+    setWindowTitle(ui::WithoutMnemonic(Tr("IDS_TERMINAL-FRAME_PERIOD_BAR")));
     QEvent change(QEvent::LanguageChange);  // the toolkit's own comes later
     QCoreApplication::sendEvent(m_banner, &change);
 }

@@ -1,5 +1,6 @@
 #include "terminal/frame/SymbolMenu.h"
 
+#include "platform/ui/LangText.h"
 #include "platform/ui/TextBridge.h"
 #include "terminal/frame/SymbolTexts.h"
 #include "terminal/quotes/MarketData.h"
@@ -9,7 +10,7 @@ namespace {
 
 template <class Named>
 QMenu& AddMenu(QMenu& menu, const Named& named) {
-    return *menu.addMenu(WithoutMnemonics(ui::ToQString(NameOf(named))));
+    return *menu.addMenu(ui::WithBareAmpersands(ui::ToQString(NameOf(named))));
 }
 
 }  // namespace
@@ -37,7 +38,7 @@ void SymbolMenu::Fill() {
 
 void SymbolMenu::AddSymbols(QMenu& menu, const std::vector<const Symbol*>& symbols) {
     for (const Symbol* symbol : symbols) {
-        QAction* action = menu.addAction(WithoutMnemonics(TitleOf(*symbol)));
+        QAction* action = menu.addAction(ui::WithBareAmpersands(TitleOf(*symbol)));
         connect(action, &QAction::triggered, this,
                 [this, market = symbol->market, id = symbol->id] { emit chosen(market, id); });
     }

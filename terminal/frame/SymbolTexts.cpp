@@ -17,10 +17,6 @@ QString MarketName(const MarketData& markets, std::uint8_t id) {
 
 }  // namespace
 
-QString WithoutMnemonics(QString text) {
-    return text.replace('&', "&&");
-}
-
 QString TitleOf(const Symbol& symbol) {
     return ui::ToQString(symbol.id) + ' ' + ui::ToQString(NameOf(symbol));
 }

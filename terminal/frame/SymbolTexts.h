@@ -7,9 +7,6 @@ namespace ta::terminal {
 class MarketData;
 struct Symbol;
 
-/// A name as menus and tabs show it, where "&" marks a mnemonic.
-QString WithoutMnemonics(QString text);
-
 /// Id and name, in the language in use.
 QString TitleOf(const Symbol& symbol);
 
