@@ -253,6 +253,16 @@ TEST_F(GroupExportTest, AFailedWriteIsToldWithItsReason) {
     EXPECT_EQ(dialog.result(), QDialog::Accepted) << "closed whatever came of it";
 }
 
+TEST_F(GroupExportTest, WhatIsCommittedElsewhereDuringAnExportDoesNotMixIn) {
+    store.RunBefore("PackFile", 1 + store.Calls("PackFile"), [this] {
+        memory.names = Names{"Theirs"};
+        memory.reloadFlag = true;
+    });
+    EXPECT_EQ(CTAGroupExport().ExportFile(Path("all.TASG")), 1);
+    EXPECT_EQ(ProfileReader(Read(Path("all.TASG"))).GetString("Trend", "ParamSetting"), "4=5,10$x");
+    EXPECT_TRUE(memory.reloadFlag);
+}
+
 /// While one lives, no file can become longer than a few bytes, as on a full disk.
 class SmallFilesOnly {
 public:

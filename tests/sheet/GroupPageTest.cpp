@@ -25,12 +25,6 @@ protected:
     void OpenGroups(const CString& group = "Trend") { Open(kGroups, 0, 0, group); }
     QStringList Screens() { return Texts(InFront<QListWidget>("screenList")); }
     QString Hint() { return InFront<QLabel>("hintLabel").text(); }
-    /// A group file with one group of the study 23.
-    void ExpectFile(const CString& name) {
-        Write(Path("in.TASG"), "[Common]\r\nFileVersion=TAS Ver3.0\r\nGroupList=" + name + "\r\n[" +
-                                   name + "]\r\nStudyType01=23\r\nStudyShowCount=1\r\n");
-        prompts.ExpectFile(Path("in.TASG"));
-    }
     void ExpectQuestion(const QString& text, Answer preset) {
         EXPECT_EQ(prompts.Last().text, text);
         EXPECT_EQ(prompts.Last().icon, PromptIcon::Question);
@@ -316,7 +310,7 @@ TEST_F(GroupPageTest, ImportReportsEveryGroupAndDropsTheDraftsOfThoseInTheFile) 
     ShowCount().setValue(9);
     Turn(kGroups);
     ClickRow(Groups(), 1);
-    ExpectFile("Trend");
+    ExpectGroupFile("Trend");
     OnDialog([this](ui::DialogBase& dialog) {
         memory.viewGroups[3] = {{"Later", 1}};
         // The file's group to the second place.

@@ -47,6 +47,16 @@ SheetFixture::SheetFixture() {
     // The process-wide repository may use it until the end.
     static auto& module = *new terminal::TerminalChartModule;
     UseModule(module);
+    StoreAtFirst();
+    Load();
+}
+
+SheetFixture::~SheetFixture() {
+    m_sheet.reset();
+}
+
+void SheetFixture::StoreAtFirst() {
+    memory = MemoryConfigStore();
     memory.names = Names{"Trend", "Swing", text::FromUtf8("許功蓋")};
     memory.uniNums = {{0, 5}, {1, 3}, {2, 8}};
     memory.showCounts = {{0, 3}, {1, 2}, {2, 1}};
@@ -54,11 +64,6 @@ SheetFixture::SheetFixture() {
           {{kCandles, kAverages, kUnknown}, {kVolume}, {kStochastic, kExponential}, {}, {kMacd}});
     Store(1, {{kCandles}, {kBands, kAverages}});
     Store(2, {{kMacd}});
-    Load();
-}
-
-SheetFixture::~SheetFixture() {
-    m_sheet.reset();
 }
 
 void SheetFixture::UseModule(ChartModule& module) {
@@ -166,6 +171,19 @@ void SheetFixture::AddGroup(const QString& name) {
 void SheetFixture::RenameGroup(const QString& name) {
     EnterName(SelectedGroup(), name);
     ClickButton("modifyButton");
+}
+
+void SheetFixture::ExpectGroupFile(const CString& name) {
+    Write(Path("in.TASG"), "[Common]\r\nFileVersion=TAS Ver3.0\r\nGroupList=" + name + "\r\n[" +
+                               name + "]\r\nStudyType01=23\r\nStudyShowCount=1\r\n");
+    prompts.ExpectFile(Path("in.TASG"));
+}
+
+void SheetFixture::ImportGroup(const CString& name) {
+    ExpectGroupFile(name);
+    OnDialog([](ui::DialogBase& dialog) { Press(dialog, Qt::Key_Return); });
+    prompts.ExpectMessage();
+    ClickButton("importButton");
 }
 
 // ---- The tree ----

@@ -62,6 +62,8 @@ protected:
     ~SheetFixture() override;
 
     static void UseModule(ChartModule& module);
+    /// The store as it is at first; the next load takes it.
+    void StoreAtFirst();
     /// Puts the study lists of a group, by its place, into the store.
     void Store(unsigned group, const StudyLists& lists);
     static TaDrawInfo& DrawInfo(const CString& group = "Trend");
@@ -109,6 +111,9 @@ protected:
     void EnterName(const QString& preset, const QString& name);
     void AddGroup(const QString& name);
     void RenameGroup(const QString& name);
+    /// The next file picker gives a file of one group with the study 23.
+    void ExpectGroupFile(const CString& name);
+    void ImportGroup(const CString& name);
 
     // ---- The tree of the page in front ----
 
