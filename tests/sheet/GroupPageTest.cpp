@@ -41,9 +41,7 @@ TEST_F(GroupPageTest, ShowsTheGroupsAndTheStudiesOfTheActiveOne) {
     EXPECT_EQ(SelectedGroup(), "許功蓋");
     EXPECT_EQ(Panes(), QStringList{"pane 1: 指數平滑異同移動平均線"});
     ClickRow(Groups(), 0);
-    EXPECT_EQ(Panes(), (QStringList{"pane 1: K線, 移動平均線, study 99", "pane 2: 成交量",
-                                    "pane 3: 隨機指標, 指數移動平均線",
-                                    "hidden 4: ", "hidden 5: 指數平滑異同移動平均線"}));
+    EXPECT_EQ(Panes(), kTrendPanes);
     PressKey(Qt::Key_Down);
     EXPECT_EQ(Sheet().GetActiveGroup(), "Swing");
     EXPECT_EQ(Panes().size(), 2);

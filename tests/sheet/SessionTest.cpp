@@ -21,6 +21,11 @@ protected:
         Sheet().SetActiveGroup(group);
         Turn(kStudies);
     }
+    void StartAgain() {
+        EndSheet();
+        StoreAtFirst();
+        Load();
+    }
     /// What the last reload told, as language keys.
     QStringList News() { return prompts.Last().text.split("\n\n"); }
     /// Another terminal has stored these groups, with their numbers.
@@ -318,16 +323,13 @@ TEST_F(SessionTest, StudiesThatTheGroupPageStoredAreKeptLikeOtherEdits) {
 
 TEST_F(SessionTest, AGroupThatAnotherTerminalRenamesStaysSelectedWithItsStudy) {
     for (const unsigned page : {kGroups, kStudies}) {
-        memory.names = Names{"Trend", "Swing", "Other"};
-        Load();
         Open(kStudies, 2, 2);
         Enter("短期", "7");
         Turn(page);
         if (page == kGroups) {
             ClickStudy(2, 1);
         }
-        memory.names = Names{"Swing", "Their name", "Trend"};
-        memory.uniNums = {{0, 3}, {1, 5}, {2, 8}};
+        CommitElsewhere({{"Swing", 3}, {"Their name", 5}, {"Trend", 8}});
         Store(1, {{kCandles}, {kExponential, kVolume}, {}, {}, {}});
         ReloadAndGoOn();
         EXPECT_EQ(Sheet().GetActiveGroup(), "Their name");
@@ -336,10 +338,7 @@ TEST_F(SessionTest, AGroupThatAnotherTerminalRenamesStaysSelectedWithItsStudy) {
         Save();
         EXPECT_EQ(StoredParams(kExponential, "Their name").front(), 7);
         EXPECT_NE(StoredParams(kExponential, "Trend").front(), 7);
-        memory = MemoryConfigStore();
-        memory.uniNums = {{0, 5}, {1, 3}, {2, 8}};
-        memory.showCounts = {{0, 3}};
-        Store(0, {{kCandles}, {}, {kStochastic, kExponential}});
+        StartAgain();
     }
 }
 
@@ -400,9 +399,7 @@ TEST_F(SessionTest, TheFieldOfAGroupThatIsRenamedOrDeletedElsewhereLivesWhileItI
         EXPECT_EQ(field, nullptr);
         EXPECT_EQ(Sheet().GetActiveGroup(), groups[0].first);
         EXPECT_FALSE(Sheet().IsEditStudy()) << "it fell on no other field";
-        EndSheet();
-        StoreAtFirst();
-        Load();
+        StartAgain();
     }
 }
 
@@ -422,9 +419,7 @@ TEST_F(SessionTest, ANameThatComesBackBeginsAnew) {
         takeName();
         ClickRow(Groups(), Groups().count() - 1);
         EXPECT_EQ(Panes()[0], panes);
-        EndSheet();
-        StoreAtFirst();
-        Load();
+        StartAgain();
     }
 }
 

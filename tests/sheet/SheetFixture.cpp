@@ -8,7 +8,6 @@
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -25,18 +24,6 @@ constexpr std::pair<const char*, const char*> kTexts[] = {
     {"IDS_TADIALOGS-SHEET_CHANGE", "%1: %2 to %3"},
     {"IDS_TADIALOGS-SHEET_SHAPE_CHANGE", "%1 %2"},
 };
-
-void MoveMouse(QWidget& view, QPoint position) {
-    QMouseEvent move(QEvent::MouseMove, position, view.mapToGlobal(position), Qt::NoButton,
-                     Qt::LeftButton, {});
-    QApplication::sendEvent(&view, &move);
-}
-
-void PressAndMove(QWidget& view, QPoint from, QPoint to) {
-    QTest::mousePress(&view, Qt::LeftButton, {}, from);
-    MoveMouse(view, (from + to) / 2);
-    MoveMouse(view, to);
-}
 
 }  // namespace
 
@@ -99,6 +86,12 @@ void SheetFixture::Open(unsigned page, int pane, int study, const CString& group
         std::make_unique<CTaSettingSheet>("caption", nullptr, page, group, showCount, pane, study);
     Show(*m_sheet);
     TakeWrites();
+}
+
+void SheetFixture::OpenWith(const StudyLists& lists, int pane, int study) {
+    Store(0, lists);
+    Load();
+    Open(kStudies, pane, study);
 }
 
 void SheetFixture::Turn(unsigned page) {
@@ -213,19 +206,13 @@ void SheetFixture::PressInTree(int key, Qt::KeyboardModifiers modifiers) {
     PressKey(key, modifiers);
 }
 
-void SheetFixture::Drag(int pane, int study, int toPane, int toStudy, bool lower,
-                        const std::function<void(QPoint)>& end) {
+void SheetFixture::Drop(int pane, int study, int toPane, int toStudy, bool lower,
+                        const std::function<void()>& atEnd) {
     QTreeWidgetItem* node = Tree().topLevelItem(toPane);
     const QRect target = Tree().visualItemRect(toStudy < 0 ? node : node->child(toStudy));
     const QPoint from = Tree().visualItemRect(Tree().topLevelItem(pane)->child(study)).center();
     const QPoint to(target.center().x(), lower ? target.bottom() - 1 : target.top() + 1);
-    PressAndMove(*Tree().viewport(), from, to);
-    end(to);
-}
-
-void SheetFixture::Drop(int pane, int study, int toPane, int toStudy, bool lower) {
-    Drag(pane, study, toPane, toStudy, lower,
-         [this](QPoint at) { QTest::mouseRelease(Tree().viewport(), Qt::LeftButton, {}, at); });
+    DragMouse(*Tree().viewport(), from, to, atEnd);
 }
 
 // ---- The study page ----
@@ -267,14 +254,6 @@ void SheetFixture::TypeText(QWidget& edit, const QString& text) {
     QApplication::sendEvent(&edit, &commit);
 }
 
-QStringList SheetFixture::Texts(const QListWidget& list) {
-    QStringList texts;
-    for (int row = 0; row < list.count(); ++row) {
-        texts.append(list.item(row)->text());
-    }
-    return texts;
-}
-
 void SheetFixture::ClickRow(QListWidget& list, int row) {
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
                       list.visualItemRect(list.item(row)).center());
@@ -282,9 +261,7 @@ void SheetFixture::ClickRow(QListWidget& list, int row) {
 
 void SheetFixture::DragRow(QListWidget& list, int from, int to) {
     const auto centre = [&list](int row) { return list.visualItemRect(list.item(row)).center(); };
-    const QPoint target = centre(to);
-    PressAndMove(*list.viewport(), centre(from), target);
-    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, target);
+    DragMouse(*list.viewport(), centre(from), centre(to));
 }
 
 }  // namespace ta::test

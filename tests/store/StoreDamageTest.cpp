@@ -1,5 +1,5 @@
-#include "platform/Clock.h"
 #include "tests/store/StoreFixture.h"
+#include "tests/support/MemoryServices.h"
 
 #include <random>
 
@@ -7,21 +7,15 @@ namespace ta::test {
 
 namespace {
 
-class FixedClock final : public Clock {
-public:
-    FixedClock() { SetClock(this); }
-    ~FixedClock() override { SetClock(nullptr); }
-    FixedClock(const FixedClock&) = delete;
-    FixedClock& operator=(const FixedClock&) = delete;
-    std::time_t Now() const override { return 1741003200; }  // 2025-03-03 12:00 UTC
-};
-
 const QString kAside = "settings.db.damaged-2025-03-03";
 
 }  // namespace
 
 class StoreDamageTest : public StoreTest {
 protected:
+    StoreDamageTest() { SetClock(&clock); }
+    ~StoreDamageTest() override { SetClock(nullptr); }
+
     /// Opens the file with these bytes as a store: they must be moved aside untouched, and a store
     /// that works begin in their place.
     void ExpectMovedAside(const QByteArray& bytes, const QString& name = kAside) {
@@ -46,7 +40,7 @@ protected:
         return Contents(Path());
     }
 
-    FixedClock clock;
+    FixedClock clock{1741003200};  // 2025-03-03 12:00 UTC
 };
 
 TEST_F(StoreDamageTest, AStoreCutShortAnywhereIsMovedAside) {
