@@ -91,10 +91,7 @@ TEST_F(GroupExportTest, OpensWithEveryGroupUncheckedAndTheButtonChecksAllOrNone)
 
 TEST_F(GroupExportTest, NothingCheckedIsToldAndEscapeWritesNothing) {
     Open();
-    prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
-    EXPECT_EQ(prompts.Last().text, "IDS_DIALOG-EXPORTTA_SELECT");
-    EXPECT_EQ(prompts.Last().title, "Terminal");
+    EXPECT_EQ(ToldBy([&] { Press(dialog, Qt::Key_Enter); }), "IDS_DIALOG-EXPORTTA_SELECT");
     EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
     EXPECT_TRUE(dialog.isVisible());
     ClickCheckBox(0);
@@ -128,9 +125,8 @@ TEST_F(GroupExportTest, TheCheckedGroupsReplaceTheWholeFile) {
 TEST_F(GroupExportTest, CancellingTheFileDialogIsToldAndClosesThisOne) {
     Open({0});
     prompts.ExpectCancel(Kind::SaveFile);
-    prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPEXPORT_NOSELECTFILE");
+    EXPECT_EQ(ToldBy([&] { Press(dialog, Qt::Key_Enter); }),
+              "IDS_TECHVIEW-STRING_GROUPEXPORT_NOSELECTFILE");
     ExpectClosed(QDialog::Accepted, 0);
 }
 
@@ -143,9 +139,7 @@ TEST_F(GroupExportTest, AFileDialogThatCannotBeShown) {
     for (const auto& attempt : attempts) {
         prompts.ExpectSaveFile(Path("never.TASG"));
         prompts.Meanwhile([] { throw std::bad_alloc(); });
-        prompts.ExpectMessage();
-        attempt();
-        EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
+        EXPECT_EQ(ToldBy([&] { attempt(); }), "IDS_TECHVIEW-STRING_MEMORY_ERR");
     }
     EXPECT_EQ(path, "");
     EXPECT_EQ(memory.packCount, 0);
@@ -170,11 +164,8 @@ TEST_F(GroupExportTest, AFailedWriteIsToldWithItsReason) {
     Open({0});
     prompts.ExpectSaveFile(Path("gone/groups.TASG"));
     prompts.ExpectYesNo(true);  // a new file
-    prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
-    EXPECT_EQ(prompts.Last().text,
+    EXPECT_EQ(ToldBy([&] { Press(dialog, Qt::Key_Enter); }),
               Path("gone/groups.TASG") + " unwritable: IDS_TADIALOGS-FILE_PATH_GONE");
-    EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
     ExpectClosed(QDialog::Accepted, 1);
 }
 

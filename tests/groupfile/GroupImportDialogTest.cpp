@@ -294,10 +294,7 @@ TEST_F(GroupImportTest, LackOfMemoryForAValueIsToldAndTheImportGoesOn) {
         const ScarceMemory scarce(1 << 16);
         Press(dialog, Qt::Key_End);
         EXPECT_TRUE(Summary().endsWith("\n" + kNoMemory));
-        prompts.ExpectMessage();
-        Ok();
-        EXPECT_EQ(prompts.Last().text, kNoMemory);
-        EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Warning);
+        EXPECT_EQ(ToldBy([&] { Ok(); }), kNoMemory);
 
         CTAGroupImport other(path);
         prompts.ExpectMessage();
@@ -320,9 +317,7 @@ TEST_F(GroupImportTest, LackOfMemoryForAValueIsToldAndTheImportGoesOn) {
     CTAGroupImport longList(path);
     ASSERT_EQ(longList.CheckImportFile(), 1);
     const ScarceMemory scarce(1 << 16);
-    prompts.ExpectMessage();
-    longList.Create();
-    EXPECT_EQ(prompts.Last().text, kNoMemory);
+    EXPECT_EQ(ToldBy([&] { longList.Create(); }), kNoMemory);
     EXPECT_EQ(Find<QListWidget>(longList, "fileList").count(), 0);
 }
 

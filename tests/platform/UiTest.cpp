@@ -158,9 +158,8 @@ TEST_F(UiTest, NoExceptionLeavesADialog) {
     form.show();
     form.onText = [](const QString&) { throw std::bad_alloc(); };
     form.onOk = [] { throw std::runtime_error("unexpected"); };
-    prompts.ExpectMessage();
-    QTest::keyClick(&form.edit, Qt::Key_A);
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_EQ(ToldBy([&] { QTest::keyClick(&form.edit, Qt::Key_A); }),
+              "IDS_TECHVIEW-STRING_MEMORY_ERR");
     prompts.ExpectMessage();
     Click(form.ok);
     EXPECT_TRUE(form.isVisible()) << "after an error the dialog stays";

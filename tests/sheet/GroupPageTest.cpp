@@ -106,9 +106,7 @@ TEST_F(GroupPageTest, TheMaximum) {
     }
     Load();
     OpenGroups();
-    prompts.ExpectMessage();
-    ClickButton("addButton");
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPSETTING_MAXCNT");
+    EXPECT_EQ(ToldBy([&] { ClickButton("addButton"); }), "IDS_TECHVIEW-STRING_GROUPSETTING_MAXCNT");
     EXPECT_EQ(GroupNames().size(), 11U);
     EXPECT_TRUE(sheet::IsFull(12, 12) && sheet::IsFull(13, 12) && sheet::IsFull(0, 0));
     EXPECT_FALSE(sheet::IsFull(11, 12) || sheet::IsFull(1000, -1)) << "a negative one is none";
@@ -315,11 +313,8 @@ TEST_F(GroupPageTest, ImportReportsEveryGroupAndDropsTheDraftsOfThoseInTheFile) 
         Press(dialog, Qt::Key_Down, Qt::ControlModifier);
         Press(dialog, Qt::Key_Return);
     });
-    prompts.ExpectMessage();
-    ClickButton("importButton");
-    EXPECT_EQ(prompts.Last().text,
+    EXPECT_EQ(ToldBy([&] { ClickButton("importButton"); }, ui::PromptIcon::None),
               "IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK\nadded 0, overwritten 1");
-    EXPECT_EQ(prompts.Last().icon, PromptIcon::None);
     EXPECT_EQ(GroupNames(), (Names{"Swing", "Trend", kName}));
     EXPECT_EQ(SelectedGroup(), "Trend") << "the group that now has the place";
     EXPECT_EQ(Sheet().GetActiveGroup(), "Trend");
@@ -340,10 +335,8 @@ TEST_F(GroupPageTest, AFileThatIsNotThereIsToldAndACancelledPickerIsNot) {
     ClickButton("importButton");
     EXPECT_EQ(prompts.Last().text, "*.TASG") << "the filter";
     prompts.ExpectFile(Path("missing.TASG"));
-    prompts.ExpectMessage();
-    ClickButton("importButton");
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPIMPORT_NOSELECT_FILE");
-    EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
+    EXPECT_EQ(ToldBy([&] { ClickButton("importButton"); }),
+              "IDS_TECHVIEW-STRING_GROUPIMPORT_NOSELECT_FILE");
     EXPECT_EQ(TakeWrites(), Lines{});
 }
 

@@ -193,10 +193,7 @@ TEST_F(SessionTest, WhatTheChartModuleRefusesIsToldAndStaysDrafted) {
     Enter("P", "6");
     drawInfo.FailOnCall("bSetStudyParams", CallPlan::kEveryCall);
     const int commits = memory.packCount;
-    prompts.ExpectMessage();
-    Save();
-    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-SHEET_REFUSED 移動平均線");
-    EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Warning);
+    EXPECT_EQ(ToldBy([&] { Save(); }), "IDS_TADIALOGS-SHEET_REFUSED 移動平均線");
     EXPECT_TRUE(Sheet().isVisible());
     EXPECT_EQ(Text("P"), "6") << "the edit is still there";
     EXPECT_EQ(memory.packCount, commits);
@@ -513,9 +510,7 @@ TEST_F(SessionTest, WhatAPageCannotSaveAfterYesTheSheetSaves) {
     prompts.ExpectYesNo(true);
     store.RunBefore("SaveTAGroupNameList", 1 + store.Calls("SaveTAGroupNameList"),
                     [] { throw std::bad_alloc(); });
-    prompts.ExpectMessage();
-    Cancel();
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_EQ(ToldBy([&] { Cancel(); }), "IDS_TECHVIEW-STRING_MEMORY_ERR");
     EXPECT_FALSE(Sheet().isVisible());
     EXPECT_EQ(Sheet().IsAlwaysSave(), 1);
     EXPECT_EQ(memory.names->back(), "New");

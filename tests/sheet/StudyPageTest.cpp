@@ -321,9 +321,7 @@ TEST_F(StudyPageTest, ThePickerFindsByThreeNames) {
 
 TEST_F(StudyPageTest, AFullPaneRefuses) {
     OpenWith({{0, 4, 5, 6, 7, 8, 9, 10}, {kVolume}}, 0, 1);
-    prompts.ExpectMessage();
-    Press(Sheet(), Qt::Key_Insert);
-    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-SHEET_PANE_FULL 1 8");
+    EXPECT_EQ(ToldBy([&] { Press(Sheet(), Qt::Key_Insert); }), "IDS_TADIALOGS-SHEET_PANE_FULL 1 8");
     ClickStudy(1, 0);
     prompts.ExpectMessage();
     Press(Sheet(), Qt::Key_Left, Qt::ControlModifier);
@@ -429,9 +427,7 @@ TEST_F(StudyPageTest, TheFirstPaneKeepsItsLastStudyOnBothPages) {
         },
     };
     for (const auto& attempt : attempts) {
-        prompts.ExpectMessage();
-        attempt();
-        EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-SHEET_FIRST_PANE");
+        EXPECT_EQ(ToldBy([&] { attempt(); }), "IDS_TADIALOGS-SHEET_FIRST_PANE");
         EXPECT_EQ(Panes().mid(0, 2), (QStringList{"pane 1: K線", "pane 2: "}));
         EXPECT_EQ(Studies("Trend")[0], std::vector<StudyType>{kCandles});
         EXPECT_FALSE(Sheet().IsEditStudy());

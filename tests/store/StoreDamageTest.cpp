@@ -179,8 +179,7 @@ TEST_F(StoreDamageTest, AFileRuinedMeanwhileIsReplacedByWhatIsInMemory) {
         EXPECT_EQ(Stored(), 1);
         store.DiscardPending();
         store.SetTASettingReloadType(false);
-        int count = 0;
-        EXPECT_EQ(store.GetTAGroupMaxCount(count), !byReload);  // a reload commits nothing
+        EXPECT_EQ(store.MaxCount().has_value(), !byReload) << "a reload commits nothing";
         store.SetTAGroupMaxCount(30);
         store.PackFile();
         EXPECT_TRUE(store.errors.empty());
@@ -230,9 +229,7 @@ TEST_F(StoreDamageTest, ACommitBetweenALossAndTheRestoreIsNotOverwritten) {
         EXPECT_TRUE(store.SetTASettingReloadType(false));
         EXPECT_EQ(LoadGeneration(store), 2);
         EXPECT_EQ(Stored(), 2);
-        int count = 0;
-        EXPECT_TRUE(store.GetTAGroupMaxCount(count));
-        EXPECT_EQ(count, 20);
+        EXPECT_EQ(store.MaxCount(), 20);
     }
     EXPECT_GT(between, 5);
 }
@@ -241,29 +238,22 @@ TEST_F(StoreDamageTest, AFileReplacedMeanwhileIsTakenUpAndNotOverwritten) {
     for (const bool byPacking : {false, true}) {
         RemoveAll();
         Make(1);
-        FakeTime time;
-        TestStore store(Path(), FaultVfs::Name(), time.Clock());
+        TestStore store(Path());
         ASSERT_TRUE(QFile::rename(Path(), Path("old.db")));
         if (!byPacking) {
-            time.Pass(SqliteStore::kQuietGap);
             EXPECT_FALSE(store.ReloadFlag());  // nothing there: memory is the best there is
         }
         Make(2);
-        int count = 20;
         if (byPacking) {
-            store.SetTAGroupMaxCount(count);
+            store.SetTAGroupMaxCount(20);
             store.PackFile();
             EXPECT_TRUE(store.errors.empty());
             EXPECT_EQ(Stored(), 2);
-            count = 0;
-        } else {
-            time.Pass(SqliteStore::kQuietGap);
         }
         EXPECT_TRUE(store.ReloadFlag());
         EXPECT_TRUE(store.SetTASettingReloadType(false));
         EXPECT_EQ(LoadGeneration(store), 2);
-        EXPECT_EQ(store.GetTAGroupMaxCount(count), byPacking);
-        EXPECT_EQ(count, 20);
+        EXPECT_EQ(store.MaxCount(), byPacking ? std::optional(20) : std::nullopt);
     }
 }
 

@@ -122,6 +122,14 @@ QStringList DialogFixture::Texts(const QListWidget& list) {
     return texts;
 }
 
+QString DialogFixture::ToldBy(const std::function<void()>& action, ui::PromptIcon icon) {
+    prompts.ExpectMessage();
+    action();
+    EXPECT_EQ(prompts.Last().icon, icon);
+    EXPECT_EQ(prompts.Last().title, "Terminal");
+    return prompts.Last().text;
+}
+
 void DialogFixture::Translate(QWidget& dialog,
                               std::initializer_list<std::pair<const CString, CString>> texts) {
     for (const auto& [key, text] : texts) {

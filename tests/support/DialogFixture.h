@@ -69,6 +69,10 @@ protected:
                           const std::function<void()>& atEnd = {});
     static QStringList Texts(const QListWidget& list);
 
+    /// The text of the message box that `action` brings up.
+    QString ToldBy(const std::function<void()>& action,
+                   ui::PromptIcon icon = ui::PromptIcon::Warning);
+
     /// Other texts for some keys, told to the dialog as a change of the language.
     void Translate(QWidget& dialog, std::initializer_list<std::pair<const CString, CString>> texts);
 
