@@ -137,8 +137,8 @@ bool SettingsSession::AddGroup(const CString& name) {
     if (Repository().AddGroupSetting(name) == 0) {
         return false;
     }
-    DropDraft(name);  // of a group that was deleted
-    m_modified = m_edited = true;
+    DropDraft(name);  // of a group that another party had deleted
+    m_modified = m_edited = m_unstored = true;
     ReportGroup(static_cast<unsigned>(Repository().GetUniNumByGroupName(name)));
     return true;
 }
@@ -155,7 +155,7 @@ bool SettingsSession::RenameGroup(const CString& oldName, const CString& newName
     }
     DropDraft(newName);
     draft.SetGroup(newName);
-    m_modified = m_edited = true;
+    m_modified = m_edited = m_unstored = true;
     ReportGroup(static_cast<unsigned>(Repository().GetUniNumByGroupName(newName)));
     return true;
 }
@@ -170,7 +170,7 @@ bool SettingsSession::DeleteGroup(const CString& name) {
     ReportGroup(static_cast<unsigned>(Repository().GetUniNumByGroupName(name)));
     Repository().SetGroupNameList(names);
     DropDraft(name);
-    m_modified = m_edited = true;
+    m_modified = m_edited = m_unstored = true;
     return true;
 }
 
@@ -186,6 +186,7 @@ void SettingsSession::NoteImport(const std::vector<CString>& imported) {
         DropDraft(name);
     }
     m_modified = m_edited = true;
+    m_unstored = false;
     for (const CString& name : GroupNames()) {
         ReportGroup(static_cast<unsigned>(Repository().GetUniNumByGroupName(name)));
     }
@@ -267,8 +268,8 @@ CString SettingsSession::NameNow(const CString& name, int uniNum,
 void SettingsSession::OnReloaded() {
     const ReloadHold hold(Repository());
     m_news.pending = true;
-    m_news.lostListEdits = m_news.lostListEdits || m_edited || m_dragged;
-    m_modified = m_edited = m_dragged = false;
+    m_news.lostListEdits = m_news.lostListEdits || m_unstored || m_dragged;
+    m_modified = m_edited = m_unstored = m_dragged = false;
     m_defaults.reset();
     const std::vector<CString> names = GroupNames();
     const CString active = NameNow(m_active, m_activeNumber, names);

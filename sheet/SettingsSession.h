@@ -76,7 +76,7 @@ public:
     void NoteModified() { m_modified = true; }
     void ClearModified() { m_modified = false; }
     void SetDragged(bool dragged) { m_dragged = dragged; }
-    void SetEdited() { m_edited = true; }
+    void SetEdited() { m_edited = m_unstored = true; }
     bool IsDragged() const { return m_dragged; }
     bool IsEdited() const { return m_edited; }
     /// Whether the list, or the order of studies on the group page, has unsaved changes.
@@ -128,6 +128,7 @@ private:
 
     bool m_modified = false;  ///< changed since the group page's last save
     bool m_edited = false;    ///< a group was added, renamed, deleted or imported
+    bool m_unstored = false;  ///< since the last import, which stores what was edited before
     bool m_dragged = false;   ///< the order was changed by dragging
 
     std::vector<unsigned> m_changed;

@@ -72,16 +72,4 @@ Names GroupDialogFixture::Params(const CString& name) {
     return params;
 }
 
-void GroupDialogFixture::ExpectTexts(const QWidget& dialog,
-                                     const std::vector<std::pair<QString, QString>>& texts) {
-    for (const auto& [place, key] : texts) {
-        const QString name = place.section('.', 0, 0);
-        const QWidget* control =
-            dialog.objectName() == name ? &dialog : dialog.findChild<QWidget*>(name);
-        ASSERT_NE(control, nullptr) << place.toStdString();
-        const QByteArray property = place.section('.', 1).toLatin1();
-        EXPECT_EQ(control->property(property).toString(), "IDS_" + key);
-    }
-}
-
 }  // namespace ta::test

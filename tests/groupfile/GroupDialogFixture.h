@@ -19,10 +19,6 @@ protected:
     static StudyLists Studies(const CString& name);
     static Names Params(const CString& name);
 
-    /// `texts`: control and property, and the language key without its "IDS_".
-    static void ExpectTexts(const QWidget& dialog,
-                            const std::vector<std::pair<QString, QString>>& texts);
-
     RecordingConfigStore store{memory};
 };
 

@@ -3,19 +3,18 @@
 #include "groupfile/TAGroupExport.h"
 #include "platform/ProfileFile.h"
 #include "platform/Text.h"
-#include "platform/ui/TextBridge.h"
 #include "tests/groupfile/GroupDialogFixture.h"
 #include "tests/support/ScarceMemory.h"
 
 #include <QHeaderView>
 #include <QPushButton>
-#include <QStyleOptionViewItem>
 #include <QTableWidget>
 #include <QTest>
 
 #include <csignal>
+#include <functional>
+#include <memory>
 #include <new>
-#include <string_view>
 
 #include <sys/resource.h>
 
@@ -25,105 +24,85 @@ namespace {
 using ui::PromptIcon;
 using Kind = ScriptedPrompts::Kind;
 
+const CString kAllNames = text::FromUtf8("Trend,許功蓋,Volume");
+
 class GroupExportTest : public GroupDialogFixture {
 protected:
-    GroupExportTest() {
+    std::unique_ptr<CTAGroupExport> Make() {
         memory.names = Names{"Trend", text::FromUtf8("許功蓋"), "Volume"};
         memory.params[0] = {"4=5,10", "x"};
         memory.showCounts[1] = 3;
         Load();
+        return std::make_unique<CTAGroupExport>();
     }
 
-    static QTableWidget& List(CTAGroupExport& dialog) {
-        return Find<QTableWidget>(dialog, "groupList");
-    }
-    static std::string Checked(CTAGroupExport& dialog) {
+    QTableWidget& List() { return Find<QTableWidget>(dialog, "groupList"); }
+    QPushButton& SelectAll() { return Find<QPushButton>(dialog, "selectButton"); }
+    std::string Checked() {
         std::string checks;
-        for (int row = 0; row < List(dialog).rowCount(); ++row) {
-            checks += List(dialog).item(row, 0)->checkState() == Qt::Checked ? 'x' : '.';
+        for (int row = 0; row < List().rowCount(); ++row) {
+            checks += List().item(row, 0)->checkState() == Qt::Checked ? 'x' : '.';
         }
         return checks;
     }
-    static void ClickCheckBox(CTAGroupExport& dialog, int row) {
-        QTableWidget& list = List(dialog);
-        const QRect cell = list.visualItemRect(list.item(row, 0));
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, cell.center());
+    /// Shows the dialog and checks these rows with the mouse.
+    void Open(std::initializer_list<int> rows = {}) {
+        Show(dialog);
+        for (const int row : rows) {
+            ClickCheckBox(row);
+        }
     }
+    void ClickCheckBox(int row) {
+        const QRect cell = List().visualItemRect(List().item(row, 0));
+        QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, cell.center());
+    }
+    void ExpectClosed(int result, int commits) {
+        EXPECT_FALSE(dialog.isVisible());
+        EXPECT_EQ(dialog.result(), result);
+        EXPECT_EQ(memory.packCount, commits);
+    }
+    ProfileReader File(const char* name) { return ProfileReader(Read(Path(name))); }
     /// The names that a file says it has.
-    static CString GroupList(const std::string& bytes) {
-        return ProfileReader(bytes).GetString("Common", "GroupList", "none");
+    CString GroupList(const char* name) {
+        return File(name).GetString("Common", "GroupList", "none");
     }
+
+    const std::unique_ptr<CTAGroupExport> made = Make();
+    CTAGroupExport& dialog = *made;
 };
 
-TEST_F(GroupExportTest, OpensWithEveryGroupUnchecked) {
-    CTAGroupExport dialog;
-    Show(dialog);
-    const QTableWidget& list = List(dialog);
-    EXPECT_EQ(Checked(dialog), "...");
-    EXPECT_EQ(list.item(1, 1)->text(), QString("許功蓋"));
-    EXPECT_EQ(list.horizontalHeaderItem(0)->text(), "");
-    EXPECT_EQ(list.horizontalHeaderItem(1)->text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_GROUPNAME");
-    EXPECT_EQ(list.columnWidth(0), 20);
-    ExpectTexts(dialog, {{"TAGroupExport.windowTitle", "DIALOG-EXPORTTA_TITLE"},
-                         {"selectLabel.text", "DIALOG-EXPORTTA_SELECT"},
-                         {"okButton.text", "DIALOG-EXPORTTA_BUTTON_OK"},
-                         {"cancelButton.text", "DIALOG-EXPORTTA_BUTTON_CANCEL"}});
-    EXPECT_EQ(dialog.GetDlgItem(77), nullptr);
+TEST_F(GroupExportTest, OpensWithEveryGroupUncheckedAndTheButtonChecksAllOrNone) {
+    Open();
+    EXPECT_EQ(Checked(), "...");
+    EXPECT_EQ(List().item(1, 1)->text(), QString("許功蓋"));
+    EXPECT_EQ(List().horizontalHeaderItem(1)->text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_GROUPNAME");
+    EXPECT_EQ(dialog.windowTitle(), "IDS_DIALOG-EXPORTTA_TITLE");
+    EXPECT_EQ(SelectAll().text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_CHECK_ALL");
+    ClickCheckBox(1);
+    Click(SelectAll());
+    EXPECT_EQ(Checked(), "xxx");
+    EXPECT_EQ(SelectAll().text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_UNCHECK_ALL");
+    ClickCheckBox(1);
+    EXPECT_EQ(Checked(), "x.x");
+    Click(SelectAll());
+    EXPECT_EQ(Checked(), "...");
+    EXPECT_EQ(SelectAll().text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_CHECK_ALL");
 }
 
-TEST_F(GroupExportTest, TheSelectAllButton) {
-    CTAGroupExport dialog;
-    Show(dialog);
-    auto& button = Find<QPushButton>(dialog, "selectButton");
-    EXPECT_EQ(button.text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_CHECK_ALL");
-    ClickCheckBox(dialog, 1);
-    Click(button);
-    EXPECT_EQ(Checked(dialog), "xxx");
-    EXPECT_EQ(button.text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_UNCHECK_ALL");
-    ClickCheckBox(dialog, 1);
-    EXPECT_EQ(Checked(dialog), "x.x");
-    Click(button);
-    EXPECT_EQ(Checked(dialog), "...");
-    EXPECT_EQ(button.text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_CHECK_ALL");
-    Click(button);
-    EXPECT_EQ(Checked(dialog), "xxx");
-}
-
-TEST_F(GroupExportTest, TheSpaceBarChecksTheRow) {
-    CTAGroupExport dialog;
-    Show(dialog);
-    QTableWidget& list = List(dialog);
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
-                      list.visualItemRect(list.item(1, 1)).center());
-    EXPECT_EQ(Checked(dialog), "...") << "a click on the name only selects";
-    Press(dialog, Qt::Key_Space);
-    Press(dialog, Qt::Key_Down);
-    Press(dialog, Qt::Key_Space);
-    EXPECT_EQ(Checked(dialog), ".xx");
-    Press(dialog, Qt::Key_Space);
-    EXPECT_EQ(Checked(dialog), ".x.");
-}
-
-TEST_F(GroupExportTest, NothingChecked) {
-    CTAGroupExport dialog;
-    Show(dialog);
-    prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
-    EXPECT_EQ(prompts.Last().text, "IDS_DIALOG-EXPORTTA_SELECT");
-    EXPECT_EQ(prompts.Last().title, "Terminal");
+TEST_F(GroupExportTest, NothingCheckedIsToldAndEscapeWritesNothing) {
+    Open();
+    EXPECT_EQ(ToldBy([&] { Press(dialog, Qt::Key_Enter); }), "IDS_DIALOG-EXPORTTA_SELECT");
     EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
     EXPECT_TRUE(dialog.isVisible());
-    EXPECT_EQ(memory.packCount, 0);
+    ClickCheckBox(0);
+    Press(dialog, Qt::Key_Escape);
+    ExpectClosed(QDialog::Rejected, 0);
 }
 
 TEST_F(GroupExportTest, TheCheckedGroupsReplaceTheWholeFile) {
-    const QString path = Path("groups.TASG");
-    Write(path, "[Old]\r\nStudyShowCount=9\r\n");
-    CTAGroupExport dialog;
-    Show(dialog);
-    ClickCheckBox(dialog, 2);
-    ClickCheckBox(dialog, 0);
-    prompts.ExpectSaveFile(path);
+    Write(Path("groups.TASG"), "[Old]\r\nStudyShowCount=9\r\n");
+    Open({2, 0});
+    prompts.ExpectSaveFile(Path("groups.TASG"));
     prompts.ExpectMessage();
     prompts.Meanwhile([this] { EXPECT_EQ(memory.packCount, 1) << "saved before it is exported"; });
     Click(*dialog.GetDlgItem(ui::kIdOk));
@@ -133,124 +112,71 @@ TEST_F(GroupExportTest, TheCheckedGroupsReplaceTheWholeFile) {
     EXPECT_EQ(asked.title, "IDS_DIALOG-EXPORTTA_TITLE");
     EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPEXPORT_EXPORT_OK");
     EXPECT_EQ(prompts.Last().icon, PromptIcon::None);
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    const std::string bytes = Read(path);
-    EXPECT_TRUE(
-        bytes.starts_with("[Common]\r\nFileVersion=TAS Ver3.0\r\nGroupList=Trend,Volume\r\n"
-                          "[Trend]\r\nStudyType01="))
-        << bytes;
-    const ProfileReader file(bytes);
+    ExpectClosed(QDialog::Accepted, 1);
+    EXPECT_TRUE(Read(Path("groups.TASG"))
+                    .starts_with("[Common]\r\nFileVersion=TAS Ver3.0\r\nGroupList=Trend,Volume\r\n"
+                                 "[Trend]\r\nStudyType01="));
+    const ProfileReader file = File("groups.TASG");
     EXPECT_FALSE(file.HasSection("Old"));
     EXPECT_FALSE(file.HasSection(text::FromUtf8("許功蓋")));
     EXPECT_EQ(file.GetString("Trend", "ParamSetting"), "4=5,10$x");
 }
 
-TEST_F(GroupExportTest, ANewFileIsAskedForUntilItHasAName) {
-    CTAGroupExport dialog;
-    Show(dialog);
-    Click(Find<QPushButton>(dialog, "selectButton"));
-    prompts.ExpectSaveFile(Path("*.TASG"));
-    prompts.ExpectMessage();
-    prompts.ExpectSaveFile(Path("first.TASG"));
-    prompts.ExpectYesNo(false);
-    prompts.ExpectSaveFile(Path("first.TASG"));
-    prompts.ExpectCancel(Kind::YesNo);
-    prompts.ExpectSaveFile(Path("second.TASG"));
-    prompts.ExpectYesNo(true);
-    prompts.ExpectMessage();
-    Click(Find<QPushButton>(dialog, "okButton"));
-    EXPECT_EQ(prompts.All()[1].text, "no file: *.TASG");
-    EXPECT_EQ(prompts.All()[1].icon, PromptIcon::Warning);
-    const auto& question = prompts.All()[3];
-    EXPECT_EQ(question.text, "create first.TASG?");
-    EXPECT_EQ(question.title, "IDS_DIALOG-EXPORTTA_TITLE");
-    EXPECT_EQ(question.icon, PromptIcon::Question);
-    EXPECT_EQ(question.presetAnswer, ui::Answer::Yes) << "nothing is lost by it";
-    EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("first.TASG")), 0);
-    EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("second.TASG")), 1);
-    EXPECT_EQ(GroupList(Read(Path("second.TASG"))), text::FromUtf8("Trend,許功蓋,Volume"));
-}
-
 TEST_F(GroupExportTest, CancellingTheFileDialogIsToldAndClosesThisOne) {
-    CTAGroupExport dialog;
-    Show(dialog);
-    ClickCheckBox(dialog, 0);
+    Open({0});
     prompts.ExpectCancel(Kind::SaveFile);
-    prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPEXPORT_NOSELECTFILE");
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(memory.packCount, 0);
-}
-
-TEST_F(GroupExportTest, EscapeWritesNothing) {
-    CTAGroupExport dialog;
-    Show(dialog);
-    ClickCheckBox(dialog, 0);
-    Press(dialog, Qt::Key_Escape);
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(dialog.result(), QDialog::Rejected);
-    EXPECT_EQ(memory.packCount, 0);
-    EXPECT_TRUE(prompts.All().empty());
+    EXPECT_EQ(ToldBy([&] { Press(dialog, Qt::Key_Enter); }),
+              "IDS_TECHVIEW-STRING_GROUPEXPORT_NOSELECTFILE");
+    ExpectClosed(QDialog::Accepted, 0);
 }
 
 TEST_F(GroupExportTest, AFileDialogThatCannotBeShown) {
-    CTAGroupExport dialog;
-    const auto expectFailure = [this] {
+    QString path = "before";
+    const std::function<void()> attempts[] = {
+        [this] { EXPECT_EQ(dialog.SelectPathAndExport(), 1); },
+        [&] { EXPECT_EQ(dialog.GetSaveFilePath(path), 0); },
+    };
+    for (const auto& attempt : attempts) {
         prompts.ExpectSaveFile(Path("never.TASG"));
         prompts.Meanwhile([] { throw std::bad_alloc(); });
-        prompts.ExpectMessage();
-    };
-    expectFailure();
-    EXPECT_EQ(dialog.SelectPathAndExport(), 1);
-    expectFailure();
-    QString path = "before";
-    EXPECT_EQ(dialog.GetSaveFilePath(path), 0);
+        EXPECT_EQ(ToldBy([&] { attempt(); }), "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    }
     EXPECT_EQ(path, "");
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
     EXPECT_EQ(memory.packCount, 0);
-}
-
-TEST_F(GroupExportTest, AnExportWithoutMemoryIsToldAndLeavesTheFileAsItWas) {
-    const QString path = Path("groups.TASG");
-    Write(path, "precious");
-    Repository().SetStudyParamSettingByGroupName("Trend", {CString(1 << 16, 'x'), "y"});
-    CTAGroupExport dialog;
-    prompts.ExpectMessage();
-    const ScarceMemory scarce((1 << 16) + 1000);
-    EXPECT_EQ(dialog.ExportFile(path), 0);
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
-    EXPECT_EQ(Read(path), "precious");
 }
 
 TEST_F(GroupExportTest, WithoutAFilledListEveryGroupIsExported) {
-    CTAGroupExport dialog;
     EXPECT_EQ(dialog.ExportFile(""), 0);
     EXPECT_EQ(memory.packCount, 0);
+    EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("all.TASG")), 0);
     EXPECT_EQ(dialog.ExportFile(Path("all.TASG")), 1);
-    EXPECT_EQ(GroupList(Read(Path("all.TASG"))), text::FromUtf8("Trend,許功蓋,Volume"));
+    EXPECT_EQ(CTAGroupExport::CheckFileExist(Path("all.TASG")), 1);
+    EXPECT_EQ(GroupList("all.TASG"), kAllNames);
     dialog.Create();
     EXPECT_EQ(dialog.ExportFile(Path("none.TASG")), 1);
-    EXPECT_EQ(GroupList(Read(Path("none.TASG"))), "");
-    List(dialog).removeRow(1);
+    EXPECT_EQ(GroupList("none.TASG"), "");
+    List().removeRow(1);
     EXPECT_EQ(dialog.ExportFile(Path("step.TASG")), 1) << "the list is out of step";
-    EXPECT_EQ(GroupList(Read(Path("step.TASG"))), text::FromUtf8("Trend,許功蓋,Volume"));
+    EXPECT_EQ(GroupList("step.TASG"), kAllNames);
 }
 
 TEST_F(GroupExportTest, AFailedWriteIsToldWithItsReason) {
-    CTAGroupExport dialog;
-    Show(dialog);
-    ClickCheckBox(dialog, 0);
+    Open({0});
     prompts.ExpectSaveFile(Path("gone/groups.TASG"));
-    prompts.ExpectYesNo(true);
-    prompts.ExpectMessage();
-    Press(dialog, Qt::Key_Enter);
-    EXPECT_EQ(prompts.Last().text,
+    prompts.ExpectYesNo(true);  // a new file
+    EXPECT_EQ(ToldBy([&] { Press(dialog, Qt::Key_Enter); }),
               Path("gone/groups.TASG") + " unwritable: IDS_TADIALOGS-FILE_PATH_GONE");
-    EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
-    EXPECT_EQ(dialog.result(), QDialog::Accepted) << "closed whatever came of it";
+    ExpectClosed(QDialog::Accepted, 1);
+}
+
+TEST_F(GroupExportTest, WhatIsCommittedElsewhereDuringAnExportDoesNotMixIn) {
+    store.RunBefore("PackFile", 1 + store.Calls("PackFile"), [this] {
+        memory.names = Names{"Theirs"};
+        memory.reloadFlag = true;
+    });
+    EXPECT_EQ(dialog.ExportFile(Path("all.TASG")), 1);
+    EXPECT_EQ(File("all.TASG").GetString("Trend", "ParamSetting"), "4=5,10$x");
+    EXPECT_TRUE(memory.reloadFlag);
 }
 
 /// While one lives, no file can become longer than a few bytes, as on a full disk.
@@ -273,26 +199,28 @@ private:
     void (*m_handler)(int);
 };
 
-TEST_F(GroupExportTest, AFailedWriteLeavesTheFileAsItWas) {
+TEST_F(GroupExportTest, AnExportWithoutMemoryOrDiskIsToldAndLeavesTheFileAsItWas) {
     const QString path = Path("groups.TASG");
     Write(path, "precious");
-    CTAGroupExport dialog;
     prompts.ExpectMessage();
     {
         const SmallFilesOnly small(16);
         EXPECT_EQ(dialog.ExportFile(path), 0);
     }
-    EXPECT_TRUE(prompts.Last().text.startsWith(path + " unwritable: "))
-        << prompts.Last().text.toStdString();
-    EXPECT_EQ(Read(path), "precious");
+    EXPECT_TRUE(prompts.Last().text.startsWith(path + " unwritable: "));
     EXPECT_EQ(QDir(QFileInfo(path).path()).entryList(QDir::Files), QStringList("groups.TASG"))
         << "nothing is left lying about";
+    Repository().SetStudyParamSettingByGroupName("Trend", {CString(1 << 16, 'x'), "y"});
+    prompts.ExpectMessage();
+    const ScarceMemory scarce((1 << 16) + 1000);
+    EXPECT_EQ(dialog.ExportFile(path), 0);
+    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_EQ(Read(path), "precious");
 }
 
 TEST_F(GroupExportTest, GroupsThatTheFileDoesNotCarryAreNamedAfterTheSuccess) {
-    CTAGroupExport dialog;
-    Show(dialog);
-    Click(Find<QPushButton>(dialog, "selectButton"));
+    Open();
+    Click(SelectAll());
     prompts.ExpectSaveFile(Path("groups.TASG"));
     prompts.Meanwhile([this] {
         memory.names = Names{"Volume"};
@@ -301,7 +229,8 @@ TEST_F(GroupExportTest, GroupsThatTheFileDoesNotCarryAreNamedAfterTheSuccess) {
     prompts.ExpectYesNo(true);
     prompts.ExpectMessage();
     prompts.ExpectMessage();
-    Click(Find<QPushButton>(dialog, "okButton"));
+    Click(*dialog.GetDlgItem(ui::kIdOk));
+    EXPECT_EQ(GroupList("groups.TASG"), kAllNames);
     EXPECT_EQ(prompts.All()[2].text, "IDS_TECHVIEW-STRING_GROUPEXPORT_EXPORT_OK");
     EXPECT_EQ(prompts.Last().text, QString("not carried: Trend;許功蓋"));
     EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);

@@ -19,45 +19,49 @@ CString Read(const std::string& bytes, const CString& section, const CString& ke
     return ProfileReader(bytes).GetString(section, key, "-");
 }
 
-TEST(ProfileReaderTest, WhereASectionNameEnds) {
-    EXPECT_EQ(Read("[s]\nk=1", "s"), "1");
-    EXPECT_EQ(Read("[s]k=0\nk=1", "s"), "1") << "text after the bracket";
-    EXPECT_EQ(Read("[s\nk=1", "s"), "1") << "no bracket";
-    EXPECT_EQ(Read("[a]b]\nk=1", "a"), "1");
-    EXPECT_EQ(Read("[]\nk=1", ""), "1");
-    // 0xA15D, 0xA55B: the second halves are "]" and "[".
-    EXPECT_EQ(Read("[a\xA1\x5D"
-                   "b]\nk=1",
-                   "a\xA1\x5D"
-                   "b"),
-              "1");
-    EXPECT_EQ(Read("[\xA5\x5B]x]\nk=1", "\xA5\x5B"), "1");
-    EXPECT_EQ(Read("[\x5D\n[\xA1\x5D]\nk=1", "\xA1\x5D"), "1");
-}
+struct ReadCase {
+    const char* bytes;
+    const char* section;
+    const char* value;  ///< of the key "k"; "-" for none
+    const char* key = "k";
+};
 
-TEST(ProfileReaderTest, BlanksAndQuotes) {
-    EXPECT_EQ(Read("[ \t s \t]\n \tk\t = \t a b \t", "s"), "a b");
-    EXPECT_EQ(Read("\f[\vs\f]\v\n\fk\v=\va\fb\f", "s"), "a\fb");
-    EXPECT_EQ(Read("[s]\n\v;k=0\n\fk=1", " s\t\v", "\f k "), "1");
-    EXPECT_EQ(Read("[s]\nk=\"  a  \"", "s"), "  a  ");
-    EXPECT_EQ(Read("[s]\nk= ' a ' ", "s"), " a ");
-    EXPECT_EQ(Read("[s]\nk=\"\"a\"\"", "s"), "\"a\"") << "one pair only";
-    EXPECT_EQ(Read("[s]\nk=\"", "s"), "\"");
-    EXPECT_EQ(Read("[s]\nk=\"a'", "s"), "\"a'");
-    EXPECT_EQ(Read("[s]\nk=\"\"", "s"), "");
-    EXPECT_EQ(Read("[s]\n\"k\"=1", "s", "\"k\""), "1") << "names keep their quotes";
-}
-
-TEST(ProfileReaderTest, WhatIsAKey) {
-    EXPECT_EQ(Read("[s]\na = b = c", "s", "a"), "b = c");
-    EXPECT_EQ(Read("[s]\nk", "s"), "-");
-    EXPECT_EQ(Read("[s]\nk=", "s"), "");
-    EXPECT_EQ(Read("[s]\n=1", "s", ""), "1");
-    EXPECT_EQ(Read("k=0\n[s]\n", "s"), "-") << "before the first section";
-    EXPECT_EQ(Read("[s]\n;k=0\n ; k=2\nk=1", "s"), "1");
-    EXPECT_EQ(Read("[s]\nk=a;b#c ; d", "s"), "a;b#c ; d");
-    EXPECT_EQ(Read(";[s]\nk=1", "s"), "-");
-    EXPECT_EQ(Read("", "s"), "-");
+TEST(ProfileReaderTest, SectionsKeysAndValues) {
+    const ReadCase cases[] = {
+        // Where a section's name ends. 0xA15D, 0xA55B: the second halves are "]" and "[".
+        {"[s]\nk=1", "s", "1"},
+        {"[s]k=0\nk=1", "s", "1"},
+        {"[s\nk=1", "s", "1"},
+        {"[a]b]\nk=1", "a", "1"},
+        {"[]\nk=1", "", "1"},
+        {"[a\xA1\x5D*]\nk=1", "a\xA1\x5D*", "1"},
+        {"[\xA5\x5B]x]\nk=1", "\xA5\x5B", "1"},
+        {"[\x5D\n[\xA1\x5D]\nk=1", "\xA1\x5D", "1"},
+        // Blanks and quotes, of which one pair goes, and none from names.
+        {"[ \t s \t]\n \tk\t = \t a b \t", "s", "a b"},
+        {"\f[\vs\f]\v\n\fk\v=\va\fb\f", "s", "a\fb"},
+        {"[s]\n\v;k=0\n\fk=1", " s\t\v", "1", "\f k "},
+        {"[s]\nk=\"  a  \"", "s", "  a  "},
+        {"[s]\nk= ' a ' ", "s", " a "},
+        {"[s]\nk=\"\"a\"\"", "s", "\"a\""},
+        {"[s]\nk=\"", "s", "\""},
+        {"[s]\nk=\"a'", "s", "\"a'"},
+        {"[s]\nk=\"\"", "s", ""},
+        {"[s]\n\"k\"=1", "s", "1", "\"k\""},
+        // What is a key.
+        {"[s]\na = b = c", "s", "b = c", "a"},
+        {"[s]\nk", "s", "-"},
+        {"[s]\nk=", "s", ""},
+        {"[s]\n=1", "s", "1", ""},
+        {"k=0\n[s]\n", "s", "-"},
+        {"[s]\n;k=0\n ; k=2\nk=1", "s", "1"},
+        {"[s]\nk=a;b#c ; d", "s", "a;b#c ; d"},
+        {";[s]\nk=1", "s", "-"},
+        {"", "s", "-"},
+    };
+    for (const ReadCase& each : cases) {
+        EXPECT_EQ(Read(each.bytes, each.section, each.key), each.value) << each.bytes;
+    }
 }
 
 TEST(ProfileReaderTest, TheCaseOfSingleByteLettersOnly) {
@@ -115,18 +119,17 @@ TEST(ProfileReaderTest, Integers) {
     const auto read = [](const char* value) {
         return ProfileReader(std::string("[s]\nk=") + value).GetInt("s", "k", -7);
     };
-    EXPECT_EQ(read("12"), 12);
-    EXPECT_EQ(read("-12x3"), -12);
-    EXPECT_EQ(read("- 12"), 0);
-    EXPECT_EQ(read("012"), 12);
-    EXPECT_EQ(read("0x1fG"), 31);
-    EXPECT_EQ(read("-0x10"), -16);
-    EXPECT_EQ(read("0x"), 0);
-    EXPECT_EQ(read("1f"), 1);
-    EXPECT_EQ(read("'5'"), 5);
-    EXPECT_EQ(read("2147483648"), -2147483647 - 1);
-    EXPECT_EQ(read("-4294967297"), -1);
-    EXPECT_EQ(read("0x1FFFFFFFF"), -1);
+    const std::pair<const char*, int> cases[] = {
+        {"12", 12},          {"-12x3", -12},
+        {"- 12", 0},         {"012", 12},
+        {"0x1fG", 31},       {"-0x10", -16},
+        {"0x", 0},           {"1f", 1},
+        {"'5'", 5},          {"2147483648", -2147483647 - 1},
+        {"-4294967297", -1}, {"0x1FFFFFFFF", -1},
+    };
+    for (const auto& [value, number] : cases) {
+        EXPECT_EQ(read(value), number) << value;
+    }
 }
 
 TEST(ProfileReaderTest, ValuesIntoABuffer) {

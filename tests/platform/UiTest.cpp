@@ -158,9 +158,8 @@ TEST_F(UiTest, NoExceptionLeavesADialog) {
     form.show();
     form.onText = [](const QString&) { throw std::bad_alloc(); };
     form.onOk = [] { throw std::runtime_error("unexpected"); };
-    prompts.ExpectMessage();
-    QTest::keyClick(&form.edit, Qt::Key_A);
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_EQ(ToldBy([&] { QTest::keyClick(&form.edit, Qt::Key_A); }),
+              "IDS_TECHVIEW-STRING_MEMORY_ERR");
     prompts.ExpectMessage();
     Click(form.ok);
     EXPECT_TRUE(form.isVisible()) << "after an error the dialog stays";
@@ -199,19 +198,24 @@ TEST_F(UiTest, AnOpenWindowChangesItsLanguage) {
                      {"IDS_HEAD", "Head"},
                      {"IDS_OTHER", "Other"},
                      {"IDS_FORMATTED", "No. %1"}});
-    EXPECT_EQ(form.windowTitle(), "Title");
-    EXPECT_EQ(form.label.text(), "Label");
-    EXPECT_EQ(form.label.toolTip(), "own text");
-    EXPECT_EQ(form.edit.text(), "IDS_LABEL") << "what the user can edit is no key";
-    EXPECT_EQ(form.edit.placeholderText(), "Hint");
-    EXPECT_EQ(form.spin.suffix(), " %");
-    EXPECT_EQ(form.combo.itemText(0), "Entry");
-    EXPECT_EQ(form.combo.itemText(1), "Added");
+    const std::pair<QVariant, const char*> texts[] = {
+        {form.windowTitle(), "Title"},
+        {form.label.text(), "Label"},
+        {form.label.toolTip(), "own text"},
+        {form.edit.text(), "IDS_LABEL"},  // what the user can edit is no key
+        {form.edit.placeholderText(), "Hint"},
+        {form.spin.suffix(), " %"},
+        {form.combo.itemText(0), "Entry"},
+        {form.combo.itemText(1), "Added"},
+        {form.table.horizontalHeaderItem(0)->text(), "Head"},
+        {form.table.model()->headerData(1, Qt::Horizontal), "Other"},
+        {form.button.text(), "No. 2"},
+    };
+    for (const auto& [shown, expected] : texts) {
+        EXPECT_EQ(shown.toString(), expected);
+    }
     EXPECT_EQ(form.combo.count(), 2) << "an entry that is gone stays gone";
     EXPECT_EQ(form.combo.currentData(), 5);
-    EXPECT_EQ(form.table.horizontalHeaderItem(0)->text(), "Head");
-    EXPECT_EQ(form.table.model()->headerData(1, Qt::Horizontal), "Other");
-    EXPECT_EQ(form.button.text(), "No. 2");
     // Another key takes the place of the form's; a text that is no key stays.
     form.SetTextKey(form.label, "IDS_OTHER");
     form.SetTextKey(form.cancel, "as it is");

@@ -30,54 +30,36 @@ protected:
     DragListTest() {
         list.resize(120, 100);
         for (int i = 0; i < 20; ++i) {
-            auto* item = new QListWidgetItem(QString::number(i), &list);
-            item->setData(Qt::UserRole, i);
+            new QListWidgetItem(QString::number(i), &list);
         }
         list.show();
     }
 
     QPoint Centre(int row) { return list.visualItemRect(list.item(row)).center(); }
-    void Press(QPoint position) {
-        QTest::mousePress(list.viewport(), Qt::LeftButton, {}, position);
+    void Move(QPoint position) { MoveMouse(*list.viewport(), position); }
+    void Drag(QPoint from, QPoint to, const std::function<void()>& atEnd = {}) {
+        DragMouse(*list.viewport(), from, to, atEnd);
     }
-    void Move(QPoint position) {
-        QMouseEvent move(QEvent::MouseMove, position, list.viewport()->mapToGlobal(position),
-                         Qt::NoButton, Qt::LeftButton, {});
-        QApplication::sendEvent(list.viewport(), &move);
-    }
-    void Release(QPoint position) {
-        QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, position);
-    }
-    int RowOf(int number) {
-        for (int row = 0; row < list.count(); ++row) {
-            if (list.item(row)->data(Qt::UserRole).toInt() == number) {
-                return row;
-            }
-        }
-        return -1;
-    }
+    int RowOf(int number) { return static_cast<int>(Texts(list).indexOf(QString::number(number))); }
 
     ui::DragListBox list;
     QSignalSpy ended{&list, &ui::DragListBox::dragEnded};
 };
 
 TEST_F(DragListTest, ARowMovesWithItsDataAndOneSignalTellsOfIt) {
-    Press(Centre(2));
-    Move(Centre(2) + QPoint(0, 3));
+    list.item(2)->setData(Qt::UserRole, "own");
+    Drag(Centre(2), Centre(2) + QPoint(0, 3));
     EXPECT_EQ(RowOf(2), 2) << "less than the distance that starts a drag";
-    Move(Centre(0));
-    EXPECT_EQ(RowOf(2), 0);
-    EXPECT_EQ(ended.count(), 0);
-    Release(Centre(0));
+    Drag(Centre(2), Centre(0), [this] {
+        EXPECT_EQ(RowOf(2), 0);
+        EXPECT_EQ(ended.count(), 0);
+    });
     EXPECT_EQ(ended.count(), 1);
-    EXPECT_EQ(list.item(0)->text(), "2");
+    EXPECT_EQ(list.item(0)->data(Qt::UserRole), "own");
     EXPECT_EQ(list.currentRow(), 0);
     EXPECT_EQ(list.count(), 20);
     // There and back is no change; neither is a click.
-    Press(Centre(0));
-    Move(Centre(3));
-    Move(Centre(0));
-    Release(Centre(0));
+    Drag(Centre(0), Centre(3), [this] { Move(Centre(0)); });
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, Centre(1));
     EXPECT_EQ(ended.count(), 1);
 }
@@ -88,12 +70,12 @@ TEST_F(DragListTest, BeyondTheEdgesARowGoesOnAndTheListScrolls) {
         timers.Tick(1, ticks);  // the mouse stays where it is
         return RowOf(0);
     };
-    Press(Centre(0));
-    EXPECT_EQ(moves(Centre(1).y(), 5), 1) << "within the list it stays with the mouse";
-    EXPECT_EQ(moves(list.viewport()->height() + 5, 30), 19);
-    EXPECT_TRUE(list.viewport()->rect().intersects(list.visualItemRect(list.item(19))));
-    EXPECT_EQ(moves(-5, 30), 0);
-    Release({10, -5});
+    Drag(Centre(0), Centre(1), [&] {
+        EXPECT_EQ(moves(Centre(1).y(), 5), 1) << "within the list it stays with the mouse";
+        EXPECT_EQ(moves(list.viewport()->height() + 5, 30), 19);
+        EXPECT_TRUE(list.viewport()->rect().intersects(list.visualItemRect(list.item(19))));
+        EXPECT_EQ(moves(-5, 30), 0);
+    });
     EXPECT_EQ(ended.count(), 0) << "it is where it was";
     EXPECT_EQ(timers.Period(1), 0);
 }
@@ -111,14 +93,11 @@ TEST_F(DragListTest, TheCurrentRowIsTheSelectedOne) {
 }
 
 TEST_F(DragListTest, SwitchedOffItIsAPlainList) {
-    Press(Centre(0));
-    Move(Centre(2));
-    list.SetDragEnabled(false);
-    EXPECT_EQ(RowOf(0), 0) << "a drag under way is undone";
-    Release(Centre(2));
-    Press(Centre(1));
-    Move(Centre(3));
-    Release(Centre(3));
+    Drag(Centre(0), Centre(2), [this] {
+        list.SetDragEnabled(false);
+        EXPECT_EQ(RowOf(0), 0) << "a drag under way is undone";
+    });
+    Drag(Centre(1), Centre(3));
     EXPECT_EQ(RowOf(1), 1);
     EXPECT_EQ(ended.count(), 0);
 }
@@ -234,18 +213,15 @@ TEST_F(WidgetTest, TheSearchBoxMovesInTheListAndPassesHeadings) {
     Show(window);
     tree->setCurrentItem(tree->topLevelItem(0)->child(1));
     QStringList way;
-    for (const auto& [widget, key] :
-         std::initializer_list<std::pair<QWidget*, Qt::Key>>{{search, Qt::Key_Down},
-                                                             {search, Qt::Key_Up},
-                                                             {search, Qt::Key_Up},
-                                                             {search, Qt::Key_Up},
-                                                             {tree, Qt::Key_Down},
-                                                             {tree, Qt::Key_Down},
-                                                             {search, Qt::Key_PageDown},
-                                                             {search, Qt::Key_PageUp}}) {
-        QTest::keyClick(widget, key);
-        way.append(tree->currentItem()->text(0));
-    }
+    const auto press = [&](QWidget* widget, std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys) {
+            QTest::keyClick(widget, key);
+            way.append(tree->currentItem()->text(0));
+        }
+    };
+    press(search, {Qt::Key_Down, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up});
+    press(tree, {Qt::Key_Down, Qt::Key_Down});
+    press(search, {Qt::Key_PageDown, Qt::Key_PageUp});
     EXPECT_EQ(way.join(' '), "B1 A2 A1 A1 A2 B1 B2 A1");
     search->setFocus();
     QTest::keyClicks(search, "x");
@@ -303,9 +279,7 @@ TEST_F(WidgetTest, PenSamplesTakeTheColourOfTheTexts) {
     dark.setColor(QPalette::Disabled, QPalette::WindowText, Qt::gray);
     sample.setPalette(dark);
     sample.SetPen(0, 5);
-    sample.show();
-    sample.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&sample));
+    Show(sample);
     EXPECT_EQ(Picture(sample).pixelColor(10, 2), QColor(Qt::white));
     sample.setEnabled(false);
     EXPECT_EQ(Picture(sample).pixelColor(10, 2), QColor(Qt::gray));

@@ -502,7 +502,7 @@ TEST_F(GroupTest, AChartModuleThatGivesNothingLeavesGroupsWithoutDrawInfo) {
 TEST_F(GroupTest, TheHiddenWindowIsAChildOfTheFrame) {
     EXPECT_TRUE(Repository().IsWindow());
     EXPECT_EQ(Repository().GetParent(), &frame);
-    EXPECT_EQ(memoryChartModule.windows, std::vector<CWnd*>{&Repository()});
+    EXPECT_EQ(chartModule.windows, std::vector<CWnd*>{&Repository()});
 }
 
 // ---- Telling the chart views ----
@@ -521,12 +521,6 @@ protected:
         return {view, {kTrendLineChangeMessage, 0, 0}};
     }
 };
-
-TEST_F(NotificationTest, TheMessagesAreTheRegisteredOnes) {
-    EXPECT_EQ(kGroupChangeMessage, window::RegisterWindowMessageA("MXMSG_TAGROUP_CHANGE"));
-    EXPECT_EQ(kTrendLineChangeMessage, window::RegisterWindowMessageA("MXMSG_TATRENDLINE_CHANGE"));
-    EXPECT_NE(kGroupChangeMessage, kTrendLineChangeMessage);
-}
 
 TEST_F(NotificationTest, AReloadTellsGroupByGroupAndThenOfTheLines) {
     CTaSettingHandle& repository = Repository();

@@ -11,7 +11,7 @@ namespace {
 class NamesTest : public SettingsFixture {
 protected:
     void AddStudy(StudyType type, StudyCategory category, const char* name) {
-        memoryChartModule.studyInfos.emplace_back(type, category, name);
+        chartModule.studyInfos.emplace_back(type, category, name);
     }
 };
 

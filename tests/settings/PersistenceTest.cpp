@@ -2,6 +2,7 @@
 
 #include "tests/support/TestAccess.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace ta::test {
@@ -14,56 +15,54 @@ protected:
         EXPECT_NE(drawInfo, nullptr);
         return *drawInfo;
     }
+    static CString PaneKey(int pane) { return fmt::format("StudyTypeLogKey{:02}", pane); }
     /// Everything of group 0 set to something that is no default.
     void StoreUncommonGroup() {
         memory.names = {{"A"}};
-        memory.uniNums[0] = 42;
         for (int pane = 1; pane <= 10; ++pane) {
-            char key[32];
-            std::snprintf(key, sizeof key, "StudyTypeLogKey%02d", pane);
-            memory.studyLists[{0, key}] = {pane, pane + 100, -1, -1, -1, -1, -1, -1};
+            memory.studyLists[{0, PaneKey(pane)}] = {pane, pane + 100, -1, -1, -1, -1, -1, -1};
         }
         memory.params[0] = {"p1", "", "p3"};
         memory.shapes[0] = {"s1"};
+        memory.uniNums[0] = 42;
         memory.showCounts[0] = 9;
         memory.wndShowKeys[0] = 13;
         memory.scalePos[0] = 4'000'000'000;
-        memory.chartGrid[0] = false;
-        memory.cursor[0] = false;
-        memory.cursorOld[0] = true;
-        memory.showTAInfo[0] = false;
-        memory.crossLine[0] = false;
-        memory.lowIdx[0] = true;
-        memory.highLow[0] = false;
-        memory.cdp[0] = true;
         memory.cursorLineLockMode[0] = 5;
         memory.cursorMoveStyle[0] = 1;
+        for (auto* off : {&memory.chartGrid, &memory.cursor, &memory.showTAInfo, &memory.crossLine,
+                          &memory.highLow}) {
+            (*off)[0] = false;
+        }
+        for (auto* on : {&memory.cursorOld, &memory.lowIdx, &memory.cdp}) {
+            (*on)[0] = true;
+        }
+    }
+    /// Lines that differ in the group's number.
+    static void Append(std::vector<std::string>& lines, int group,
+                       std::initializer_list<const char*> formats) {
+        for (const char* format : formats) {
+            lines.push_back(fmt::format(fmt::runtime(format), group));
+        }
     }
     /// The lines that saving one group gives.
-    static std::vector<std::string> GroupLines(int index, int uniNum) {
-        const std::string i = std::to_string(index);
-        std::vector<std::string> lines;
-        const std::vector<std::string> panes{"0 4 -1 -1 -1 -1 -1 -1", "16 -1 -1 -1 -1 -1 -1 -1",
-                                             "23 -1 -1 -1 -1 -1 -1 -1", "22 -1 -1 -1 -1 -1 -1 -1"};
+    static void AppendSaves(std::vector<std::string>& lines, int group, int uniNum) {
+        const char* const firsts[] = {"0 4", "16 -1", "23 -1", "22 -1"};
         for (int pane = 1; pane <= 10; ++pane) {
-            const std::string studies =
-                pane <= 4 ? panes[static_cast<std::size_t>(pane - 1)] : "-1 -1 -1 -1 -1 -1 -1 -1";
-            lines.push_back("SaveTAGroupStudyList(" + i + ", StudyTypeLogKey" +
-                            (pane < 10 ? "0" : "") + std::to_string(pane) + ", [" + studies + "])");
+            lines.push_back(fmt::format("SaveTAGroupStudyList({}, {}, [{} -1 -1 -1 -1 -1 -1])",
+                                        group, PaneKey(pane),
+                                        pane <= 4 ? firsts[pane - 1] : "-1 -1"));
         }
-        for (const std::string& line :
-             {"SaveTAStudyParamSetting(" + i + ", [p])", "SaveTAStudyShapeSetting(" + i + ", [s])",
-              "SaveTAStudyShowCount(" + i + ", 4)", "SaveTATechWndShowKey(" + i + ", 4)",
-              "SaveTASettingScalePos(" + i + ", 0)", "SaveTASettingChartGrid(" + i + ", true)",
-              "SaveTASettingCursor(" + i + ", true)", "SaveTASettingCursorOld(" + i + ", false)",
-              "SaveTASettingShowTAInfo(" + i + ", true)", "SaveTASettingCrossLine(" + i + ", true)",
-              "SaveTASettingLowIdx(" + i + ", false)", "SaveTASettingHighLow(" + i + ", true)",
-              "SaveTASettingCDP(" + i + ", false)", "SaveTASettingCursorLineLockMode(" + i + ", 0)",
-              "SaveTASettingCursorMoveStyle(" + i + ", 0)",
-              "SaveTAGroupUniNum(" + i + ", " + std::to_string(uniNum) + ")"}) {
-            lines.push_back(line);
-        }
-        return lines;
+        Append(lines, group,
+               {"SaveTAStudyParamSetting({}, [p])", "SaveTAStudyShapeSetting({}, [s])",
+                "SaveTAStudyShowCount({}, 4)", "SaveTATechWndShowKey({}, 4)",
+                "SaveTASettingScalePos({}, 0)", "SaveTASettingChartGrid({}, true)",
+                "SaveTASettingCursor({}, true)", "SaveTASettingCursorOld({}, false)",
+                "SaveTASettingShowTAInfo({}, true)", "SaveTASettingCrossLine({}, true)",
+                "SaveTASettingLowIdx({}, false)", "SaveTASettingHighLow({}, true)",
+                "SaveTASettingCDP({}, false)", "SaveTASettingCursorLineLockMode({}, 0)",
+                "SaveTASettingCursorMoveStyle({}, 0)"});
+        lines.push_back(fmt::format("SaveTAGroupUniNum({}, {})", group, uniNum));
     }
 };
 
@@ -80,11 +79,8 @@ TEST_F(PersistenceTest, SavingEverythingIsOneFixedSequence) {
         "GetTASettingReloadType()",
         "SaveTATrendLine(MXTechView, 0a/2330, [0a/2330/0000/0/x=[2002/a/b/c/1/]])",
         "SaveTAGroupNameList([A B C])"};
-    const std::vector<int> uniNums{7, 3, 5};
-    for (int i = 0; i < 3; ++i) {
-        for (const std::string& line : GroupLines(i, uniNums[static_cast<std::size_t>(i)])) {
-            expected.push_back(line);
-        }
+    for (const auto& [group, uniNum] : std::map<int, int>{{0, 7}, {1, 3}, {2, 5}}) {
+        AppendSaves(expected, group, uniNum);
     }
     expected.push_back("PackFile()");
     EXPECT_EQ(store.TakeLines(), expected);
@@ -97,36 +93,32 @@ TEST_F(PersistenceTest, LoadingIsOneFixedSequence) {
     memory.trendLines["MXTechView"]["0a/2330"] = {{"0a/2330/0000/0/x", {"l"}}};
     Repository();
     std::vector<std::string> expected{"GetTAGroupMaxCount()", "LoadTAGroupNameList()"};
-    const auto forBoth = [&](const std::string& operation) {
-        expected.push_back(operation + "(0)");
-        expected.push_back(operation + "(1)");
+    const auto forBoth = [&](std::initializer_list<const char*> formats) {
+        for (const int group : {0, 1}) {
+            Append(expected, group, formats);
+        }
     };
-    for (const std::string group : {"0", "1"}) {
+    for (const int group : {0, 1}) {
         for (int pane = 1; pane <= 10; ++pane) {
-            expected.push_back("LoadTAGroupStudyList(" + group + ", StudyTypeLogKey" +
-                               (pane < 10 ? "0" : "") + std::to_string(pane) + ")");
+            expected.push_back(fmt::format("LoadTAGroupStudyList({}, {})", group, PaneKey(pane)));
         }
-        expected.push_back("LoadTAGroupUniNum(" + group + ")");
+        Append(expected, group, {"LoadTAGroupUniNum({})"});
     }
-    expected.push_back("LoadTAStudyParamDefaultSetting()");
-    forBoth("LoadTAStudyParamSetting");
-    expected.push_back("LoadTAStudyShapeDefaultSetting()");
-    forBoth("LoadTAStudyShapeSetting");
-    forBoth("LoadTAStudyShowCount");
-    forBoth("LoadTATechWndShowKey");
-    for (const std::string group : {"0", "1"}) {
-        for (const std::string option :
-             {"ScalePos", "ChartGrid", "Cursor", "CursorOld", "ShowTAInfo", "CrossLine", "LowIdx",
-              "HighLow", "CDP", "CursorLineLockMode", "CursorMoveStyle"}) {
-            expected.push_back("LoadTASetting" + option + "(" + group + ")");
-        }
-    }
-    for (const std::string line :
-         {"LoadTATrendLineSettingClass()", "LoadTATrendLineSettingSymbols(MXTechView)",
-          "LoadTATrendLineSymbolUpdTime(MXTechView, 10, 2330)",
-          "LoadTATrendLine(MXTechView, 0a/2330)"}) {
-        expected.push_back(line);
-    }
+    expected.emplace_back("LoadTAStudyParamDefaultSetting()");
+    forBoth({"LoadTAStudyParamSetting({})"});
+    expected.emplace_back("LoadTAStudyShapeDefaultSetting()");
+    forBoth({"LoadTAStudyShapeSetting({})"});
+    forBoth({"LoadTAStudyShowCount({})"});
+    forBoth({"LoadTATechWndShowKey({})"});
+    forBoth({"LoadTASettingScalePos({})", "LoadTASettingChartGrid({})", "LoadTASettingCursor({})",
+             "LoadTASettingCursorOld({})", "LoadTASettingShowTAInfo({})",
+             "LoadTASettingCrossLine({})", "LoadTASettingLowIdx({})", "LoadTASettingHighLow({})",
+             "LoadTASettingCDP({})", "LoadTASettingCursorLineLockMode({})",
+             "LoadTASettingCursorMoveStyle({})"});
+    Append(expected, 0,
+           {"LoadTATrendLineSettingClass()", "LoadTATrendLineSettingSymbols(MXTechView)",
+            "LoadTATrendLineSymbolUpdTime(MXTechView, 10, 2330)",
+            "LoadTATrendLine(MXTechView, 0a/2330)"});
     EXPECT_EQ(store.TakeLines(), expected);
 }
 

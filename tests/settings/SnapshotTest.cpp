@@ -1,19 +1,16 @@
 #include "settings/SettingsSnapshot.h"
 #include "tests/support/TestAccess.h"
 
+#include <fmt/format.h>
+
 namespace ta::test {
 namespace {
 
 using settings::SettingsSnapshot;
 using Names = std::vector<CString>;
 
-/// All that a user can see of the groups, by name.
-struct Seen {
-    Names names;
-    std::map<CString, std::string> groups;
-
-    bool operator==(const Seen&) const = default;
-};
+/// All that a user can see of the groups, by name, and under "?" their order.
+using Seen = std::map<CString, std::string>;
 
 class SnapshotTest : public SettingsFixture {
 protected:
@@ -38,32 +35,36 @@ protected:
     }
 
     Seen Look() {
-        Seen seen;
-        Repository().GetGroupNameList(seen.names);
-        for (const CString& name : seen.names) {
+        CTaSettingHandle& repository = Repository();
+        Seen seen{{"?", fmt::format("{}", fmt::join(Listed(), ","))}};
+        for (const CString& name : Listed()) {
             StudyLists lists;
-            Names strings;
-            Repository().GetStudyListByGroupName(name, lists);
-            std::string all = std::to_string(Repository().GetUniNumByGroupName(name));
-            for (const auto& pane : lists) {
-                for (const StudyType type : pane) {
-                    all += ' ' + std::to_string(type);
-                }
-            }
-            all += '#' + std::to_string(Repository().GetStudyCountByGroupName(name)) + '#' +
-                   std::to_string(Repository().GetTechWndKeyByGroupName(name));
-            Repository().GetStudyParamSettingByGroupName(name, strings);
-            for (const CString& each : strings) {
-                all += '|' + each;
-            }
-            Repository().GetStudyShapeSettingByGroupName(name, strings);
-            for (const CString& each : strings) {
-                all += '|' + each;
-            }
-            all += Repository().GetDrawInfo(name)->CommonProperty().bChartGrid ? "+" : "-";
-            seen.groups[name] = all;
+            Names params;
+            Names shapes;
+            repository.GetStudyListByGroupName(name, lists);
+            repository.GetStudyParamSettingByGroupName(name, params);
+            repository.GetStudyShapeSettingByGroupName(name, shapes);
+            seen[name] = fmt::format(
+                "{} {} {} {} {} {} {} {}", repository.GetUniNumByGroupName(name),
+                repository.GetStudyCountByGroupName(name),
+                repository.GetTechWndKeyByGroupName(name),
+                repository.GetDrawInfo(name)->CommonProperty().bChartGrid, fmt::join(params, "|"),
+                fmt::join(shapes, "|"), fmt::join(lists.at(0), ","), fmt::join(lists.at(1), ","));
         }
         return seen;
+    }
+    Names Listed() {
+        Names names;
+        Repository().GetGroupNameList(names);
+        return names;
+    }
+    /// Takes names off the list.
+    void Unlist(std::initializer_list<const char*> unlisted) {
+        Names names = Listed();
+        for (const char* name : unlisted) {
+            std::erase(names, name);
+        }
+        Repository().SetGroupNameList(names);
     }
 
     /// Runs `edit` between a snapshot and its return; everything must be as it was.
@@ -103,22 +104,13 @@ TEST_F(SnapshotTest, UndoesAddsAndRenamesThatUseEachOthersNames) {
 }
 
 TEST_F(SnapshotTest, UndoesTheDeletionOfAGroupThatIsListedNoMore) {
-    ExpectUndone([this] {
-        Names names;
-        Repository().GetGroupNameList(names);
-        std::erase(names, "B");
-        Repository().SetGroupNameList(names);
-    });
+    ExpectUndone([this] { Unlist({"B"}); });
 }
 
 TEST_F(SnapshotTest, MakesGroupsAgainWhoseObjectsAreGone) {
     ExpectUndone([this] {
         // The record of a deleted group gives way to another one of its name.
-        Names names;
-        Repository().GetGroupNameList(names);
-        std::erase(names, "A");
-        std::erase(names, "B");
-        Repository().SetGroupNameList(names);
+        Unlist({"A", "B"});
         Repository().AddGroupSetting("A");
         Repository().ModifyGroupName("C", "B");
         Repository().AddGroupSetting("?");
@@ -141,10 +133,7 @@ TEST_F(SnapshotTest, KeepsGroupsOfOneNumberApart) {
 }
 
 TEST_F(SnapshotTest, KeepsGroupsThatWereListedNoMoreBefore) {
-    Names names;
-    Repository().GetGroupNameList(names);
-    std::erase(names, "B");
-    Repository().SetGroupNameList(names);
+    Unlist({"B"});
     const int number = Repository().GetUniNumByGroupName("B");
     const SettingsSnapshot snapshot = SettingsSnapshot::Take(Repository());
     Repository().ClearNoUseGroup();
@@ -152,7 +141,7 @@ TEST_F(SnapshotTest, KeepsGroupsThatWereListedNoMoreBefore) {
     snapshot.Restore(Repository());
     EXPECT_EQ(Repository().GetUniNumByGroupName("B"), number);
     EXPECT_EQ(Repository().FindGroup("B"), 0);
-    EXPECT_EQ(snapshot.GroupNames(), names);
+    EXPECT_EQ(snapshot.GroupNames(), Listed());
 }
 
 }  // namespace

@@ -25,12 +25,6 @@ protected:
     void OpenGroups(const CString& group = "Trend") { Open(kGroups, 0, 0, group); }
     QStringList Screens() { return Texts(InFront<QListWidget>("screenList")); }
     QString Hint() { return InFront<QLabel>("hintLabel").text(); }
-    /// A group file with one group of the study 23.
-    void ExpectFile(const CString& name) {
-        Write(Path("in.TASG"), "[Common]\r\nFileVersion=TAS Ver3.0\r\nGroupList=" + name + "\r\n[" +
-                                   name + "]\r\nStudyType01=23\r\nStudyShowCount=1\r\n");
-        prompts.ExpectFile(Path("in.TASG"));
-    }
     void ExpectQuestion(const QString& text, Answer preset) {
         EXPECT_EQ(prompts.Last().text, text);
         EXPECT_EQ(prompts.Last().icon, PromptIcon::Question);
@@ -47,9 +41,7 @@ TEST_F(GroupPageTest, ShowsTheGroupsAndTheStudiesOfTheActiveOne) {
     EXPECT_EQ(SelectedGroup(), "許功蓋");
     EXPECT_EQ(Panes(), QStringList{"pane 1: 指數平滑異同移動平均線"});
     ClickRow(Groups(), 0);
-    EXPECT_EQ(Panes(), (QStringList{"pane 1: K線, 移動平均線, study 99", "pane 2: 成交量",
-                                    "pane 3: 隨機指標, 指數移動平均線",
-                                    "hidden 4: ", "hidden 5: 指數平滑異同移動平均線"}));
+    EXPECT_EQ(Panes(), kTrendPanes);
     PressKey(Qt::Key_Down);
     EXPECT_EQ(Sheet().GetActiveGroup(), "Swing");
     EXPECT_EQ(Panes().size(), 2);
@@ -114,9 +106,7 @@ TEST_F(GroupPageTest, TheMaximum) {
     }
     Load();
     OpenGroups();
-    prompts.ExpectMessage();
-    ClickButton("addButton");
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPSETTING_MAXCNT");
+    EXPECT_EQ(ToldBy([&] { ClickButton("addButton"); }), "IDS_TECHVIEW-STRING_GROUPSETTING_MAXCNT");
     EXPECT_EQ(GroupNames().size(), 11U);
     EXPECT_TRUE(sheet::IsFull(12, 12) && sheet::IsFull(13, 12) && sheet::IsFull(0, 0));
     EXPECT_FALSE(sheet::IsFull(11, 12) || sheet::IsFull(1000, -1)) << "a negative one is none";
@@ -316,18 +306,15 @@ TEST_F(GroupPageTest, ImportReportsEveryGroupAndDropsTheDraftsOfThoseInTheFile) 
     ShowCount().setValue(9);
     Turn(kGroups);
     ClickRow(Groups(), 1);
-    ExpectFile("Trend");
+    ExpectGroupFile("Trend");
     OnDialog([this](ui::DialogBase& dialog) {
         memory.viewGroups[3] = {{"Later", 1}};
         // The file's group to the second place.
         Press(dialog, Qt::Key_Down, Qt::ControlModifier);
         Press(dialog, Qt::Key_Return);
     });
-    prompts.ExpectMessage();
-    ClickButton("importButton");
-    EXPECT_EQ(prompts.Last().text,
+    EXPECT_EQ(ToldBy([&] { ClickButton("importButton"); }, ui::PromptIcon::None),
               "IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK\nadded 0, overwritten 1");
-    EXPECT_EQ(prompts.Last().icon, PromptIcon::None);
     EXPECT_EQ(GroupNames(), (Names{"Swing", "Trend", kName}));
     EXPECT_EQ(SelectedGroup(), "Trend") << "the group that now has the place";
     EXPECT_EQ(Sheet().GetActiveGroup(), "Trend");
@@ -348,10 +335,8 @@ TEST_F(GroupPageTest, AFileThatIsNotThereIsToldAndACancelledPickerIsNot) {
     ClickButton("importButton");
     EXPECT_EQ(prompts.Last().text, "*.TASG") << "the filter";
     prompts.ExpectFile(Path("missing.TASG"));
-    prompts.ExpectMessage();
-    ClickButton("importButton");
-    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_GROUPIMPORT_NOSELECT_FILE");
-    EXPECT_EQ(prompts.Last().icon, PromptIcon::Warning);
+    EXPECT_EQ(ToldBy([&] { ClickButton("importButton"); }),
+              "IDS_TECHVIEW-STRING_GROUPIMPORT_NOSELECT_FILE");
     EXPECT_EQ(TakeWrites(), Lines{});
 }
 

@@ -2,9 +2,14 @@
 // what given back at the end, and another terminal that saves meanwhile.
 
 #include "platform/Text.h"
+#include "settings/Messages.h"
 #include "tests/sheet/SheetFixture.h"
 
 #include <QLineEdit>
+#include <QPointer>
+#include <QTest>
+
+#include <new>
 
 namespace ta::test {
 namespace {
@@ -16,8 +21,23 @@ protected:
         Sheet().SetActiveGroup(group);
         Turn(kStudies);
     }
+    void StartAgain() {
+        EndSheet();
+        StoreAtFirst();
+        Load();
+    }
     /// What the last reload told, as language keys.
     QStringList News() { return prompts.Last().text.split("\n\n"); }
+    /// Another terminal has stored these groups, with their numbers.
+    void CommitElsewhere(const std::vector<std::pair<CString, int>>& groups) {
+        memory.names = Names();
+        memory.uniNums.clear();
+        for (const auto& [name, number] : groups) {
+            memory.uniNums[static_cast<unsigned>(memory.names->size())] = number;
+            memory.names->push_back(name);
+        }
+        memory.reloadFlag = true;
+    }
 };
 
 const QString kChanged = "IDS_TADIALOGS-SHEET_CHANGED_ELSEWHERE";
@@ -173,10 +193,7 @@ TEST_F(SessionTest, WhatTheChartModuleRefusesIsToldAndStaysDrafted) {
     Enter("P", "6");
     drawInfo.FailOnCall("bSetStudyParams", CallPlan::kEveryCall);
     const int commits = memory.packCount;
-    prompts.ExpectMessage();
-    Save();
-    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-SHEET_REFUSED 移動平均線");
-    EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Warning);
+    EXPECT_EQ(ToldBy([&] { Save(); }), "IDS_TADIALOGS-SHEET_REFUSED 移動平均線");
     EXPECT_TRUE(Sheet().isVisible());
     EXPECT_EQ(Text("P"), "6") << "the edit is still there";
     EXPECT_EQ(memory.packCount, commits);
@@ -303,16 +320,13 @@ TEST_F(SessionTest, StudiesThatTheGroupPageStoredAreKeptLikeOtherEdits) {
 
 TEST_F(SessionTest, AGroupThatAnotherTerminalRenamesStaysSelectedWithItsStudy) {
     for (const unsigned page : {kGroups, kStudies}) {
-        memory.names = Names{"Trend", "Swing", "Other"};
-        Load();
         Open(kStudies, 2, 2);
         Enter("短期", "7");
         Turn(page);
         if (page == kGroups) {
             ClickStudy(2, 1);
         }
-        memory.names = Names{"Swing", "Their name", "Trend"};
-        memory.uniNums = {{0, 3}, {1, 5}, {2, 8}};
+        CommitElsewhere({{"Swing", 3}, {"Their name", 5}, {"Trend", 8}});
         Store(1, {{kCandles}, {kExponential, kVolume}, {}, {}, {}});
         ReloadAndGoOn();
         EXPECT_EQ(Sheet().GetActiveGroup(), "Their name");
@@ -321,10 +335,7 @@ TEST_F(SessionTest, AGroupThatAnotherTerminalRenamesStaysSelectedWithItsStudy) {
         Save();
         EXPECT_EQ(StoredParams(kExponential, "Their name").front(), 7);
         EXPECT_NE(StoredParams(kExponential, "Trend").front(), 7);
-        memory = MemoryConfigStore();
-        memory.uniNums = {{0, 5}, {1, 3}, {2, 8}};
-        memory.showCounts = {{0, 3}};
-        Store(0, {{kCandles}, {}, {kStochastic, kExponential}});
+        StartAgain();
     }
 }
 
@@ -365,6 +376,144 @@ TEST_F(SessionTest, ClosingAfterAReloadDropsTheDraftsAndStoresNothing) {
     EXPECT_EQ(Sheet().IsAlwaysSave(), 0);
     EXPECT_EQ(memory.packCount, commits);
     EXPECT_EQ(StoredParams(kAverages).front(), 5);
+}
+
+// ---- What a commit of another terminal must not break ----
+
+TEST_F(SessionTest, TheFieldOfAGroupThatIsRenamedOrDeletedElsewhereLivesWhileItIsTypedInto) {
+    const std::vector<std::pair<CString, int>> commits[] = {{{"Renamed", 5}, {"Swing", 3}},
+                                                            {{"Theirs", 3}}};
+    for (const auto& groups : commits) {
+        Open();
+        const QPointer<QAbstractSpinBox> field = &Value("期數1");
+        Click(*field);
+        CommitElsewhere(groups);
+        prompts.ExpectChoice(0);
+        Press(Sheet(), Qt::Key_8);
+        ASSERT_NE(field, nullptr) << groups[0].first;
+        QTest::keyClick(field, Qt::Key_9);  // tells nobody any more
+        AwaitPrompts();
+        EXPECT_EQ(field, nullptr);
+        EXPECT_EQ(Sheet().GetActiveGroup(), groups[0].first);
+        EXPECT_FALSE(Sheet().IsEditStudy()) << "it fell on no other field";
+        StartAgain();
+    }
+}
+
+TEST_F(SessionTest, ANameThatComesBackBeginsAnew) {
+    const std::pair<std::function<void()>, QString> cases[] = {
+        {[this] { AddGroup("Swing"); }, "pane 1: K線, 移動平均線"},
+        {[this] { RenameGroup("Swing"); }, "pane 1: K線, 移動平均線, study 99"},
+        {[this] { ImportGroup("Swing"); }, "pane 1: 隨機指標"},
+    };
+    for (const auto& [takeName, panes] : cases) {
+        Open(kGroups, 0, 0, "Swing");
+        CommitElsewhere({{"Trend", 5}});
+        prompts.ExpectChoice(0);
+        RenameGroup("Too late");  // which drafts a group that is no longer there
+        AwaitPrompts();
+        EXPECT_EQ(Texts(Groups()), QStringList{"Trend"});
+        takeName();
+        ClickRow(Groups(), Groups().count() - 1);
+        EXPECT_EQ(Panes()[0], panes);
+        StartAgain();
+    }
+}
+
+TEST_F(SessionTest, AnImportStoresWhatWasEditedBefore) {
+    Open(kGroups, 0, 0);
+    AddGroup("Mine");
+    ImportGroup("File");
+    ReloadAndGoOn();
+    EXPECT_EQ(News(), QStringList{kChanged});
+    EXPECT_EQ(GroupNames().size(), 5U);
+    ImportGroup("Another");
+    AddGroup("Later");
+    ReloadAndGoOn();
+    EXPECT_EQ(News(), (QStringList{kChanged, kLostList}));
+    EXPECT_EQ(GroupNames().back(), "Another");
+}
+
+TEST_F(SessionTest, RowsOfAnOldStateAreNotStoredAsTheOrder) {
+    Open(kGroups, 0, 0);
+    DragRow(Groups(), 0, 2);
+    CommitElsewhere({{"Trend", 5}, {"Theirs", 9}, {"Swing", 3}});
+    prompts.ExpectChoice(0);
+    OnDialog([](ui::DialogBase& dialog) { dialog.reject(); });
+    ClickButton("exportButton");
+    AwaitPrompts();
+    EXPECT_EQ(GroupNames(), (Names{"Trend", "Theirs", "Swing"}));
+    EXPECT_EQ(memory.names, GroupNames());
+}
+
+TEST_F(SessionTest, WhatIsNoReloadIsNotTold) {
+    Open();
+    Enter("期數1", "8");
+    Repository().SendMsg2AllTechView(kGroupChangeMessage, 0);  // a group was changed
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(Sheet().IsEditStudy());
+    Turn(kGroups);
+    AddGroup("Mine");
+    Save();
+    CommitElsewhere({{"Theirs", 9}});
+    Load();  // when the sheet is closed
+    EXPECT_EQ(Sheet().IsEditGroup(), 1) << "the creator of the sheet asks now";
+    EXPECT_EQ(Changed(), (Changes{0, 5}));
+}
+
+TEST_F(SessionTest, NewsBeforeTheSheetShowsOrWhileTheChoiceStandsIsTold) {
+    CTaSettingSheet sheet("caption", nullptr, kStudies, "Trend", 0, 0, 2);
+    Load();
+    QCoreApplication::processEvents();
+    prompts.ExpectChoice(0);
+    Show(sheet);
+    AwaitPrompts();
+    EXPECT_EQ(News(), QStringList{kChanged});
+    sheet.hide();
+
+    Open();
+    Enter("期數1", "8");
+    prompts.ExpectChoice(0);
+    prompts.Meanwhile([this] {
+        EXPECT_EQ(News(), (QStringList{kChanged, kKept}));
+        CommitElsewhere({{"Theirs", 9}});
+        Repository().ReloadTASetting();
+    });
+    prompts.ExpectChoice(0);
+    Load();
+    AwaitPrompts();
+    ASSERT_EQ(News().size(), 2);
+    EXPECT_TRUE(News()[1].contains("LOST_STUDY_EDITS Trend"));
+}
+
+TEST_F(SessionTest, GroupsAreComparedWithTheirNamesWhenTheSheetWasMade) {
+    Open();
+    CommitElsewhere({{"Trend", 5}, {"Renamed", 3}, {"Theirs", 8}});
+    ReloadAndGoOn();
+    EXPECT_EQ(Changed(), (Changes{1, 2}));
+}
+
+TEST_F(SessionTest, CancelAsksForDraftsOfAPageThatWasNeverShown) {
+    Open(kGroups, 0, 0);
+    ClickStudy(0, 0);
+    ClickButton("moveDownButton");
+    ReloadAndGoOn();  // leaves the draft, and no edit of the list
+    prompts.ExpectYesNo(false);
+    Cancel();
+    EXPECT_FALSE(Sheet().isVisible());
+    EXPECT_EQ(Studies("Trend")[0].front(), kCandles);
+}
+
+TEST_F(SessionTest, WhatAPageCannotSaveAfterYesTheSheetSaves) {
+    Open(kGroups, 0, 0);
+    AddGroup("New");
+    prompts.ExpectYesNo(true);
+    store.RunBefore("SaveTAGroupNameList", 1 + store.Calls("SaveTAGroupNameList"),
+                    [] { throw std::bad_alloc(); });
+    EXPECT_EQ(ToldBy([&] { Cancel(); }), "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_FALSE(Sheet().isVisible());
+    EXPECT_EQ(Sheet().IsAlwaysSave(), 1);
+    EXPECT_EQ(memory.names->back(), "New");
 }
 
 }  // namespace

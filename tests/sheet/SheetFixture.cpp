@@ -8,7 +8,6 @@
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -26,18 +25,6 @@ constexpr std::pair<const char*, const char*> kTexts[] = {
     {"IDS_TADIALOGS-SHEET_SHAPE_CHANGE", "%1 %2"},
 };
 
-void MoveMouse(QWidget& view, QPoint position) {
-    QMouseEvent move(QEvent::MouseMove, position, view.mapToGlobal(position), Qt::NoButton,
-                     Qt::LeftButton, {});
-    QApplication::sendEvent(&view, &move);
-}
-
-void PressAndMove(QWidget& view, QPoint from, QPoint to) {
-    QTest::mousePress(&view, Qt::LeftButton, {}, from);
-    MoveMouse(view, (from + to) / 2);
-    MoveMouse(view, to);
-}
-
 }  // namespace
 
 SheetFixture::SheetFixture() {
@@ -47,6 +34,16 @@ SheetFixture::SheetFixture() {
     // The process-wide repository may use it until the end.
     static auto& module = *new terminal::TerminalChartModule;
     UseModule(module);
+    StoreAtFirst();
+    Load();
+}
+
+SheetFixture::~SheetFixture() {
+    m_sheet.reset();
+}
+
+void SheetFixture::StoreAtFirst() {
+    memory = MemoryConfigStore();
     memory.names = Names{"Trend", "Swing", text::FromUtf8("許功蓋")};
     memory.uniNums = {{0, 5}, {1, 3}, {2, 8}};
     memory.showCounts = {{0, 3}, {1, 2}, {2, 1}};
@@ -54,11 +51,6 @@ SheetFixture::SheetFixture() {
           {{kCandles, kAverages, kUnknown}, {kVolume}, {kStochastic, kExponential}, {}, {kMacd}});
     Store(1, {{kCandles}, {kBands, kAverages}});
     Store(2, {{kMacd}});
-    Load();
-}
-
-SheetFixture::~SheetFixture() {
-    m_sheet.reset();
 }
 
 void SheetFixture::UseModule(ChartModule& module) {
@@ -94,6 +86,12 @@ void SheetFixture::Open(unsigned page, int pane, int study, const CString& group
         std::make_unique<CTaSettingSheet>("caption", nullptr, page, group, showCount, pane, study);
     Show(*m_sheet);
     TakeWrites();
+}
+
+void SheetFixture::OpenWith(const StudyLists& lists, int pane, int study) {
+    Store(0, lists);
+    Load();
+    Open(kStudies, pane, study);
 }
 
 void SheetFixture::Turn(unsigned page) {
@@ -168,6 +166,19 @@ void SheetFixture::RenameGroup(const QString& name) {
     ClickButton("modifyButton");
 }
 
+void SheetFixture::ExpectGroupFile(const CString& name) {
+    Write(Path("in.TASG"), "[Common]\r\nFileVersion=TAS Ver3.0\r\nGroupList=" + name + "\r\n[" +
+                               name + "]\r\nStudyType01=23\r\nStudyShowCount=1\r\n");
+    prompts.ExpectFile(Path("in.TASG"));
+}
+
+void SheetFixture::ImportGroup(const CString& name) {
+    ExpectGroupFile(name);
+    OnDialog([](ui::DialogBase& dialog) { Press(dialog, Qt::Key_Return); });
+    prompts.ExpectMessage();
+    ClickButton("importButton");
+}
+
 // ---- The tree ----
 
 QStringList SheetFixture::Panes() {
@@ -195,19 +206,13 @@ void SheetFixture::PressInTree(int key, Qt::KeyboardModifiers modifiers) {
     PressKey(key, modifiers);
 }
 
-void SheetFixture::Drag(int pane, int study, int toPane, int toStudy, bool lower,
-                        const std::function<void(QPoint)>& end) {
+void SheetFixture::Drop(int pane, int study, int toPane, int toStudy, bool lower,
+                        const std::function<void()>& atEnd) {
     QTreeWidgetItem* node = Tree().topLevelItem(toPane);
     const QRect target = Tree().visualItemRect(toStudy < 0 ? node : node->child(toStudy));
     const QPoint from = Tree().visualItemRect(Tree().topLevelItem(pane)->child(study)).center();
     const QPoint to(target.center().x(), lower ? target.bottom() - 1 : target.top() + 1);
-    PressAndMove(*Tree().viewport(), from, to);
-    end(to);
-}
-
-void SheetFixture::Drop(int pane, int study, int toPane, int toStudy, bool lower) {
-    Drag(pane, study, toPane, toStudy, lower,
-         [this](QPoint at) { QTest::mouseRelease(Tree().viewport(), Qt::LeftButton, {}, at); });
+    DragMouse(*Tree().viewport(), from, to, atEnd);
 }
 
 // ---- The study page ----
@@ -249,14 +254,6 @@ void SheetFixture::TypeText(QWidget& edit, const QString& text) {
     QApplication::sendEvent(&edit, &commit);
 }
 
-QStringList SheetFixture::Texts(const QListWidget& list) {
-    QStringList texts;
-    for (int row = 0; row < list.count(); ++row) {
-        texts.append(list.item(row)->text());
-    }
-    return texts;
-}
-
 void SheetFixture::ClickRow(QListWidget& list, int row) {
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
                       list.visualItemRect(list.item(row)).center());
@@ -264,9 +261,7 @@ void SheetFixture::ClickRow(QListWidget& list, int row) {
 
 void SheetFixture::DragRow(QListWidget& list, int from, int to) {
     const auto centre = [&list](int row) { return list.visualItemRect(list.item(row)).center(); };
-    const QPoint target = centre(to);
-    PressAndMove(*list.viewport(), centre(from), target);
-    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, target);
+    DragMouse(*list.viewport(), centre(from), centre(to));
 }
 
 }  // namespace ta::test

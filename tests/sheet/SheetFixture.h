@@ -57,11 +57,16 @@ protected:
 
     static constexpr unsigned kGroups = 0;
     static constexpr unsigned kStudies = 1;
+    inline static const QStringList kTrendPanes{
+        "pane 1: K線, 移動平均線, study 99", "pane 2: 成交量", "pane 3: 隨機指標, 指數移動平均線",
+        "hidden 4: ", "hidden 5: 指數平滑異同移動平均線"};
 
     SheetFixture();
     ~SheetFixture() override;
 
     static void UseModule(ChartModule& module);
+    /// The store as it is at first; the next load takes it.
+    void StoreAtFirst();
     /// Puts the study lists of a group, by its place, into the store.
     void Store(unsigned group, const StudyLists& lists);
     static TaDrawInfo& DrawInfo(const CString& group = "Trend");
@@ -76,6 +81,8 @@ protected:
     /// Opens it with a study (from 1) of a pane (from 0) selected.
     void Open(unsigned page = kStudies, int pane = 0, int study = 2, const CString& group = "Trend",
               int showCount = 0);
+    /// The study page, after "Trend" got these studies.
+    void OpenWith(const StudyLists& lists, int pane, int study);
     CTaSettingSheet& Sheet() { return *m_sheet; }
     void EndSheet() { m_sheet.reset(); }
     template <class Control>
@@ -109,6 +116,9 @@ protected:
     void EnterName(const QString& preset, const QString& name);
     void AddGroup(const QString& name);
     void RenameGroup(const QString& name);
+    /// The next file picker gives a file of one group with the study 23.
+    void ExpectGroupFile(const CString& name);
+    void ImportGroup(const CString& name);
 
     // ---- The tree of the page in front ----
 
@@ -119,10 +129,9 @@ protected:
     /// A study of a pane, or, with -1, the pane itself.
     void ClickStudy(int pane, int study);
     void PressInTree(int key, Qt::KeyboardModifiers modifiers = {});
-    /// Drags a study to the upper or lower part of another item; `end` does the rest.
-    void Drag(int pane, int study, int toPane, int toStudy, bool lower,
-              const std::function<void(QPoint)>& end);
-    void Drop(int pane, int study, int toPane, int toStudy, bool lower);
+    /// Drags a study to the upper or lower part of another item.
+    void Drop(int pane, int study, int toPane, int toStudy, bool lower,
+              const std::function<void()>& atEnd = {});
 
     // ---- The study page ----
 
@@ -153,7 +162,6 @@ protected:
 
     /// What an input method does: the text at the place of the selection or caret.
     static void TypeText(QWidget& edit, const QString& text);
-    static QStringList Texts(const QListWidget& list);
     static void ClickRow(QListWidget& list, int row);
     static void DragRow(QListWidget& list, int from, int to);
 

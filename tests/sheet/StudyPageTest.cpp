@@ -7,7 +7,6 @@
 #include "terminal/lang/Language.h"
 #include "terminal/studies/TerminalChartModule.h"
 #include "tests/sheet/SheetFixture.h"
-#include "tests/support/MemoryServices.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -17,7 +16,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
 
 #include <cstdio>
@@ -32,9 +30,7 @@ using StudyPageTest = SheetFixture;
 
 TEST_F(StudyPageTest, ShowsTheGroupsPanesAndTheEditorOfTheSelectedStudy) {
     Open();
-    EXPECT_EQ(Panes(), (QStringList{"pane 1: K線, 移動平均線, study 99", "pane 2: 成交量",
-                                    "pane 3: 隨機指標, 指數移動平均線",
-                                    "hidden 4: ", "hidden 5: 指數平滑異同移動平均線"}));
+    EXPECT_EQ(Panes(), kTrendPanes);
     EXPECT_EQ(ShowCount().value(), 3);
     EXPECT_EQ(SelectedStudy(), "移動平均線");
     EXPECT_EQ(Text("期數3"), "20");
@@ -152,9 +148,7 @@ TEST_F(StudyPageTest, AValueThatCannotBeIsShownAtItsFieldAndNotSaved) {
 }
 
 TEST_F(StudyPageTest, TheEdgesOfTheRangeAndOfTheSteps) {
-    Store(0, {{kBands, kSar}});
-    Load();
-    Open(kStudies, 0, 1);
+    OpenWith({{kBands, kSar}}, 0, 1);
     const QString deviations = "標準差倍數";  // 0.1 to 10, step 0.1, two decimals
     for (const char* text : {"0.1", "10", "9.99", "10.00"}) {
         Enter(deviations, text);
@@ -326,12 +320,8 @@ TEST_F(StudyPageTest, ThePickerFindsByThreeNames) {
 // ---- Studies in panes ----
 
 TEST_F(StudyPageTest, AFullPaneRefuses) {
-    Store(0, {{0, 4, 5, 6, 7, 8, 9, 10}, {kVolume}});
-    Load();
-    Open(kStudies, 0, 1);
-    prompts.ExpectMessage();
-    Press(Sheet(), Qt::Key_Insert);
-    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-SHEET_PANE_FULL 1 8");
+    OpenWith({{0, 4, 5, 6, 7, 8, 9, 10}, {kVolume}}, 0, 1);
+    EXPECT_EQ(ToldBy([&] { Press(Sheet(), Qt::Key_Insert); }), "IDS_TADIALOGS-SHEET_PANE_FULL 1 8");
     ClickStudy(1, 0);
     prompts.ExpectMessage();
     Press(Sheet(), Qt::Key_Left, Qt::ControlModifier);
@@ -398,10 +388,9 @@ TEST_F(StudyPageTest, StudiesMoveByDragging) {
     Drop(1, 1, 3, -1, false);
     EXPECT_EQ(Panes()[3], "hidden 4: study 99");
     const QStringList panes = Panes();
-    Drag(2, 0, 0, 0, false, [this](QPoint at) {
+    Drop(2, 0, 0, 0, false, [this] {
         Press(Sheet(), Qt::Key_Delete);
         Press(Sheet(), Qt::Key_Escape);
-        QTest::mouseRelease(Tree().viewport(), Qt::LeftButton, {}, at);
     });
     EXPECT_TRUE(Sheet().isVisible()) << "Escape gives up the drag, not the sheet";
     EXPECT_EQ(Panes(), panes);
@@ -413,9 +402,7 @@ TEST_F(StudyPageTest, StudiesMoveByDragging) {
 }
 
 TEST_F(StudyPageTest, TheFirstPaneKeepsItsLastStudyOnBothPages) {
-    Store(0, {{kCandles}, {}, {kVolume}});
-    Load();
-    Open(kStudies, 0, 1);
+    OpenWith({{kCandles}, {}, {kVolume}}, 0, 1);
     const std::function<void()> attempts[] = {
         [this] { PressInTree(Qt::Key_Delete); },
         [this] { ClickButton("removeButton"); },
@@ -440,9 +427,7 @@ TEST_F(StudyPageTest, TheFirstPaneKeepsItsLastStudyOnBothPages) {
         },
     };
     for (const auto& attempt : attempts) {
-        prompts.ExpectMessage();
-        attempt();
-        EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-SHEET_FIRST_PANE");
+        EXPECT_EQ(ToldBy([&] { attempt(); }), "IDS_TADIALOGS-SHEET_FIRST_PANE");
         EXPECT_EQ(Panes().mid(0, 2), (QStringList{"pane 1: K線", "pane 2: "}));
         EXPECT_EQ(Studies("Trend")[0], std::vector<StudyType>{kCandles});
         EXPECT_FALSE(Sheet().IsEditStudy());
@@ -458,16 +443,18 @@ TEST_F(StudyPageTest, TheFirstPaneKeepsItsLastStudyOnBothPages) {
     EXPECT_EQ(Panes()[0], "pane 1: K線");
 }
 
-TEST_F(StudyPageTest, TenPanesCanBeShownAndTypingTenKeepsTheSelectedOne) {
-    Store(0, {{kCandles}, {kVolume}});
-    Load();
-    Open(kStudies, 2, 0);
+TEST_F(StudyPageTest, TheNumberOfPanesLeavesStudiesAndSelection) {
+    OpenWith({{kCandles}, {kVolume}}, 2, 0);
     ShowCount().setFocus();
     PressKey(Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(&ShowCount(), "1");
-    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{2, -1}));
-    QTest::keyClicks(&ShowCount(), "0");
-    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{2, -1}));
+    for (const char* digit : {"1", "0"}) {
+        QTest::keyClicks(&ShowCount(), digit);
+        EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{2, -1})) << "of a pane that is not shown";
+        if (*digit == '1') {
+            EXPECT_EQ(Panes().mid(0, 3),
+                      (QStringList{"pane 1: K線", "hidden 2: 成交量", "hidden 3: "}));
+        }
+    }
     EXPECT_EQ(Tree().topLevelItemCount(), 10);
     EXPECT_EQ(Panes()[9], "pane 10: ");
     ClickStudy(9, -1);
@@ -477,20 +464,9 @@ TEST_F(StudyPageTest, TenPanesCanBeShownAndTypingTenKeepsTheSelectedOne) {
     Save();
     EXPECT_EQ(memory.showCounts[0], 10);
     EXPECT_EQ(Studies("Trend")[9], std::vector<StudyType>{41});
-}
-
-TEST_F(StudyPageTest, FewerPanesHideAndKeepTheirStudiesAndTheSelection) {
-    Store(0, {{kCandles}, {kVolume}});
-    Load();
-    Open(kStudies, 2, 0);
-    ShowCount().setFocus();
-    for (int i = 0; i < 3; ++i) {
-        PressKey(Qt::Key_Down);
-    }
-    EXPECT_EQ(ShowCount().value(), 1);
-    EXPECT_EQ(Panes().mid(0, 3), (QStringList{"pane 1: K線", "hidden 2: 成交量", "hidden 3: "}));
-    EXPECT_EQ(Tree().CurrentPlace(), (sheet::Place{2, -1})) << "of a pane that is not shown";
     const StudyLists before = Studies("Trend");
+    Open();
+    ShowCount().setValue(1);
     Save();
     EXPECT_EQ(Repository().GetStudyCountByGroupName("Trend"), 1);
     EXPECT_EQ(Studies("Trend"), before);
@@ -552,38 +528,35 @@ TEST_F(StudyPageTest, ThePickerIsWorkedFromItsSearchBox) {
 }
 
 /// In a process of its own, whose user may use the studies of the default group only.
-[[noreturn]] void ShowPickerWithoutAdvancedStudies() {
-    static MemoryConfigStore store;
-    static terminal::TerminalChartModule module;
-    static MemoryEntitlement entitlement;
-    entitlement.denied = {Function::AdvancedStudies};
-    Services services;
-    services.configStore = &store;
-    services.chartModule = &module;
-    services.entitlement = &entitlement;
-    CSyncInfo::GetSettingCFG().SetServices(services);
-    auto* sheet = new CTaSettingSheet("caption", nullptr, 1, "", 0, 0, 0);
-    sheet->show();
-    QStringList studies;
-    QTimer::singleShot(0, [&studies] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        for (QTreeWidgetItemIterator item(dialog->findChild<QTreeWidget*>("studyList"));
-             *item != nullptr; ++item) {
-            if ((*item)->parent() != nullptr) {
+class StudyPickerDeathTest : public DialogFixture {
+protected:
+    [[noreturn]] static void ShowPicker() {
+        static terminal::TerminalChartModule module;
+        Services services = CSyncInfo::GetSettingCFG().GetServices();
+        services.chartModule = &module;
+        CSyncInfo::GetSettingCFG().SetServices(services);
+        CTaSettingSheet sheet("caption", nullptr, 1, "", 0, 0, 0);
+        Show(sheet);
+        DialogDriver driver;
+        driver.Expect([](QWidget& dialog) {
+            QStringList studies;
+            for (QTreeWidgetItemIterator item(&Find<QTreeWidget>(dialog, "studyList"));
+                 *item != nullptr; ++item) {
                 studies.append((*item)->text(1));
             }
-        }
-        dialog->close();
-    });
-    sheet->findChild<CTASetParam*>()->findChild<QPushButton*>("addButton")->click();
-    std::fprintf(stderr, "<%s>", studies.join(' ').toUtf8().data());
-    std::_Exit(0);
-}
+            studies.removeAll("");  // headings
+            std::fprintf(stderr, "<%s>", qPrintable(studies.join(' ')));
+            std::_Exit(0);
+        });
+        Click(Find<QPushButton>(*sheet.GetActivePage(), "addButton"));
+        std::_Exit(1);
+    }
+};
 
-TEST(StudyPickerDeathTest, OffersWhatTheUserMayUse) {
+TEST_F(StudyPickerDeathTest, OffersWhatTheUserMayUse) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
-    EXPECT_EXIT(ShowPickerWithoutAdvancedStudies(), testing::ExitedWithCode(0),
-                "<K MA VOL MACD KD>");
+    entitlement.denied = {Function::AdvancedStudies};
+    EXPECT_EXIT(ShowPicker(), testing::ExitedWithCode(0), "<K MA VOL MACD KD>");
 }
 
 // ---- Room ----
@@ -616,26 +589,17 @@ protected:
         QApplication::setFont(large);
     }
 
-    /// Says what is wrong to the process that waits.
-    void Require(bool holds, const QString& what) {
-        if (!holds) {
-            std::fprintf(stderr, "%s\n", qPrintable(what));
-            m_ok = false;
-        }
-    }
-
     /// Buttons have their room, and what takes the focus can be brought into view.
     void RequireReachable(QWidget& window) {
-        Require(window.screen()->availableGeometry().contains(window.frameGeometry()),
-                "larger than the screen");
+        EXPECT_TRUE(window.screen()->availableGeometry().contains(window.frameGeometry()));
         for (QWidget* widget : window.findChildren<QWidget*>()) {
             if (!widget->isVisible() || widget->isWindow() || !widget->isEnabled()) {
                 continue;
             }
-            const QString name = widget->metaObject()->className() + (' ' + widget->objectName());
+            SCOPED_TRACE(widget->metaObject()->className() + widget->objectName().toStdString());
             if (qobject_cast<QAbstractButton*>(widget) != nullptr) {
-                const QSize room = widget->size().boundedTo(widget->minimumSizeHint());
-                Require(room == widget->minimumSizeHint(), name + " is cut");
+                const QSize least = widget->minimumSizeHint();
+                EXPECT_EQ(widget->size().boundedTo(least), least) << "cut";
             }
             if ((widget->focusPolicy() & Qt::TabFocus) != 0) {
                 for (QWidget* up = widget->parentWidget(); up != nullptr; up = up->parentWidget()) {
@@ -643,14 +607,14 @@ protected:
                         area->ensureWidgetVisible(widget);
                     }
                 }
-                Require(!widget->visibleRegion().isEmpty(), name + " cannot be seen");
+                EXPECT_FALSE(widget->visibleRegion().isEmpty()) << "cannot be seen";
             }
         }
     }
 
     [[noreturn]] void CheckRoom() {
         UseLanguageAndFont();
-        Require(QApplication::primaryScreen()->size() == QSize(1366, 768), "another screen");
+        EXPECT_EQ(QApplication::primaryScreen()->size(), QSize(1366, 768));
         Store(0, {{kAverages, kIchimoku, kSar}, {kStochasticRsi, kMacd}});
         Load();
         Open(kGroups, 0, 0);
@@ -670,11 +634,10 @@ protected:
             dialog.reject();
         });
         ClickButton("addButton");
-        std::_Exit(m_ok ? 0 : 1);
+        std::_Exit(HasFailure() ? 1 : 0);
     }
 
 private:
-    bool m_ok = true;
     terminal::Language m_language;
     TranslatedQuotes m_translated;
 };

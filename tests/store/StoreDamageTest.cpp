@@ -1,5 +1,5 @@
-#include "platform/Clock.h"
 #include "tests/store/StoreFixture.h"
+#include "tests/support/MemoryServices.h"
 
 #include <random>
 
@@ -7,21 +7,15 @@ namespace ta::test {
 
 namespace {
 
-class FixedClock final : public Clock {
-public:
-    FixedClock() { SetClock(this); }
-    ~FixedClock() override { SetClock(nullptr); }
-    FixedClock(const FixedClock&) = delete;
-    FixedClock& operator=(const FixedClock&) = delete;
-    std::time_t Now() const override { return 1741003200; }  // 2025-03-03 12:00 UTC
-};
-
 const QString kAside = "settings.db.damaged-2025-03-03";
 
 }  // namespace
 
 class StoreDamageTest : public StoreTest {
 protected:
+    StoreDamageTest() { SetClock(&clock); }
+    ~StoreDamageTest() override { SetClock(nullptr); }
+
     /// Opens the file with these bytes as a store: they must be moved aside untouched, and a store
     /// that works begin in their place.
     void ExpectMovedAside(const QByteArray& bytes, const QString& name = kAside) {
@@ -46,7 +40,7 @@ protected:
         return Contents(Path());
     }
 
-    FixedClock clock;
+    FixedClock clock{1741003200};  // 2025-03-03 12:00 UTC
 };
 
 TEST_F(StoreDamageTest, AStoreCutShortAnywhereIsMovedAside) {
@@ -185,8 +179,7 @@ TEST_F(StoreDamageTest, AFileRuinedMeanwhileIsReplacedByWhatIsInMemory) {
         EXPECT_EQ(Stored(), 1);
         store.DiscardPending();
         store.SetTASettingReloadType(false);
-        int count = 0;
-        EXPECT_EQ(store.GetTAGroupMaxCount(count), !byReload);  // a reload commits nothing
+        EXPECT_EQ(store.MaxCount().has_value(), !byReload) << "a reload commits nothing";
         store.SetTAGroupMaxCount(30);
         store.PackFile();
         EXPECT_TRUE(store.errors.empty());
@@ -236,9 +229,7 @@ TEST_F(StoreDamageTest, ACommitBetweenALossAndTheRestoreIsNotOverwritten) {
         EXPECT_TRUE(store.SetTASettingReloadType(false));
         EXPECT_EQ(LoadGeneration(store), 2);
         EXPECT_EQ(Stored(), 2);
-        int count = 0;
-        EXPECT_TRUE(store.GetTAGroupMaxCount(count));
-        EXPECT_EQ(count, 20);
+        EXPECT_EQ(store.MaxCount(), 20);
     }
     EXPECT_GT(between, 5);
 }
@@ -247,29 +238,22 @@ TEST_F(StoreDamageTest, AFileReplacedMeanwhileIsTakenUpAndNotOverwritten) {
     for (const bool byPacking : {false, true}) {
         RemoveAll();
         Make(1);
-        FakeTime time;
-        TestStore store(Path(), FaultVfs::Name(), time.Clock());
+        TestStore store(Path());
         ASSERT_TRUE(QFile::rename(Path(), Path("old.db")));
         if (!byPacking) {
-            time.Pass(SqliteStore::kQuietGap);
             EXPECT_FALSE(store.ReloadFlag());  // nothing there: memory is the best there is
         }
         Make(2);
-        int count = 20;
         if (byPacking) {
-            store.SetTAGroupMaxCount(count);
+            store.SetTAGroupMaxCount(20);
             store.PackFile();
             EXPECT_TRUE(store.errors.empty());
             EXPECT_EQ(Stored(), 2);
-            count = 0;
-        } else {
-            time.Pass(SqliteStore::kQuietGap);
         }
         EXPECT_TRUE(store.ReloadFlag());
         EXPECT_TRUE(store.SetTASettingReloadType(false));
         EXPECT_EQ(LoadGeneration(store), 2);
-        EXPECT_EQ(store.GetTAGroupMaxCount(count), byPacking);
-        EXPECT_EQ(count, 20);
+        EXPECT_EQ(store.MaxCount(), byPacking ? std::optional(20) : std::nullopt);
     }
 }
 

@@ -185,18 +185,14 @@ TEST_F(StoreFailureTest, NoFileNameOrAFolderAsTheFileFailsAndMissingFoldersAreMa
 
 TEST_F(StoreFailureTest, LoadsKeepTheirStateWhileTheDiskCannotBeRead) {
     Make(1);
-    FakeTime time;
-    TestStore store(Path(), FaultVfs::Name(), time.Clock());
+    TestStore store(Path());
     Make(2);
-    time.Pass(SqliteStore::kQuietGap);
     EXPECT_TRUE(store.ReloadFlag());
     faults.FailFrom(1, FaultVfs::ReadError);
     EXPECT_FALSE(store.SetTASettingReloadType(false));
     EXPECT_EQ(LoadGeneration(store), 1);
-    time.Pass(SqliteStore::kQuietGap);
     EXPECT_FALSE(store.ReloadFlag());
     faults.Heal();
-    time.Pass(SqliteStore::kQuietGap);
     EXPECT_TRUE(store.ReloadFlag());
     EXPECT_TRUE(store.SetTASettingReloadType(false));
     EXPECT_EQ(LoadGeneration(store), 2);
@@ -204,8 +200,7 @@ TEST_F(StoreFailureTest, LoadsKeepTheirStateWhileTheDiskCannotBeRead) {
 
 TEST_F(StoreFailureTest, PackFileWaitsForAnotherProcessAndReportsWhenItTakesTooLong) {
     Make(1);
-    FakeTime time;
-    TestStore store(Path(), FaultVfs::Name(), time.Clock());
+    TestStore store(Path());
     SaveGeneration(store, 2);
     SQLite::Database holder(Path().toStdString(), SQLite::OPEN_READWRITE);
     holder.exec("BEGIN EXCLUSIVE");
@@ -216,7 +211,6 @@ TEST_F(StoreFailureTest, PackFileWaitsForAnotherProcessAndReportsWhenItTakesTooL
 
     // The question for the flag is asked all the time and does not wait.
     const int sleeps = faults.Sleeps();
-    time.Pass(SqliteStore::kQuietGap);
     EXPECT_FALSE(store.ReloadFlag());
     EXPECT_EQ(faults.Sleeps(), sleeps);
 

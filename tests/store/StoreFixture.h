@@ -15,6 +15,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,31 +25,29 @@ using terminal::OpenResult;
 using terminal::PackError;
 using terminal::SqliteStore;
 
-/// A time that moves when told.
-struct FakeTime {
-    std::chrono::nanoseconds now{std::chrono::hours(1)};
-
-    SqliteStore::MonotonicClock Clock() {
-        return [this] { return now; };
-    }
-    void Pass(std::chrono::nanoseconds time) { now += time; }
-};
-
-/// A store with the errors that it reported.
+/// A store with the errors that it reported, and a time of its own.
 struct TestStore : SqliteStore {
-    explicit TestStore(const QString& path, const char* vfs = FaultVfs::Name(),
-                       MonotonicClock clock = {})
-        : SqliteStore(std::move(clock)) {
+    explicit TestStore(const QString& path, const char* vfs = FaultVfs::Name())
+        : SqliteStore([this] { return now; }) {
         SetPackErrorHandler([this](const PackError& error) { errors.push_back(error); });
         opened = Open(path, vfs);
     }
     /// The destructor commits, and may report, while the errors are gone.
     ~TestStore() override { SetPackErrorHandler({}); }
 
+    /// The flag after a pause, as between two actions of the user.
     bool ReloadFlag() {
+        now += kQuietGap;
+        return ReloadFlagAtOnce();
+    }
+    bool ReloadFlagAtOnce() {
         bool reload = false;
         EXPECT_TRUE(GetTASettingReloadType(reload));
         return reload;
+    }
+    std::optional<int> MaxCount() {
+        int count = 0;
+        return GetTAGroupMaxCount(count) ? std::optional(count) : std::nullopt;
     }
     /// The one error since the last call.
     PackError TakeError() {
@@ -58,6 +57,7 @@ struct TestStore : SqliteStore {
         return error;
     }
 
+    std::chrono::nanoseconds now{std::chrono::hours(1)};
     OpenResult opened;
     std::vector<PackError> errors;
 };

@@ -84,15 +84,12 @@ TEST_F(StoreProcessTest, TwoProcessesThatBeginOneStoreShareIt) {
 
 TEST_F(StoreProcessTest, AnothersCommitRaisesTheFlagAndIsSeenOnceItIsLowered) {
     Make(1);
-    FakeTime time;
-    TestStore store(Path(), nullptr, time.Clock());
-    time.Pass(SqliteStore::kQuietGap);
+    TestStore store(Path(), nullptr);
     EXPECT_FALSE(store.ReloadFlag());
     store.SetTAGroupMaxCount(33);  // pending
     store.SaveTAGroupUniNum(0, 77);
 
     ASSERT_TRUE(Writer(Path(), {"once", "2"}).EndsWell());
-    time.Pass(SqliteStore::kQuietGap);
     EXPECT_TRUE(store.ReloadFlag());
     std::vector<CString> names;
     EXPECT_TRUE(store.LoadTAGroupNameList(names));
@@ -105,35 +102,29 @@ TEST_F(StoreProcessTest, AnothersCommitRaisesTheFlagAndIsSeenOnceItIsLowered) {
     int number = 0;
     EXPECT_TRUE(store.LoadTAGroupUniNum(0, number));
     EXPECT_EQ(number, 2);  // what was written of the other party's groups would not fit them
-    EXPECT_TRUE(store.GetTAGroupMaxCount(number));
-    EXPECT_EQ(number, 33);
+    EXPECT_EQ(store.MaxCount(), 33);
 
     store.DiscardPending();
     store.SetTASettingReloadType(false);
     EXPECT_EQ(LoadGeneration(store), 2);
-    time.Pass(SqliteStore::kQuietGap);
     EXPECT_FALSE(store.ReloadFlag());
 }
 
 TEST_F(StoreProcessTest, OnesOwnCommitRaisesNoFlagAndHidesNoneOfAnothers) {
     Make(1);
-    FakeTime time;
-    TestStore store(Path(), nullptr, time.Clock());
+    TestStore store(Path(), nullptr);
     for (int generation = 2; generation < 5; ++generation) {
         SaveGeneration(store, generation);
         store.PackFile();
-        time.Pass(SqliteStore::kQuietGap);
         EXPECT_FALSE(store.ReloadFlag());
     }
     ASSERT_TRUE(Writer(Path(), {"once", "5"}).EndsWell());
     store.SetTAGroupMaxCount(11);
     store.PackFile();
-    EXPECT_TRUE(store.ReloadFlag());
+    EXPECT_TRUE(store.ReloadFlagAtOnce());
     EXPECT_TRUE(store.SetTASettingReloadType(false));
     EXPECT_EQ(LoadGeneration(store), 5);
-    int count = 0;
-    EXPECT_TRUE(store.GetTAGroupMaxCount(count));
-    EXPECT_EQ(count, 11);
+    EXPECT_EQ(store.MaxCount(), 11);
     // Values equal to those of the state before the other's commit are written all the same.
     SaveGeneration(store, 5);
     ASSERT_TRUE(Writer(Path(), {"once", "6"}).EndsWell());
@@ -143,46 +134,40 @@ TEST_F(StoreProcessTest, OnesOwnCommitRaisesNoFlagAndHidesNoneOfAnothers) {
 
 TEST_F(StoreProcessTest, RaisingTheFlagReachesEveryProcessAtOnce) {
     Make(1);
-    FakeTime time;
-    TestStore store(Path(), nullptr, time.Clock());
-    TestStore second(Path(), nullptr, time.Clock());
-    time.Pass(SqliteStore::kQuietGap);
+    TestStore store(Path(), nullptr);
+    TestStore second(Path(), nullptr);
     EXPECT_FALSE(store.ReloadFlag());
     EXPECT_FALSE(second.ReloadFlag());
     ASSERT_TRUE(Writer(Path(), {"raise"}).EndsWell());
-    time.Pass(SqliteStore::kQuietGap);
     EXPECT_TRUE(store.ReloadFlag());
     EXPECT_TRUE(second.ReloadFlag());
     EXPECT_TRUE(store.SetTASettingReloadType(false));
-    time.Pass(SqliteStore::kQuietGap);
     EXPECT_FALSE(store.ReloadFlag());
     EXPECT_TRUE(second.ReloadFlag());  // each process has its own
 
     EXPECT_TRUE(store.SetTASettingReloadType(true));
-    EXPECT_TRUE(store.ReloadFlag());
+    EXPECT_TRUE(store.ReloadFlagAtOnce());
     EXPECT_EQ(Stored(), 1);
 }
 
 TEST_F(StoreProcessTest, TheFileIsLookedAtAfterAPauseAndNotWithinARunOfCalls) {
     using std::chrono::microseconds;
     Make(1);
-    FakeTime time;
-    TestStore store(Path(), FaultVfs::Name(), time.Clock());
-    EXPECT_FALSE(store.ReloadFlag());
+    TestStore store(Path());
+    EXPECT_FALSE(store.ReloadFlagAtOnce());
     Make(2);
     // An operation that asks every 50 microseconds is left alone, though not for ever.
     microseconds asked{0};
-    for (; !store.ReloadFlag(); asked += microseconds(50)) {
+    for (; !store.ReloadFlagAtOnce(); asked += microseconds(50)) {
         ASSERT_LT(asked, microseconds(SqliteStore::kLongestBlind) * 2);
-        time.Pass(microseconds(50));
+        store.now += microseconds(50);
     }
     EXPECT_GE(asked, microseconds(SqliteStore::kLongestBlind));
 
     store.SetTASettingReloadType(false);
-    EXPECT_FALSE(store.ReloadFlag());
+    EXPECT_FALSE(store.ReloadFlagAtOnce());
     Make(3);
-    EXPECT_FALSE(store.ReloadFlag());
-    time.Pass(SqliteStore::kQuietGap);
+    EXPECT_FALSE(store.ReloadFlagAtOnce());
     EXPECT_TRUE(store.ReloadFlag());
 }
 

@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <random>
+#include <tuple>
 
 namespace ta::test {
 
@@ -166,34 +167,30 @@ TEST_F(StoreValueTest, TrendLinesFollowEveryOrderOfWriting) {
     std::mt19937 random(seed);
     const auto pick = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
 
-    using Key = std::pair<CString, CString>;  // class, symbol
-    struct State {
-        std::map<Key, CString> lines;
-        std::map<Key, CString> dates;
-    };
+    // The line or the date of a class's symbol.
+    enum Part { kLine, kDate };
+    using State = std::map<std::tuple<CString, CString, Part>, CString>;
     State seen;
     State committed;
     auto store = std::make_unique<TestStore>(Path());
     for (int step = 0; step < 1500; ++step) {
-        const Key key{pick(2) == 0 ? kClass : kOtherClass, std::to_string(pick(4))};
-        const CString symbolKey = "0a/" + key.second;
+        const CString chartClass = pick(2) == 0 ? kClass : kOtherClass;
+        const CString symbol = std::to_string(pick(4));
+        const CString value = std::to_string(step);
         switch (pick(9)) {
             case 0:
-                store->SaveTATrendLine(key.first, symbolKey, {{"type", {}}});
-                seen.lines.erase(key);
-                seen.dates.erase(key);
+                store->SaveTATrendLine(chartClass, "0a/" + symbol, {{"type", {}}});
+                seen.erase({chartClass, symbol, kLine});
+                seen.erase({chartClass, symbol, kDate});
                 break;
             case 1:
-                store->RemoveAllTrendLineData(key.first);
-                std::erase_if(seen.lines,
-                              [&](auto& line) { return line.first.first == key.first; });
-                std::erase_if(seen.dates,
-                              [&](auto& date) { return date.first.first == key.first; });
+                store->RemoveAllTrendLineData(chartClass);
+                std::erase_if(
+                    seen, [&](const auto& each) { return std::get<0>(each.first) == chartClass; });
                 break;
             case 2:
-                store->SaveTATrendLineSymbolUpdTime(key.first, 10, key.second,
-                                                    std::to_string(step));
-                seen.dates[key] = std::to_string(step);
+                store->SaveTATrendLineSymbolUpdTime(chartClass, 10, symbol, value);
+                seen[{chartClass, symbol, kDate}] = value;
                 break;
             case 3:
                 store->PackFile();
@@ -201,9 +198,9 @@ TEST_F(StoreValueTest, TrendLinesFollowEveryOrderOfWriting) {
                 break;
             case 4:
                 store->DiscardPending();
-                EXPECT_TRUE(store->ReloadFlag());
+                EXPECT_TRUE(store->ReloadFlagAtOnce());
                 EXPECT_TRUE(store->SetTASettingReloadType(false));
-                EXPECT_FALSE(store->ReloadFlag());
+                EXPECT_FALSE(store->ReloadFlagAtOnce());
                 seen = committed;
                 break;
             case 5:
@@ -212,33 +209,31 @@ TEST_F(StoreValueTest, TrendLinesFollowEveryOrderOfWriting) {
                 committed = seen;
                 break;
             default:
-                store->SaveTATrendLine(key.first, symbolKey, OneLine(std::to_string(step)));
-                seen.lines[key] = std::to_string(step);
+                store->SaveTATrendLine(chartClass, "0a/" + symbol, OneLine(value));
+                seen[{chartClass, symbol, kLine}] = value;
         }
         State found;
         std::vector<CString> classes;
         EXPECT_TRUE(store->LoadTATrendLineSettingClass(classes));
-        for (const CString& chartClass : classes) {
+        for (const CString& each : classes) {
             std::vector<CString> symbols;
-            EXPECT_TRUE(store->LoadTATrendLineSettingSymbols(chartClass, symbols));
+            EXPECT_TRUE(store->LoadTATrendLineSettingSymbols(each, symbols));
             EXPECT_FALSE(symbols.empty());
-            for (const CString& symbol : symbols) {
+            for (const CString& key : symbols) {
                 TrendLinesByType lines;
-                ASSERT_TRUE(store->LoadTATrendLine(chartClass, symbol, lines));
-                found.lines[{chartClass, symbol.substr(3)}] = lines.front().second.front();
+                ASSERT_TRUE(store->LoadTATrendLine(each, key, lines));
+                found[{each, key.substr(3), kLine}] = lines.front().second.front();
             }
         }
-        for (const CString& chartClass : {kClass, kOtherClass}) {
-            for (int symbol = 0; symbol < 4; ++symbol) {
+        for (const CString& each : {kClass, kOtherClass}) {
+            for (const char* name : {"0", "1", "2", "3"}) {
                 CString date;
-                const CString name = std::to_string(symbol);
-                if (store->LoadTATrendLineSymbolUpdTime(chartClass, 10, name, date)) {
-                    found.dates[{chartClass, name}] = date;
+                if (store->LoadTATrendLineSymbolUpdTime(each, 10, name, date)) {
+                    found[{each, name, kDate}] = date;
                 }
             }
         }
-        ASSERT_EQ(found.lines, seen.lines) << step;
-        ASSERT_EQ(found.dates, seen.dates) << step;
+        ASSERT_EQ(found, seen) << step;
     }
 }
 

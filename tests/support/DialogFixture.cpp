@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QTest>
 
@@ -95,6 +96,38 @@ void DialogFixture::Type(QWidget& field, const char* text) {
     field.setFocus();
     QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(&field, text);
+}
+
+void DialogFixture::MoveMouse(QWidget& view, QPoint to, Qt::MouseButtons buttons) {
+    QMouseEvent move(QEvent::MouseMove, to, view.mapToGlobal(to), Qt::NoButton, buttons, {});
+    QApplication::sendEvent(&view, &move);
+}
+
+void DialogFixture::DragMouse(QWidget& view, QPoint from, QPoint to,
+                              const std::function<void()>& atEnd) {
+    QTest::mousePress(&view, Qt::LeftButton, {}, from);
+    MoveMouse(view, (from + to) / 2);
+    MoveMouse(view, to);
+    if (atEnd) {
+        atEnd();
+    }
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, to);
+}
+
+QStringList DialogFixture::Texts(const QListWidget& list) {
+    QStringList texts;
+    for (int row = 0; row < list.count(); ++row) {
+        texts.append(list.item(row)->text());
+    }
+    return texts;
+}
+
+QString DialogFixture::ToldBy(const std::function<void()>& action, ui::PromptIcon icon) {
+    prompts.ExpectMessage();
+    action();
+    EXPECT_EQ(prompts.Last().icon, icon);
+    EXPECT_EQ(prompts.Last().title, "Terminal");
+    return prompts.Last().text;
 }
 
 void DialogFixture::Translate(QWidget& dialog,

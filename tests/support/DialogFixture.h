@@ -9,10 +9,12 @@
 #include "tests/support/MemoryServices.h"
 #include "tests/support/ScriptedPrompts.h"
 
+#include <QListWidget>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -59,6 +61,17 @@ protected:
     static void PressAlt(QWidget& dialog, int key);
     /// Selects what is in the field and types over it.
     static void Type(QWidget& field, const char* text);
+
+    /// The mouse moves over a view with the button down.
+    static void MoveMouse(QWidget& view, QPoint to, Qt::MouseButtons buttons = Qt::LeftButton);
+    /// Presses, moves half way and all the way, and lets go after `atEnd`.
+    static void DragMouse(QWidget& view, QPoint from, QPoint to,
+                          const std::function<void()>& atEnd = {});
+    static QStringList Texts(const QListWidget& list);
+
+    /// The text of the message box that `action` brings up.
+    QString ToldBy(const std::function<void()>& action,
+                   ui::PromptIcon icon = ui::PromptIcon::Warning);
 
     /// Other texts for some keys, told to the dialog as a change of the language.
     void Translate(QWidget& dialog, std::initializer_list<std::pair<const CString, CString>> texts);

@@ -17,21 +17,8 @@ std::set<const MemoryDrawInfo*>& LiveDrawInfos() {
 
 }  // namespace
 
-std::vector<std::vector<double>> MemoryStudy::vecCalculate(const BarSeries& bars,
-                                                           const std::vector<double>&) const {
-    std::vector<double> closes;
-    for (const Bar& bar : bars) {
-        closes.push_back(bar.close);
-    }
-    return std::vector<std::vector<double>>(outputCount, closes);
-}
-
 MemoryStudyInfo::MemoryStudyInfo(StudyType type, StudyCategory inCategory, const char* utf8Name)
-    : category(inCategory),
-      displayName(text::FromUtf8(utf8Name)),
-      chineseName(displayName),
-      englishName(displayName),
-      abbreviation(displayName) {
+    : category(inCategory), name(text::FromUtf8(utf8Name)) {
     study.type = type;
 }
 
@@ -66,7 +53,7 @@ MemoryChartModule::MemoryChartModule()
 
 std::unique_ptr<TaDrawInfo> MemoryChartModule::MakeTaDrawInfo(CWnd& window) {
     windows.push_back(&window);
-    return std::make_unique<MemoryDrawInfo>(studyInfos);
+    return Enter("MakeTaDrawInfo") ? std::make_unique<MemoryDrawInfo>(studyInfos) : nullptr;
 }
 
 }  // namespace ta::test

@@ -11,45 +11,39 @@
 
 namespace ta::test {
 
-/// A study whose outputs are the closes.
-class MemoryStudy : public Study {
-public:
+/// A study that calculates nothing.
+struct MemoryStudy : Study {
     StudyType type = kNoStudy;
-    std::size_t outputCount = 1;
 
     StudyType GetStudyType() const override { return type; }
-    std::vector<std::vector<double>> vecCalculate(const BarSeries& bars,
-                                                  const std::vector<double>& params) const override;
+    std::vector<std::vector<double>> vecCalculate(const BarSeries&,
+                                                  const std::vector<double>&) const override {
+        return {};
+    }
 };
 
 /// What a test says about a study type, in plain fields.
 class MemoryStudyInfo : public StudyInfo {
 public:
-    /// All names become `utf8Name`.
     MemoryStudyInfo(StudyType type, StudyCategory inCategory, const char* utf8Name);
 
     StudyCategory category;
-    CString displayName;
-    CString chineseName;
-    CString englishName;
-    CString abbreviation;
+    CString name;  ///< in every language, and short
     std::vector<StudyParamInfo> params;
     std::vector<StudyShapeInfo> shapes;
-    std::vector<StudyParamFault> faults;  ///< what every check of parameters gives
-    bool isOverlay = false;
     MemoryStudy study;
 
     StudyType GetStudyType() const override { return study.type; }
     StudyCategory GetCategory() const override { return category; }
-    CString cszGetDisplayName() const override { return displayName; }
-    CString cszGetChineseName() const override { return chineseName; }
-    CString cszGetEnglishName() const override { return englishName; }
-    CString cszGetAbbreviation() const override { return abbreviation; }
+    CString cszGetDisplayName() const override { return name; }
+    CString cszGetChineseName() const override { return name; }
+    CString cszGetEnglishName() const override { return name; }
+    CString cszGetAbbreviation() const override { return name; }
     const std::vector<StudyParamInfo>& GetParams() const override { return params; }
     const std::vector<StudyShapeInfo>& GetShapes() const override { return shapes; }
-    bool bIsOverlay() const override { return isOverlay; }
+    bool bIsOverlay() const override { return false; }
     std::vector<StudyParamFault> vecCheckParams(const std::vector<double>&) const override {
-        return faults;
+        return {};
     }
     const Study& GetStudy() const override { return study; }
 };
@@ -73,12 +67,6 @@ public:
     std::vector<int> shapeModes;
     std::map<StudyType, std::vector<double>> studyParams;
     std::map<StudyType, std::vector<StudyShape>> studyShapes;
-    struct YAxis {
-        bool automatic = true;
-        double maximum = 0;
-        double minimum = 0;
-    };
-    std::map<int, YAxis> yAxes;
     std::vector<MemoryStudyInfo> studyInfos;
 
     ::CommonProp& CommonProperty() override { return common; }
@@ -97,10 +85,10 @@ public:
     bool bDeleteAllParam() override { return Enter("bDeleteAllParam") && Clear(params); }
     bool bDeleteAllShapeParam() override { return Enter("bDeleteAllShapeParam") && Clear(shapes); }
     void vGetStudyInfoVec(std::vector<StudyInfo*>& out, int category) const override;
-    bool bGetYaxisRangeAutomatically(int axis) const override { return Get(yAxes, axis).automatic; }
-    void vSetYaxisRangeAutomatically(int axis, bool on) override { yAxes[axis].automatic = on; }
-    void vSetYaxisMaxVal(int axis, double value) override { yAxes[axis].maximum = value; }
-    void vSetYaxisMinVal(int axis, double value) override { yAxes[axis].minimum = value; }
+    bool bGetYaxisRangeAutomatically(int) const override { return true; }
+    void vSetYaxisRangeAutomatically(int, bool) override {}
+    void vSetYaxisMaxVal(int, double) override {}
+    void vSetYaxisMinVal(int, double) override {}
     // Known are the studies that have values here; the number of new values must be the same.
     std::vector<double> vecGetStudyParams(StudyType type) const override {
         return Get(studyParams, type);
@@ -136,8 +124,9 @@ private:
 };
 
 /// Makes memory draw infos. `studyInfos` begins with the studies of a new group: 0, 4 (price), 16
-/// (volume), 22, 23 (oscillators); a draw info takes what is there when it is made.
-class MemoryChartModule : public ChartModule {
+/// (volume), 22, 23 (oscillators); a draw info takes what is there when it is made. A call that is
+/// planned to fail gives null.
+class MemoryChartModule : public ChartModule, public CallPlan {
 public:
     MemoryChartModule();
 
@@ -145,20 +134,6 @@ public:
     std::vector<CWnd*> windows;  ///< the window of each request
 
     std::unique_ptr<TaDrawInfo> MakeTaDrawInfo(CWnd& window) override;
-};
-
-/// Passes on; a call that is planned to fail gives null.
-class FailingChartModule : public ChartModule, public CallPlan {
-public:
-    /// `target` outlives this.
-    explicit FailingChartModule(ChartModule& target) : m_target(target) {}
-
-    std::unique_ptr<TaDrawInfo> MakeTaDrawInfo(CWnd& window) override {
-        return Enter("MakeTaDrawInfo") ? m_target.MakeTaDrawInfo(window) : nullptr;
-    }
-
-private:
-    ChartModule& m_target;
 };
 
 }  // namespace ta::test

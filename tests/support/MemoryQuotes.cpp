@@ -3,6 +3,9 @@
 namespace ta::test {
 
 bool MemoryQuotes::bGetQuoteServiceID(std::vector<std::uint8_t>& ids, Texts& names) const {
+    if (!Enter("bGetQuoteServiceID")) {
+        return false;
+    }
     ids.clear();
     names.clear();
     for (const auto& [id, name] : markets) {

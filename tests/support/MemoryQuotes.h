@@ -11,8 +11,10 @@
 
 namespace ta::test {
 
-/// A quote back-end in plain fields. What is not there gives the empty answers of the interface.
-class MemoryQuotes : public BKQuoteInterface {
+/// A quote back-end in plain fields. What is not there gives the empty answers of the interface; so
+/// does a question for markets, items, symbols or contracts that is planned to fail, which leaves
+/// its outputs as they were.
+class MemoryQuotes : public BKQuoteInterface, public CallPlan {
 public:
     struct Listing {
         Texts ids;
@@ -50,10 +52,11 @@ public:
         return language.contains(key) ? language.at(key) : key;
     }
     bool bGetQuoteServiceID(std::vector<std::uint8_t>& ids, Texts& names) const override;
-#define TA_TEST_ITEMS(Operation, field)                                                     \
-    bool Operation(Items& items, std::uint8_t market, const CString& code) const override { \
-        items = Get(field, {market, field.contains({market, code}) ? code : CString()});    \
-        return !items.empty();                                                              \
+#define TA_TEST_ITEMS(Operation, field)                                                      \
+    bool Operation(Items& items, std::uint8_t market, const CString& code) const override {  \
+        return Give(#Operation,                                                              \
+                    Get(field, {market, field.contains({market, code}) ? code : CString()}), \
+                    items);                                                                  \
     }
     TA_TEST_ITEMS(bGetTADailyItemNoByService, dailyItems)
     TA_TEST_ITEMS(bGetTAWeekItemNoByService, weekItems)
@@ -65,25 +68,28 @@ public:
         return withDividend.contains({market, symbol});
     }
     bool bGetAllCommodityID(Texts& ids, Texts& names, std::uint8_t market) const override {
-        return Give(Get(commodities, market), ids, names);
+        return Give("bGetAllCommodityID", Get(commodities, market), ids, names);
     }
     bool bGetSymbolItemID(Texts& ids, Texts& names, std::uint8_t market,
                           const CString& commodity) const override {
-        return Give(Get(symbols, {market, commodity}), ids, names);
+        return Give("bGetSymbolItemID", Get(symbols, {market, commodity}), ids, names);
     }
     bool bGetContractMonthByCommodity(Texts& months, std::uint8_t market,
                                       const CString& commodity) const override {
-        months = Get(contractMonths, {market, commodity});
-        return !months.empty();
+        return Give("bGetContractMonthByCommodity", Get(contractMonths, {market, commodity}),
+                    months);
     }
     int GetWeeklyContractIDByContractMonth(CString& id, std::uint8_t market,
                                            const CString& commodity,
                                            const CString& month) const override {
-        return Find(weeklyContracts, {market, commodity, month}, id) ? 1 : 0;
+        return Enter("GetWeeklyContractIDByContractMonth") &&
+                       Find(weeklyContracts, {market, commodity, month}, id)
+                   ? 1
+                   : 0;
     }
     bool bGetSymbolID(Texts& ids, Texts& names, std::uint8_t market,
                       const CString& contractMonth) const override {
-        return Give(Get(monthSymbols, {market, contractMonth}), ids, names);
+        return Give("bGetSymbolID", Get(monthSymbols, {market, contractMonth}), ids, names);
     }
     bool bGetSymbolOtherNames(Texts& names, std::uint8_t market, const Texts& ids) const override {
         names.clear();
@@ -131,66 +137,25 @@ private:
         Find(map, key, value);
         return value;
     }
-    static bool Give(const Listing& listing, Texts& ids, Texts& names) {
+    template <class Values>
+    bool Give(const char* operation, const Values& values, Values& out) const {
+        if (!Enter(operation)) {
+            return false;
+        }
+        out = values;
+        return !out.empty();
+    }
+    bool Give(const char* operation, const Listing& listing, Texts& ids, Texts& names) const {
+        if (!Enter(operation)) {
+            return false;
+        }
         ids = listing.ids;
         names = listing.names;
         return !ids.empty();
     }
 };
 
-/// Passes on. A call that is planned to fail gives false or 0 and leaves its outputs as they were;
-/// a language key gives itself.
-class FailingQuotes : public BKQuoteInterface, public CallPlan {
-public:
-    /// `target` outlives this.
-    explicit FailingQuotes(BKQuoteInterface& target) : m_target(target) {}
-
-    CString LangGetLangString(const CString& key) const override {
-        return Enter("LangGetLangString") ? m_target.LangGetLangString(key) : key;
-    }
-
-#define TA_TEST_FORWARD(Result, Operation, parameters, ...)                    \
-    Result Operation parameters const override {                               \
-        return Enter(#Operation) ? m_target.Operation(__VA_ARGS__) : Result(); \
-    }
-    TA_TEST_FORWARD(bool, bGetQuoteServiceID, (std::vector<std::uint8_t> & i, Texts& n), i, n)
-    TA_TEST_FORWARD(bool, bGetTADailyItemNoByService, (Items & i, std::uint8_t m, const CString& c),
-                    i, m, c)
-    TA_TEST_FORWARD(bool, bGetTAWeekItemNoByService, (Items & i, std::uint8_t m, const CString& c),
-                    i, m, c)
-    TA_TEST_FORWARD(bool, bGetTAMonthItemNoByService, (Items & i, std::uint8_t m, const CString& c),
-                    i, m, c)
-    TA_TEST_FORWARD(bool, bGetTA1ItemNoByService, (Items & i, std::uint8_t m, const CString& c), i,
-                    m, c)
-    TA_TEST_FORWARD(bool, bGetTickItemNoByService, (Items & i, std::uint8_t m, const CString& c), i,
-                    m, c)
-    TA_TEST_FORWARD(bool, bIsSupportDividend, (std::uint8_t m, const CString& s), m, s)
-    TA_TEST_FORWARD(bool, bGetAllCommodityID, (Texts & i, Texts& n, std::uint8_t m), i, n, m)
-    TA_TEST_FORWARD(bool, bGetSymbolItemID, (Texts & i, Texts& n, std::uint8_t m, const CString& c),
-                    i, n, m, c)
-    TA_TEST_FORWARD(bool, bGetContractMonthByCommodity,
-                    (Texts & t, std::uint8_t m, const CString& c), t, m, c)
-    TA_TEST_FORWARD(int, GetWeeklyContractIDByContractMonth,
-                    (CString & i, std::uint8_t m, const CString& c, const CString& t), i, m, c, t)
-    TA_TEST_FORWARD(bool, bGetSymbolID, (Texts & i, Texts& n, std::uint8_t m, const CString& c), i,
-                    n, m, c)
-    TA_TEST_FORWARD(bool, bGetSymbolOtherNames, (Texts & n, std::uint8_t m, const Texts& i), n, m,
-                    i)
-    TA_TEST_FORWARD(bool, GetSymbolIDIsRealMonth, ())
-    TA_TEST_FORWARD(bool, bGetSymbolIDByContractMonthSymbID, (CString & s, const CString& t), s, t)
-    TA_TEST_FORWARD(bool, bSymbolNameIsShowRealMonth, ())
-    TA_TEST_FORWARD(bool, bGetItemDataByItemNo,
-                    (std::uint8_t m, const CString& c, const Items& i, std::vector<X1Format>& v,
-                     bool f),
-                    m, c, i, v, f)
-    TA_TEST_FORWARD(bool, bIsFromTheSameAuthServiceID, (std::uint8_t m, std::uint8_t o), m, o)
-    TA_TEST_FORWARD(bool, GetJumpPrice,
-                    (std::uint8_t m, const CString& s, double p, double& u, double& d), m, s, p, u,
-                    d)
-#undef TA_TEST_FORWARD
-
-private:
-    BKQuoteInterface& m_target;
-};
+/// A copy of a back-end for a test that plans failures on it.
+using FailingQuotes = MemoryQuotes;
 
 }  // namespace ta::test

@@ -61,8 +61,7 @@ protected:
     MemoryConfigStore memory;
     RecordingConfigStore store{memory};
     MemoryEntitlement memoryEntitlement;
-    MemoryChartModule memoryChartModule;
-    FailingChartModule chartModule{memoryChartModule};
+    MemoryChartModule chartModule;
     MemoryNumberDisplay numberDisplay;
     MemoryQuotes quotes;
     FixedClock clock{1'700'000'000};
