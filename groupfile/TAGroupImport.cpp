@@ -27,6 +27,8 @@ struct CTAGroupImport::Merge {
     std::size_t listed = 0;             ///< how many names it lists
     std::vector<CString> added;
     std::vector<CString> overwritten;
+
+    std::vector<CString> GroupsToBeReplaced() const;
 };
 
 namespace {
@@ -276,11 +278,33 @@ const std::vector<CString>& CTAGroupImport::OverwrittenGroups() const {
     return m_merge->overwritten;
 }
 
+/// The imported groups without a study in the first pane that the user may use. The next load puts
+/// the default studies in the place of theirs.
+std::vector<CString> CTAGroupImport::Merge::GroupsToBeReplaced() const {
+    std::vector<CString> groups;
+    for (const auto* names : {&added, &overwritten}) {
+        std::ranges::copy_if(*names, std::back_inserter(groups), [](const CString& name) {
+            StudyLists studies;
+            return Repository().GetStudyListByGroupName(name, studies) != 0 &&
+                   std::ranges::none_of(studies.front(), [](StudyType type) {
+                       return Repository().IsStudyCanUse(type) != 0;
+                   });
+        });
+    }
+    return groups;
+}
+
 QString CTAGroupImport::ResultText() const {
     if (m_merge->added.empty() && m_merge->overwritten.empty()) {
         return LangText("IDS_TADIALOGS-GROUPFILE_NOTHING_IMPORTED");
     }
-    return LangText("IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK") + '\n' +
-           LangText("IDS_TADIALOGS-GROUPFILE_IMPORTED", QString::number(m_merge->added.size()),
-                    QString::number(m_merge->overwritten.size()));
+    QStringList lines{
+        LangText("IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK"),
+        LangText("IDS_TADIALOGS-GROUPFILE_IMPORTED", QString::number(m_merge->added.size()),
+                 QString::number(m_merge->overwritten.size()))};
+    if (const std::vector<CString> losing = m_merge->GroupsToBeReplaced(); !losing.empty()) {
+        lines.append(
+            LangText("IDS_TADIALOGS-GROUPFILE_NO_FIRST_PANE", ta::groupfile::Listed(losing)));
+    }
+    return lines.join('\n');
 }

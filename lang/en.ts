@@ -109,6 +109,7 @@
     <message id="IDS_TADIALOGS-GROUPFILE_LEFT_OUT"><translation>Groups of the file that do not fit under the maximum of %2: %1.</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_TOO_MANY_NAMES"><translation>The file lists %1 groups. Only the first %2 are read.</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_IMPORTED"><translation>Added: %1. Overwritten: %2.</translation></message>
+    <message id="IDS_TADIALOGS-GROUPFILE_NO_FIRST_PANE"><translation>The first pane of %1 has no study that you may use: the next time the settings are loaded, its first panes get the default studies.</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_NOTHING_IMPORTED"><translation>No groups were imported: there are none in the file, or the list has no room or keeps the existing ones.</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_SUMMARY"><translation>Contents of the group</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_SHOW_COUNT"><translation>Panes shown: %1</translation></message>

@@ -109,6 +109,7 @@
     <message id="IDS_TADIALOGS-GROUPFILE_LEFT_OUT"><translation>檔案中有 %1 個群組因超過上限 %2 個而未加入。</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_TOO_MANY_NAMES"><translation>檔案列出 %1 個群組，只讀取前 %2 個。</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_IMPORTED"><translation>新增 %1 個，覆蓋 %2 個。</translation></message>
+    <message id="IDS_TADIALOGS-GROUPFILE_NO_FIRST_PANE"><translation>%1 的圖 1 沒有您可以使用的指標，下次載入設定時，前幾個圖會換成預設的指標。</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_NOTHING_IMPORTED"><translation>沒有匯入任何群組：檔案中沒有群組，或清單已滿，或保留了現有的同名群組。</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_SUMMARY"><translation>群組內容</translation></message>
     <message id="IDS_TADIALOGS-GROUPFILE_SHOW_COUNT"><translation>顯示圖數：%1</translation></message>

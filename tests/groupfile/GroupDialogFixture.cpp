@@ -16,6 +16,7 @@ constexpr std::pair<const char*, const char*> kTexts[] = {
     {"IDS_TADIALOGS-GROUPFILE_TOO_MANY_NAMES", "%1 listed, %2 read"},
     {"IDS_TADIALOGS-GROUPFILE_IMPORTED", "added %1, overwritten %2"},
     {"IDS_TADIALOGS-GROUPFILE_NOTHING_IMPORTED", "nothing imported"},
+    {"IDS_TADIALOGS-GROUPFILE_NO_FIRST_PANE", "no first pane: %1"},
     {"IDS_TADIALOGS-GROUPFILE_FULL", "full at %1"},
     {"IDS_TADIALOGS-GROUPFILE_NOT_MERGED_AGAIN", "stays at %1"},
     {"IDS_TADIALOGS-GROUPFILE_LEFT_OUT", "%1 left out of %2"},

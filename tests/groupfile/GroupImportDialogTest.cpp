@@ -98,6 +98,17 @@ TEST_F(GroupImportTest, ShowsWhatThereIsAndWhatWillBe) {
     EXPECT_EQ(dialog.windowTitle(), "IDS_TECHVIEW-STRING_GROUPIMPORT_TITLE");
 }
 
+TEST_F(GroupImportTest, GroupsThatTheNextLoadWillReplaceAreNamed) {
+    entitlement.denied = {Function::AdvancedStudies};
+    Load();
+    const CTAGroupImport& dialog = Open({"X", "B"});
+    Ok();
+    EXPECT_EQ(dialog.ResultText(), kImportOk + "\nadded 1, overwritten 1\nno first pane: X;B");
+    StudyLists lists;
+    Repository().GetStudyListByGroupName("X", lists);
+    EXPECT_EQ(lists[0][0], 23) << "kept until then";
+}
+
 TEST_F(GroupImportTest, OkLoadsTheMarkedGroupsAndStoresTheList) {
     const CTAGroupImport& dialog = Open({"X", "B", "Y"});
     Ok();

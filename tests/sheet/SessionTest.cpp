@@ -116,6 +116,15 @@ TEST_F(SessionTest, CancelWithoutChangesAsksNothing) {
     EXPECT_EQ(memory.packCount, commits);
 }
 
+TEST_F(SessionTest, CancelThatMeetsAnotherPartysCommitAsksNothing) {
+    Open(kGroups);
+    CommitElsewhere({{"Swing", 3}, {"Trend", 5}, {"New", 7}});
+    PressKey(Qt::Key_Escape);
+    EXPECT_FALSE(Sheet().isVisible());
+    EXPECT_EQ(Sheet().IsAskBeforeClose(), 0);
+    EXPECT_EQ(*memory.names, (Names{"Swing", "Trend", "New"}));
+}
+
 TEST_F(SessionTest, NoGivesRepositoryAndStoreBackAndYesSavesBothPages) {
     const StudyLists before = Studies("Trend");
     for (const bool yes : {false, true}) {
