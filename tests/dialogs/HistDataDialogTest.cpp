@@ -59,6 +59,8 @@ protected:
         const auto& count = Find<QLineEdit>(dialog, "countEdit");
         const auto& date = Find<QDateEdit>(dialog, "startDate");
         const auto sign = [](const QWidget& control) { return control.isEnabled() ? "+" : "-"; };
+        EXPECT_EQ(Find<QToolButton>(banner, "favouriteButton").isEnabled(),
+                  Counts(banner).isEnabled());
         return checked + " of " + enabled + ", " + minutes.currentText().toStdString() +
                sign(minutes) + ", " +
                (Find<QRadioButton>(dialog, "readRadio").isChecked() ? "last " : "since ") +
