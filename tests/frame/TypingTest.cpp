@@ -2,6 +2,8 @@
 
 #include "dialogs/MXSetHistDataBanner.h"
 #include "terminal/frame/TypingBox.h"
+#include "terminal/lines/DrawingBoard.h"
+#include "terminal/lines/TrendLineStore.h"
 #include "tests/frame/FrameFixture.h"
 
 #include <QFile>
@@ -127,10 +129,15 @@ TEST_F(TypingTest, OtherKeysStayTheCharts) {
     EXPECT_LT(width(), before) << "it zooms, and ends the typing";
     Type("-");
     EXPECT_EQ(width(), before);
-    Type("1");
+    terminal::AddTrendLine(Chart().Shown(), "2004/2a7fff/1/0/0/17900,100/17950,110");
+    Choose(Command::SelectLine);
+    Type("12");
     Press(Qt::Key_Shift);
     Press(Qt::Key_Delete);
-    EXPECT_EQ(Shown(), "") << "Delete takes the character, and no line";
+    EXPECT_TRUE(Shown().startsWith("1: ")) << Shown().toStdString();
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(Shown(), "");
+    EXPECT_EQ(Chart().Drawings().LineCount(), 1) << "the character went, and no line";
     Type("1");
     Press(Qt::Key_Left);
     EXPECT_EQ(Shown(), "");
