@@ -59,8 +59,6 @@ protected:
         const auto& count = Find<QLineEdit>(dialog, "countEdit");
         const auto& date = Find<QDateEdit>(dialog, "startDate");
         const auto sign = [](const QWidget& control) { return control.isEnabled() ? "+" : "-"; };
-        EXPECT_EQ(Find<QToolButton>(banner, "favouriteButton").isEnabled(),
-                  Counts(banner).isEnabled());
         return checked + " of " + enabled + ", " + minutes.currentText().toStdString() +
                sign(minutes) + ", " +
                (Find<QRadioButton>(dialog, "readRadio").isChecked() ? "last " : "since ") +
@@ -381,6 +379,8 @@ protected:
             checked += Button(banner, type).isChecked() ? std::string(1, "DWMms"[type]) : "";
             enabled += Button(banner, type).isEnabled() ? std::string(1, "DWMms"[type]) : "";
         }
+        EXPECT_EQ(Find<QToolButton>(banner, "favouriteButton").isEnabled(),
+                  Counts(banner).isEnabled());
         return checked + " of " + enabled + ", " + Counts(banner).currentText().toStdString() +
                (Counts(banner).isEnabled() ? "+" : "-");
     }

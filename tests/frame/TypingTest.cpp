@@ -1,6 +1,8 @@
 // What the user types on a chart, and charts of seconds.
 
 #include "dialogs/MXSetHistDataBanner.h"
+#include "dialogs/MXTechDataDlg.h"
+#include "terminal/frame/DataViewer.h"
 #include "terminal/frame/TypingBox.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/lines/TrendLineStore.h"
@@ -8,6 +10,7 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QTableView>
 #include <QToolButton>
 
 namespace ta::test {
@@ -193,9 +196,14 @@ TEST_F(TypingTest, SecondsBySymbolAndContract) {
     EXPECT_TRUE(Chart().CursorText().startsWith("2019/01/02 09:09:55"))
         << Chart().CursorText().toStdString();
     EXPECT_EQ(Tabs().tabText(0), "模擬航運 5秒線");
+    EXPECT_EQ(ToolBar().Period().placeholderText(), "5秒線");
     Type("2\n");
     EXPECT_EQ(Chart().BarCount(), 5) << "minutes are made from ticks";
     ClickBanner("secondsButton");
+    Choose(Command::ViewData);
+    const auto* table = terminal::DataViewer::Of(Chart()).Window()->findChild<QTableView*>();
+    ASSERT_TRUE(Await([table] { return table->model()->rowCount() == 60; }));
+    EXPECT_EQ(table->model()->index(0, 0).data().toString(), "2019/01/02 09:00:05");
     End();
     Start();
     EXPECT_EQ(ShownPeriod(), "9902 4/5");
