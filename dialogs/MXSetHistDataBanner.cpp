@@ -77,7 +77,10 @@ void MXSetHistDataBanner::SetState(std::uint8_t market, const CString& symbol, i
     if (isCounted && count >= 1 && count <= kMaxMinutes) {
         (IsSeconds() ? m_seconds : m_minutes) = count;
     }
-    m_ui->countCombo->setEnabled(m_parts->allowed.minute || m_parts->allowed.second);
+    for (QWidget* control :
+         {static_cast<QWidget*>(m_ui->countCombo), static_cast<QWidget*>(m_ui->favouriteButton)}) {
+        control->setEnabled(m_parts->allowed.minute || m_parts->allowed.second);
+    }
     ShowCount();
 }
 

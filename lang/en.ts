@@ -439,6 +439,7 @@
     <message id="IDS_TERMINAL-CHART_BEGINS_LATER"><translation>Asked for bars since %1, got %2: the data begin on %3</translation></message>
     <message id="IDS_TERMINAL-CHART_ENDS_BEFORE"><translation>Asked for bars since %1, got none: the data end on %2</translation></message>
     <message id="IDS_TERMINAL-CHART_FEWER_RECORDS"><translation>Asked for the last %1 bars, got %2: the data begin on %3</translation></message>
+    <message id="IDS_TERMINAL-CHART_SECONDS_NOT_ALLOWED"><translation>Your contract does not include bars of seconds.</translation></message>
     <message id="IDS_TERMINAL-FRAME_HISTORY_DATA"><translation>&amp;Data setting</translation></message>
     <message id="IDS_TERMINAL-FRAME_PERIOD_BAR"><translation>Period &amp;bar</translation></message>
     <message id="IDS_TERMINAL-FRAME_FIND_SYMBOL"><translation>&amp;Find symbol</translation></message>
@@ -474,6 +475,9 @@
     <message id="IDS_TERMINAL-FRAME_GROUP_TIP"><translation>Indicator group of the chart</translation></message>
     <message id="IDS_TERMINAL-FRAME_TOOLBAR"><translation>Toolbar</translation></message>
     <message id="IDS_TERMINAL-FRAME_SYMBOL_NOT_FOUND"><translation>No symbol "%1". Type a part of an id or a name.</translation></message>
+    <message id="IDS_TERMINAL-FRAME_TYPING_MINUTES"><translation>Bars of %1 min</translation></message>
+    <message id="IDS_TERMINAL-FRAME_TYPING_NO_MINUTES"><translation>This symbol has no bars of minutes.</translation></message>
+    <message id="IDS_TERMINAL-FRAME_TYPING_RANGE"><translation>Minutes are 1 to 999.</translation></message>
     <message id="IDS_TERMINAL-FRAME_GROUP_VANISHED"><translation>The chart's group was deleted; it now shows "%1".</translation></message>
     <message id="IDS_TERMINAL-FRAME_OPEN_CSV_TITLE"><translation>Open price file</translation></message>
     <message id="IDS_TERMINAL-FRAME_OPEN_CSV_FILTER"><translation>CSV price files (*.csv *.txt);;All files (*)</translation></message>

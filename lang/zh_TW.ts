@@ -439,6 +439,7 @@
     <message id="IDS_TERMINAL-CHART_BEGINS_LATER"><translation>要求自 %1 起，取得 %2 筆：資料最早自 %3</translation></message>
     <message id="IDS_TERMINAL-CHART_ENDS_BEFORE"><translation>要求自 %1 起，取得 0 筆：資料到 %2 為止</translation></message>
     <message id="IDS_TERMINAL-CHART_FEWER_RECORDS"><translation>要求最近 %1 筆，取得 %2 筆：資料最早自 %3</translation></message>
+    <message id="IDS_TERMINAL-CHART_SECONDS_NOT_ALLOWED"><translation>您的使用權限不含秒資料</translation></message>
     <message id="IDS_TERMINAL-FRAME_HISTORY_DATA"><translation>資料設定(&amp;D)</translation></message>
     <message id="IDS_TERMINAL-FRAME_PERIOD_BAR"><translation>資料週期列(&amp;B)</translation></message>
     <message id="IDS_TERMINAL-FRAME_FIND_SYMBOL"><translation>搜尋商品(&amp;F)</translation></message>
@@ -474,6 +475,9 @@
     <message id="IDS_TERMINAL-FRAME_GROUP_TIP"><translation>選擇圖表使用的指標群組</translation></message>
     <message id="IDS_TERMINAL-FRAME_TOOLBAR"><translation>工具列</translation></message>
     <message id="IDS_TERMINAL-FRAME_SYMBOL_NOT_FOUND"><translation>找不到商品「%1」。請輸入代碼或名稱的一部分。</translation></message>
+    <message id="IDS_TERMINAL-FRAME_TYPING_MINUTES"><translation>%1 分線</translation></message>
+    <message id="IDS_TERMINAL-FRAME_TYPING_NO_MINUTES"><translation>這個商品沒有分線資料</translation></message>
+    <message id="IDS_TERMINAL-FRAME_TYPING_RANGE"><translation>分鐘數須介於 1 到 999 之間</translation></message>
     <message id="IDS_TERMINAL-FRAME_GROUP_VANISHED"><translation>圖表的群組已被刪除，改用「%1」。</translation></message>
     <message id="IDS_TERMINAL-FRAME_OPEN_CSV_TITLE"><translation>開啟價格檔</translation></message>
     <message id="IDS_TERMINAL-FRAME_OPEN_CSV_FILTER"><translation>CSV 價格檔 (*.csv *.txt);;所有檔案 (*)</translation></message>

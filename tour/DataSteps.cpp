@@ -5,32 +5,13 @@
 #include "tour/Steps.h"
 
 #include <QAbstractItemModel>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QTableView>
 
 namespace ta::tour {
 namespace {
 
 constexpr int kLongestFill = 10000;  // milliseconds
-
-void ShowHistory(Guide& guide, const QString& language) {
-    guide.Choose(Command::HistoryData, {[&](QWidget& dialog) {
-                                            guide.Picture("history-data-" + language);
-                                            Push(dialog, "sinceRadio");
-                                            guide.Picture("history-data-since-" + language);
-                                            Push(dialog, "readRadio");
-                                            Find<QLineEdit>(dialog, "countEdit").selectAll();
-                                            Type(Find<QLineEdit>(dialog, "countEdit"), "10");
-                                            Push(dialog, "okButton");
-                                            Dismiss(dialog);
-                                        },
-                                        [&](QWidget& message) {
-                                            guide.Picture("history-data-limits-" + language);
-                                            Confirm(message);
-                                        }});
-}
 
 void ShowViewer(Guide& guide, const QString& language) {
     guide.Choose(Command::ViewData);
@@ -51,13 +32,11 @@ void ShowViewer(Guide& guide, const QString& language) {
 }
 
 void ShowInChinese(Guide& guide) {
-    ShowHistory(guide, "zh");
     ShowViewer(guide, "zh");
 }
 
 void ShowInEnglish(Guide& guide) {
     guide.Choose(Command::English);
-    ShowHistory(guide, "en");
     ShowViewer(guide, "en");
     guide.Choose(Command::Chinese);
 }

@@ -110,7 +110,7 @@ void Guide::ExpectChart(int panes) const {
 
 void Guide::Picture(const QString& name) {
     Settle();
-    const QString file = QString("%1-%2.png").arg(++m_number, 2, 10, QChar('0')).arg(name);
+    const QString file = QString("%1-%2.png").arg(++m_number, 3, 10, QChar('0')).arg(name);
     const QString path = QDir(m_folder).filePath(file);
     Expect(Display().save(path), "the picture cannot be written: " + path);
     QTextStream(stdout) << path << Qt::endl;
@@ -183,6 +183,14 @@ void Guide::WithDialogs(const std::function<void()>& action, const Answers& answ
     }
     action();
     Settle();
+}
+
+void InBothLanguages(Guide& guide, const std::function<void(const QString& language)>& show) {
+    guide.Choose(Command::Chinese);
+    show("zh");
+    guide.Choose(Command::English);
+    show("en");
+    guide.Choose(Command::Chinese);
 }
 
 void Settle() {

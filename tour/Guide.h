@@ -83,6 +83,10 @@ private:
     std::optional<test::DialogDriver> m_driver;
 };
 
+/// Runs `show` with the terminal in Chinese, then in English; it is given "zh" and "en". Ends in
+/// Chinese.
+void InBothLanguages(Guide& guide, const std::function<void(const QString& language)>& show);
+
 /// Lets everything that is waiting happen.
 void Settle();
 

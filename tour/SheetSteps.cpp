@@ -12,7 +12,6 @@
 #include <QPushButton>
 
 #include <algorithm>
-#include <utility>
 
 namespace ta::tour {
 namespace {
@@ -140,16 +139,13 @@ void ShowNameInUse(Guide& guide) {
 }
 
 void ShowSheet(Guide& guide) {
-    for (const auto& [command, name] :
-         {std::pair(Command::Chinese, "zh"), std::pair(Command::English, "en")}) {
-        guide.Choose(command);
-        const Round round{guide, name};
+    InBothLanguages(guide, [&guide](const QString& language) {
+        const Round round{guide, language};
         ShowGroupPage(round);
         ShowAdd(round);
         ShowReplace(round);
         ShowStudyPage(round);
-    }
-    guide.Choose(Command::Chinese);
+    });
 }
 
 }  // namespace

@@ -17,7 +17,10 @@ struct Step {
 // The steps in the order of the tour; each begins where the one before it has ended.
 
 std::vector<Step> ChartSteps();
-/// The history data and the data viewer, in both languages.
+/// The bar of periods, the history data and what is typed on the chart, in both languages, in a tab
+/// that is closed at the end.
+std::vector<Step> PeriodSteps();
+/// The data viewer, in both languages.
 std::vector<Step> DataSteps();
 /// The first writes the file that the second reads.
 std::vector<Step> GroupFileSteps();

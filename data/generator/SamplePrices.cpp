@@ -20,6 +20,8 @@ constexpr int kMinuteDays = 20;
 constexpr long kLastDay = 18369;  // 2020-04-17, a Friday, where the real index ends too
 constexpr int kWalksPerDay = 16;
 constexpr int kWalksPerMinute = 4;
+constexpr int kTicksPerMinute = 15;  // on the last day, less one in kTicksPerGap
+constexpr int kTicksPerGap = 4;
 
 struct Session {
     int openMinute;  // minute of the day in which trading begins
@@ -38,17 +40,19 @@ struct Simulated {
     int days;
     int volatility;  // how far a day goes, in 1/10000 of the price
     std::int64_t volume;
-    const Session* session = nullptr;  // the last kMinuteDays days are walked in minutes
+    // The last kMinuteDays days are walked in minutes, of these the last day in ticks.
+    const Session* session = nullptr;
     bool minuteFile = false;
+    bool tickFile = false;
 };
 
 constexpr std::array kSimulated{
     Simulated{"16/9901", "9901", 440, 5, 1, kDays, 130, 32000, &kShares, true},
-    Simulated{"16/9902", "9902", 620, 5, 2, kDays, 190, 9000},
+    Simulated{"16/9902", "9902", 620, 5, 2, kDays, 190, 9000, &kShares, false, true},
     Simulated{"16/9903", "9903", 2450, 1, 2, kDays, 80, 21000},
     Simulated{"16/9904", "9904", 880, 1, 1, kDays, 220, 4000},
     Simulated{"16/9905", "9905", 610, 5, 0, kDays, 170, 800},
-    Simulated{"m/SXF1", "SXF", 12650, 1, 0, kDays, 90, 120000, &kFutures, true},
+    Simulated{"m/SXF1", "SXF", 12650, 1, 0, kDays, 90, 120000, &kFutures, true, true},
     Simulated{"m/SXF2", "SXF", 12610, 1, 0, kDays, 90, 9000, &kFutures},
     Simulated{"m/SXF3", "SXF", 12480, 1, 0, kDays, 90, 1700, &kFutures},
     Simulated{"m/SXO10500C", "SXO10500C", 2150, 1, 1, kOptionDays, 900, 3000},
@@ -76,6 +80,17 @@ struct SampleBar {
     std::int64_t low = 0;
     std::int64_t close = 0;
     std::int64_t volume = 0;
+
+    void Add(const SampleBar& next) {
+        if (volume == 0) {
+            *this = next;
+            return;
+        }
+        high = std::max(high, next.high);
+        low = std::min(low, next.low);
+        close = next.close;
+        volume += next.volume;
+    }
 };
 
 // SplitMix64 (public domain), seeded with the FNV-1a hash of a text.
@@ -125,6 +140,19 @@ public:
         const std::int64_t usual = std::max<std::int64_t>(m_symbol.volume / parts, 1);
         bar.volume = std::max<std::int64_t>(usual + m_random.Between(usual * 6 / 10), 1);
         return bar;
+    }
+
+    /// One trade, of `parts` a day less the gaps.
+    SampleBar NextTick(int parts) {
+        SampleBar tick = NextBar(1, parts);
+        tick.open = tick.high = tick.low = tick.close;
+        tick.volume = tick.volume * kTicksPerGap / (kTicksPerGap - 1);
+        return tick;
+    }
+
+    /// 0 to count - 1.
+    int Pick(int count) {
+        return static_cast<int>(m_random.Next() % static_cast<std::uint64_t>(count));
     }
 
     /// The gap between two days.
@@ -195,41 +223,73 @@ private:
     const Simulated& m_symbol;
 };
 
-// A day of minute bars, each at the minute in which it ends, and the day's bar from them.
-SampleBar MinuteDay(Walk* walk, const Session& session, const std::string& date, FileText* file) {
-    SampleBar day;
-    for (int i = 0; i < session.minutes; ++i) {
-        const SampleBar bar = walk->NextBar(kWalksPerMinute, session.minutes);
-        const int end = session.openMinute + i + 1;
-        file->Add(fmt::format("{} {:02}:{:02}", date, end / 60, end % 60), bar);
-        if (i == 0) {
-            day = bar;
+std::string MinuteText(const std::string& date, int minute) {
+    return fmt::format("{} {:02}:{:02}", date, minute / 60, minute % 60);
+}
+
+// The ticks of a minute of the session, and its bar from them. The session's first one stands at
+// its begin, its last one at its end; the first one of a minute is always there.
+SampleBar TickMinute(Walk* walk, const Session& session, const std::string& date, int minute,
+                     FileText* file) {
+    constexpr int kApart = 60 / kTicksPerMinute;
+    SampleBar whole;
+    for (int i = 0; i < kTicksPerMinute; ++i) {
+        const SampleBar tick = walk->NextTick(session.minutes * kTicksPerMinute);
+        const bool opens = minute == 0 && i == 0;
+        const bool closes = minute + 1 == session.minutes && i + 1 == kTicksPerMinute;
+        const int picked = i * kApart + 1 + walk->Pick(kApart);
+        const bool isGap = walk->Pick(kTicksPerGap) == 0;
+        if (isGap && i > 0 && !closes) {
             continue;
         }
-        day.high = std::max(day.high, bar.high);
-        day.low = std::min(day.low, bar.low);
-        day.close = bar.close;
-        day.volume += bar.volume;
+        const int offset = opens ? 0 : closes ? 60 : picked;
+        const int time = session.openMinute + minute + offset / 60;
+        file->Add(fmt::format("{}:{:02}", MinuteText(date, time), offset % 60), tick);
+        whole.Add(tick);
+    }
+    return whole;
+}
+
+struct Files {
+    explicit Files(const Simulated& symbol) : daily(symbol), minute(symbol), tick(symbol) {}
+
+    FileText daily;
+    FileText minute;
+    FileText tick;
+};
+
+// A day of minute bars, each at the minute in which it ends, and the day's bar from them.
+SampleBar MinuteDay(Walk* walk, const Session& session, const std::string& date, bool inTicks,
+                    Files* files) {
+    SampleBar day;
+    for (int i = 0; i < session.minutes; ++i) {
+        const SampleBar bar = inTicks ? TickMinute(walk, session, date, i, &files->tick)
+                                      : walk->NextBar(kWalksPerMinute, session.minutes);
+        files->minute.Add(MinuteText(date, session.openMinute + i + 1), bar);
+        day.Add(bar);
     }
     return day;
 }
 
 void GenerateSymbol(const Simulated& symbol, const PriceFileSink& sink) {
     Walk walk(symbol);
-    FileText daily(symbol);
-    FileText minute(symbol);
+    Files files(symbol);
     const std::vector<long> days = TradingDays(symbol.days);
     for (std::size_t i = 0; i < days.size(); ++i) {
         const std::string date = DateText(days[i]);
         const bool inMinutes = symbol.session != nullptr && i + kMinuteDays >= days.size();
-        daily.Add(date, inMinutes ? MinuteDay(&walk, *symbol.session, date, &minute)
-                                  : walk.NextBar(kWalksPerDay, 1));
+        const bool inTicks = inMinutes && i + 1 == days.size();
+        files.daily.Add(date, inMinutes ? MinuteDay(&walk, *symbol.session, date, inTicks, &files)
+                                        : walk.NextBar(kWalksPerDay, 1));
         walk.Overnight();
     }
     const std::string path = std::string("prices/") + symbol.path;
-    sink(path + ".daily.csv", daily.text);
+    sink(path + ".daily.csv", files.daily.text);
     if (symbol.minuteFile) {
-        sink(path + ".minute.csv", minute.text);
+        sink(path + ".minute.csv", files.minute.text);
+    }
+    if (symbol.tickFile) {
+        sink(path + ".tick.csv", files.tick.text);
     }
 }
 

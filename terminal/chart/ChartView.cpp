@@ -161,8 +161,13 @@ std::shared_ptr<const BarSeries> ChartView::FindBars(bool evenWhenShared) {
         return nullptr;
     }
     const CTADataInterface* shared = Repository().GetTaDataInterface(m_groupName);
-    const auto bars = shared && !evenWhenShared ? shared->pGetBars(m_shown) : nullptr;
-    return bars ? bars : m_data.LoadBars(m_shown, &m_failure);
+    const auto known = shared && !evenWhenShared ? shared->pGetBars(m_shown) : nullptr;
+    const auto bars = known ? known : m_data.LoadBars(m_shown, &m_failure);
+    if (bars && !MayShow(m_shown)) {
+        m_failure = Tr("IDS_TERMINAL-CHART_SECONDS_NOT_ALLOWED");
+        return nullptr;
+    }
+    return bars;
 }
 
 void ChartView::LoadHistory(bool evenWhenShared) {
@@ -182,9 +187,10 @@ void ChartView::LoadHistory(bool evenWhenShared) {
     RedrawGroup();
     if (failed) {
         emit loadFailed(m_failure);
-    } else if (!shortfall.isEmpty()) {
+    } else if (!shortfall.isEmpty() || m_hasTold) {
         emit historyShort(shortfall);
     }
+    m_hasTold = failed || !shortfall.isEmpty();
 }
 
 ChartTitle ChartView::MakeTitle() const {

@@ -134,7 +134,8 @@ signals:
     /// The group was deleted elsewhere; `newGroup`, the default, is shown now.
     void groupVanished(const QString& newGroup);
     void loadFailed(const QString& reason);
-    /// There is less history than was asked for; the text says what and why.
+    /// There is less history than was asked for; the text says what and why. Empty when what the
+    /// load before told, a failure included, is over.
     void historyShort(const QString& text);
     /// The bars or the studies, their names included, may be others than before.
     void dataChanged();
@@ -187,7 +188,8 @@ private:
     int m_groupUniNum = -1;
     bool m_risingRed = true;
     PlotCursor m_cursor;
-    QString m_failure;  // why there is no history
+    QString m_failure;       // why there is no history
+    bool m_hasTold = false;  // whether the last load had something to tell
 
     QCustomPlot* m_plot;
     QLabel* m_message;

@@ -1,7 +1,9 @@
 #include "terminal/chart/HistoryDepth.h"
 
+#include "dialogs/MXSetHistData.h"
 #include "platform/ui/DateBridge.h"
 #include "terminal/lang/Language.h"
+#include "terminal/quotes/MarketData.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,6 +26,14 @@ BarSeries::const_iterator FirstAsked(const BarSeries& all, const HistoryDepth& d
 }
 
 }  // namespace
+
+bool MayShow(const BarsKey& history) {
+    enum { kSecondData = 4, kAnswers = 6 };
+    bool allowed[kAnswers] = {};
+    MXSetHistData::vCheckSymbolAllowTA(history.market, history.symbol, allowed[0], allowed[1],
+                                       allowed[2], allowed[3], allowed[kSecondData], allowed[5]);
+    return history.period != kSeconds || allowed[kSecondData];
+}
 
 std::shared_ptr<const BarSeries> PartOf(const std::shared_ptr<const BarSeries>& all,
                                         const HistoryDepth& depth) {

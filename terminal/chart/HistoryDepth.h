@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Study.h"
+#include "platform/TaData.h"
 
 #include <QString>
 
@@ -20,8 +21,12 @@ struct HistoryDepth {
     bool operator==(const HistoryDepth&) const = default;
 };
 
-/// By period code and minutes of a bar, as in BarsKey.
+/// By period code and minutes or seconds of a bar, as in BarsKey.
 using HistoryDepths = std::map<std::pair<int, int>, HistoryDepth>;
+
+/// Whether the user may see a data period: false for seconds that the contract does not allow, and
+/// for those of a symbol without ticks.
+bool MayShow(const BarsKey& history);
 
 /// The part of `all` that is asked for: `all` itself when that is everything, an empty series when
 /// it ends before the start day.

@@ -6,6 +6,7 @@
 #include "terminal/chart/ChartView.h"
 #include "terminal/frame/Periods.h"
 #include "terminal/frame/SymbolTexts.h"
+#include "terminal/frame/TypingBox.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/quotes/MarketData.h"
 
@@ -14,13 +15,6 @@
 
 namespace ta::terminal {
 namespace {
-
-QString PeriodText(const ChartView& chart) {
-    const int index = PeriodIndex(chart.Period(), chart.Count());
-    return index < 0
-               ? ui::ToQString(Repository().PackTADataTypeString(chart.Period(), chart.Count()))
-               : Tr(kPeriods[static_cast<std::size_t>(index)].textKey);
-}
 
 TabState StateOf(const ChartView& chart) {
     return {chart.Market(),      ui::ToQString(chart.SymbolId()),
@@ -79,6 +73,11 @@ void ChartTabs::Connect(ChartView& chart) {
     connect(&chart, &ChartView::groupVanished, this, [this](const QString& newGroup) {
         emit notice(Tr("IDS_TERMINAL-FRAME_GROUP_VANISHED").arg(newGroup));
     });
+    const auto* typing = new TypingBox(chart, m_markets);
+    connect(typing, &TypingBox::minutesChosen, this,
+            [this](int minutes) { ShowPeriod(kMinutes, minutes); });
+    connect(typing, &TypingBox::symbolChosen, this, &ChartTabs::OpenSymbol);
+    connect(typing, &TypingBox::refused, this, &ChartTabs::notice);
     connect(&chart.Drawings(), &DrawingBoard::notice, this, &ChartTabs::notice);
     connect(&chart.Drawings(), &DrawingBoard::hint, this, &ChartTabs::hint);
 }
@@ -108,7 +107,8 @@ void ChartTabs::OpenSymbol(std::uint8_t market, const CString& id) {
     ChartView& chart = Current();
     const PeriodSet available = AvailablePeriods(m_markets, market, id);
     BarsKey wanted{market, id, chart.Period(), chart.Count()};
-    if (available.any() && !m_markets.HasPeriod(market, id, wanted.period)) {
+    const bool isThere = m_markets.HasPeriod(market, id, wanted.period) && MayShow(wanted);
+    if (available.any() && !isThere) {
         std::size_t first = 0;
         while (!available[first]) {
             ++first;
@@ -171,7 +171,7 @@ void ChartTabs::Retranslate() {
 void ChartTabs::ShowTitle(const ChartView& chart) {
     const Symbol* symbol = m_markets.FindSymbol(chart.Market(), chart.SymbolId());
     const QString name = ui::ToQString(symbol == nullptr ? chart.SymbolId() : NameOf(*symbol));
-    const QString text = name + ' ' + PeriodText(chart);
+    const QString text = name + ' ' + PeriodText(chart.Period(), chart.Count());
     const int tab = indexOf(&chart);
     setTabText(tab, ui::WithBareAmpersands(text));
     setTabToolTip(tab, text);

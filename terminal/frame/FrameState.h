@@ -13,8 +13,8 @@ namespace ta::terminal {
 struct TabState {
     unsigned char market = 0;
     QString symbol;
-    int period = 0;  ///< 0 daily, 1 weekly, 2 monthly, 3 minute
-    int count = 0;   ///< minutes of a bar; 0 for the other periods
+    int period = 0;  ///< 0 daily, 1 weekly, 2 monthly, 3 minute, 4 second
+    int count = 0;   ///< minutes or seconds of a bar; 0 for the other periods
     int group = -1;  ///< UniNum of the chart's group
     HistoryDepths depths = {};
 

@@ -245,6 +245,7 @@ void MainWindow::Refresh() {
     m_frame.toolBar.Symbol().Show(symbol == nullptr ? ui::ToQString(chart.SymbolId())
                                                     : TitleOf(*symbol));
     m_frame.toolBar.ShowPeriods(available, period);
+    m_frame.toolBar.Period().setPlaceholderText(PeriodText(chart.Period(), chart.Count()));
     m_frame.periodBar.Show(chart);
     m_periodMenu->Show(available, period);
     RefreshGroups();

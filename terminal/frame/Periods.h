@@ -2,6 +2,8 @@
 
 #include "platform/Types.h"
 
+#include <QString>
+
 #include <array>
 #include <bitset>
 #include <cstdint>
@@ -28,6 +30,9 @@ inline constexpr std::array kPeriods{
     FramePeriod{3, 30, "IDS_TERMINAL-FRAME_PERIOD_MINUTE30", "Ctrl+7"},
     FramePeriod{3, 60, "IDS_TERMINAL-FRAME_PERIOD_MINUTE60", "Ctrl+8"},
 };
+
+/// "5 分線" for a data period that the frame offers or any other, in the language in use.
+QString PeriodText(int code, int count);
 
 using PeriodSet = std::bitset<kPeriods.size()>;  ///< bit i: kPeriods[i]
 

@@ -32,6 +32,15 @@ BarSeries Merge(const BarSeries& bars, Key key) {
     return merged;
 }
 
+/// The whole minute of the earliest time of day, in seconds.
+int SessionOf(const BarSeries& bars) {
+    int session = kSecondsPerDay;
+    for (const Bar& bar : bars) {
+        session = std::min(session, SecondsOfDay(bar.time) / 60 * 60);
+    }
+    return session;
+}
+
 }  // namespace
 
 int SecondsOfDay(double time) {
@@ -66,15 +75,31 @@ BarSeries MonthlyBars(const BarSeries& daily) {
 }
 
 BarSeries MinuteBars(const BarSeries& bars, int minutes) {
-    int session = kSecondsPerDay;
-    for (const Bar& bar : bars) {
-        session = std::min(session, SecondsOfDay(bar.time) / 60 * 60);
-    }
+    const int session = SessionOf(bars);
     const int length = minutes * 60;
     return Merge(bars, [session, length](const Bar& bar) {
         const int slot = (SecondsOfDay(bar.time) - session) / length;
         return DayOf(bar.time) * kSecondsPerDay + slot;
     });
+}
+
+BarSeries SecondBars(const BarSeries& trades, int seconds) {
+    const int session = SessionOf(trades);
+    const auto slotOf = [session, seconds](const Bar& bar) {
+        return std::max(SecondsOfDay(bar.time) - session - 1, 0) / seconds;
+    };
+    BarSeries bars = Merge(trades, [&slotOf](const Bar& bar) {
+        return DayOf(bar.time) * kSecondsPerDay + slotOf(bar);
+    });
+    for (std::size_t i = 0; i < bars.size(); ++i) {
+        const long day = DayOf(bars[i].time);
+        const bool isLast = i + 1 == bars.size() || DayOf(bars[i + 1].time) != day;
+        const int minuteEnd = (SecondsOfDay(bars[i].time) + 59) / 60 * 60;
+        const int end = session + (slotOf(bars[i]) + 1) * seconds;
+        const int shown = std::min(isLast ? std::min(end, minuteEnd) : end, kSecondsPerDay - 1);
+        bars[i].time = static_cast<double>(day) + static_cast<double>(shown) / kSecondsPerDay;
+    }
+    return bars;
 }
 
 }  // namespace ta::terminal

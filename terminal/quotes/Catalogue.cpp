@@ -67,15 +67,11 @@ QString TakeKinds(std::string_view text, Symbol* symbol) {
     CsvReader reader(text, '+');
     reader.Next();
     for (const std::string_view kind : reader.Fields()) {
-        if (kind == "daily") {
-            symbol->hasDaily = true;
-        } else if (kind == "monthly") {
-            symbol->hasMonthly = true;
-        } else if (kind == "minute") {
-            symbol->hasMinutes = true;
-        } else {
+        const PriceKind* known = KindOfWord(kind);
+        if (known == nullptr) {
             return Tr("IDS_TERMINAL-QUOTES_BAD_KIND").arg(FromUtf8(text));
         }
+        symbol->*known->has = true;
     }
     return {};
 }
@@ -262,6 +258,11 @@ Catalogue Loader::Load() {
 }
 
 }  // namespace
+
+const PriceKind* KindOfWord(std::string_view word) {
+    const auto found = std::ranges::find(kPriceKinds, word, &PriceKind::word);
+    return found == kPriceKinds.end() ? nullptr : &*found;
+}
 
 CString NameOf(const Market& market) {
     return NameIn(market);

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -44,7 +45,23 @@ struct Symbol {
     bool hasDaily = false;    ///< there is a file of daily prices
     bool hasMonthly = false;  ///< there is a file of monthly prices
     bool hasMinutes = false;  ///< there is a file of minute prices
+    bool hasTicks = false;    ///< there is a file of single trades
 };
+
+/// A kind of price file.
+struct PriceKind {
+    std::string_view word;  ///< in symbols.csv, and in the file's name
+    bool Symbol::*has;
+};
+
+inline constexpr PriceKind kDailyPrices{"daily", &Symbol::hasDaily};
+inline constexpr PriceKind kMinutePrices{"minute", &Symbol::hasMinutes};
+inline constexpr PriceKind kTickPrices{"tick", &Symbol::hasTicks};
+inline constexpr PriceKind kMonthlyPrices{"monthly", &Symbol::hasMonthly};
+inline constexpr std::array kPriceKinds{kDailyPrices, kMinutePrices, kTickPrices, kMonthlyPrices};
+
+/// Null for a word that is no kind.
+const PriceKind* KindOfWord(std::string_view word);
 
 /// What there is to trade, in the order of the catalogue's files.
 struct Catalogue {

@@ -39,29 +39,52 @@ std::shared_ptr<const BarSeries> Fail(QString* error, const QString& reason) {
 
 using BarsPointer = std::shared_ptr<const BarSeries>;
 
-BarsPointer InPeriod(const BarsPointer& daily, int period) {
-    switch (period) {
-        case kWeekly:
-            return std::make_shared<BarSeries>(WeeklyBars(*daily));
-        case kMonthly:
-            return std::make_shared<BarSeries>(MonthlyBars(*daily));
-        default:
-            return daily;
-    }
+/// Prices, and the period codes from `first` to `last` whose bars can be made from them.
+struct Source {
+    PriceKind kind;
+    int first;
+    int last;
+};
+
+// The preferred ones first.
+constexpr Source kSources[] = {
+    {kDailyPrices, kDaily, kMonthly},
+    {kMinutePrices, kDaily, kMinutes},
+    {kTickPrices, kDaily, kSeconds},
+    {kMonthlyPrices, kMonthly, kMonthly},
+};
+
+const Source* SourceOf(const Symbol& symbol, int period) {
+    const auto serves = [&symbol, period](const Source& source) {
+        return symbol.*source.kind.has && period >= source.first && period <= source.last;
+    };
+    const auto* found = std::ranges::find_if(kSources, serves);
+    return found == std::end(kSources) ? nullptr : found;
 }
 
-bool SymbolHasPeriod(const Symbol& symbol, int period) {
-    switch (period) {
-        case kDaily:
-        case kWeekly:
-            return symbol.hasDaily || symbol.hasMinutes;
-        case kMonthly:
-            return symbol.hasDaily || symbol.hasMinutes || symbol.hasMonthly;
-        case kMinutes:
-            return symbol.hasMinutes;
-        default:
-            return false;
+bool IsProper(const BarsKey& key) {
+    const bool counted = key.period == kMinutes || key.period == kSeconds;
+    return !counted || (key.count >= 1 && key.count <= kLongestBar);
+}
+
+BarsPointer Made(BarSeries bars) {
+    return std::make_shared<const BarSeries>(std::move(bars));
+}
+
+BarsPointer InPeriod(const BarsPointer& prices, const Source& source, const BarsKey& key) {
+    const bool areTicks = source.last == kSeconds;
+    if (key.period == kSeconds) {
+        return Made(SecondBars(*prices, key.count));
     }
+    if (key.period == kMinutes) {
+        const BarsPointer minutes = areTicks ? Made(SecondBars(*prices, 60)) : prices;
+        return Made(MinuteBars(*minutes, key.count));
+    }
+    const BarsPointer daily = source.last > kMonthly ? Made(DailyBars(*prices)) : prices;
+    if (key.period == kDaily) {
+        return daily;
+    }
+    return Made(key.period == kWeekly ? WeeklyBars(*daily) : MonthlyBars(*daily));
 }
 
 }  // namespace
@@ -164,16 +187,18 @@ std::vector<const Symbol*> MarketData::Search(const CString& typed, std::size_t 
 
 bool MarketData::HasPeriod(std::uint8_t market, const CString& id, int period) const {
     const Symbol* symbol = FindSymbol(market, id);
-    return symbol != nullptr && SymbolHasPeriod(*symbol, period);
+    return symbol != nullptr && SourceOf(*symbol, period) != nullptr;
 }
 
-BarsPointer MarketData::LoadFile(const Symbol& symbol, const char* kind, QString* error) const {
+BarsPointer MarketData::LoadFile(const Symbol& symbol, const PriceKind& kind,
+                                 QString* error) const {
     if (symbol.market == UserMarket::kId) {
         return m_user.Load(symbol, error);
     }
     const QString path = QDir(m_folder).filePath(
         QString("prices/%1/%2.%3.csv")
-            .arg(MarketFolder(symbol.market), QString::fromStdString(symbol.id), kind));
+            .arg(MarketFolder(symbol.market), QString::fromStdString(symbol.id),
+                 QString::fromLatin1(kind.word.data(), static_cast<qsizetype>(kind.word.size()))));
     CsvImportResult result = ImportCsvFile(path);
     if (!result.error.isEmpty()) {
         return Fail(error, result.error);
@@ -193,23 +218,12 @@ BarsPointer MarketData::LoadBars(const BarsKey& key, QString* error) const {
     if (symbol == nullptr) {
         return Fail(error, Tr("IDS_TERMINAL-QUOTES_NO_SYMBOL").arg(id));
     }
-    if (!SymbolHasPeriod(*symbol, key.period) || (key.period == kMinutes && key.count < 1)) {
+    const Source* source = SourceOf(*symbol, key.period);
+    if (source == nullptr || !IsProper(key)) {
         return Fail(error, Tr("IDS_TERMINAL-QUOTES_NO_PERIOD").arg(id));
     }
-    if (key.period == kMinutes) {
-        const BarsPointer bars = LoadFile(*symbol, "minute", error);
-        return bars ? std::make_shared<BarSeries>(MinuteBars(*bars, key.count)) : nullptr;
-    }
-    if (symbol->hasDaily) {
-        const BarsPointer daily = LoadFile(*symbol, "daily", error);
-        return daily ? InPeriod(daily, key.period) : nullptr;
-    }
-    if (symbol->hasMinutes) {
-        const BarsPointer bars = LoadFile(*symbol, "minute", error);
-        return bars ? InPeriod(std::make_shared<BarSeries>(DailyBars(*bars)), key.period) : nullptr;
-    }
-    const BarsPointer monthly = LoadFile(*symbol, "monthly", error);
-    return monthly ? InPeriod(monthly, kMonthly) : nullptr;
+    const BarsPointer prices = LoadFile(*symbol, source->kind, error);
+    return prices ? InPeriod(prices, *source, key) : nullptr;
 }
 
 }  // namespace ta::terminal

@@ -15,6 +15,8 @@ namespace ta::terminal {
 
 /// Period codes of BarsKey.
 enum Period { kDaily = 0, kWeekly = 1, kMonthly = 2, kMinutes = 3, kSeconds = 4 };
+/// The most minutes or seconds of a bar.
+inline constexpr int kLongestBar = 999;
 
 /// The folder of the sample catalogue: share/tadialogs/data of the installation that the program
 /// runs from, else the source tree's.
@@ -50,8 +52,9 @@ public:
 
     /// Whether LoadBars has bars for a period code.
     bool HasPeriod(std::uint8_t market, const CString& id, int period) const;
-    /// The history of a symbol, made from the finest prices it has (see BarPeriods.h). Null, with
-    /// the reason in the language in use in `error` (may be null), when there is none or a file
+    /// The history of a symbol, from the prices of that period or else from finer ones that it has
+    /// (see BarPeriods.h). Null, with the reason in the language in use in `error` (may be null),
+    /// when there is none, for minutes or seconds that are not 1 to kLongestBar, or when a file
     /// cannot be read.
     std::shared_ptr<const BarSeries> LoadBars(const BarsKey& key, QString* error) const;
 
@@ -60,7 +63,7 @@ public:
 
 private:
     std::vector<const Symbol*> AllSymbols() const;
-    std::shared_ptr<const BarSeries> LoadFile(const Symbol& symbol, const char* kind,
+    std::shared_ptr<const BarSeries> LoadFile(const Symbol& symbol, const PriceKind& kind,
                                               QString* error) const;
 
     QString m_folder;

@@ -55,12 +55,14 @@ int Try(const Operation& operation, QString* reason) {
     return SQLITE_OK;
 }
 
-const char* KindOf(const BarSeries& bars) {
+const PriceKind& KindOf(const BarSeries& bars) {
     const auto hasTimeOfDay = [](const Bar& bar) { return SecondsOfDay(bar.time) != 0; };
+    const auto hasSeconds = [](const Bar& bar) { return SecondsOfDay(bar.time) % 60 != 0; };
     if (std::ranges::any_of(bars, hasTimeOfDay)) {
-        return "minute";
+        return std::ranges::any_of(bars, hasSeconds) ? kTickPrices : kMinutePrices;
     }
-    return bars.size() > 1 && MonthlyBars(bars).size() == bars.size() ? "monthly" : "daily";
+    const bool monthly = bars.size() > 1 && MonthlyBars(bars).size() == bars.size();
+    return monthly ? kMonthlyPrices : kDailyPrices;
 }
 
 // The letters, digits, "-" and "_" of a file's name, upper-case; "FILE" when it has none.
@@ -246,7 +248,7 @@ const Symbol* UserMarket::Add(const QString& fileName, const BarSeries& bars, do
     Symbol symbol;
     symbol.chineseName = ui::FromQString(QFileInfo(fileName).completeBaseName());
     symbol.priceStep = priceStep;
-    SetKind(KindOf(bars), &symbol);
+    symbol.*KindOf(bars).has = true;
     const QString fault = Write([&](UserMarketFile& file) {
         symbol.id = UniqueId(fileName, file.Symbols());
         file.Add(symbol, bars);

@@ -44,7 +44,8 @@ public:
 
     /// Keeps a copy of `bars` (not empty) as a new symbol, named after the file, and gives it; or
     /// null, with the reason in `error`, and nothing is changed. Bars with a time of day count as
-    /// minute prices, bars that are all of different months as monthly ones, others as daily.
+    /// minute prices, as single trades when there are seconds in it; bars that are all of different
+    /// months as monthly prices, others as daily ones.
     const Symbol* Add(const QString& fileName, const BarSeries& bars, double priceStep,
                       QString* error);
     /// Removes a symbol and its bars. false, with the reason in `error`, when that failed.

@@ -57,18 +57,17 @@ Symbol SymbolAt(const SQLite::Statement& row) {
 
 }  // namespace
 
-const char* KindOf(const Symbol& symbol) {
-    if (symbol.hasMinutes) {
-        return "minute";
-    }
-    return symbol.hasMonthly ? "monthly" : "daily";
+const PriceKind& KindOf(const Symbol& symbol) {
+    const auto has = [&symbol](const PriceKind& kind) { return symbol.*kind.has; };
+    const auto found = std::ranges::find_if(kPriceKinds, has);
+    return found == kPriceKinds.end() ? kDailyPrices : *found;
 }
 
-bool SetKind(std::string_view kind, Symbol* symbol) {
-    symbol->hasMinutes = kind == "minute";
-    symbol->hasMonthly = kind == "monthly";
-    symbol->hasDaily = kind == "daily";
-    return symbol->hasMinutes || symbol->hasMonthly || symbol->hasDaily;
+bool SetKind(std::string_view word, Symbol* symbol) {
+    for (const PriceKind& kind : kPriceKinds) {
+        symbol->*kind.has = kind.word == word;
+    }
+    return KindOfWord(word) != nullptr;
 }
 
 bool IsProper(const BarSeries& bars) {
@@ -132,7 +131,7 @@ void UserMarketFile::Add(const Symbol& symbol, const BarSeries& bars) {
     SQLite::Statement insertSymbol(m_database, kInsertSymbol);
     insertSymbol.bind(1, symbol.id);
     insertSymbol.bind(2, text::ToUtf8(symbol.chineseName));
-    insertSymbol.bind(3, KindOf(symbol));
+    insertSymbol.bind(3, std::string(KindOf(symbol).word));
     insertSymbol.bind(4, symbol.priceStep);
     insertSymbol.exec();
     SQLite::Statement insertBar(m_database, kInsertBar);

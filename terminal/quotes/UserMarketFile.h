@@ -18,11 +18,10 @@ struct UserSymbol {
     BarSeries bars;
 };
 
-/// The word for the one kind of prices that a symbol of the user's own has: "daily", "monthly" or
-/// "minute".
-const char* KindOf(const Symbol& symbol);
-/// false, and the symbol has none, for another word.
-bool SetKind(std::string_view kind, Symbol* symbol);
+/// The one kind of prices that a symbol of the user's own has.
+const PriceKind& KindOf(const Symbol& symbol);
+/// Gives the symbol the kind of that word and no other. false, and it has none, for another word.
+bool SetKind(std::string_view word, Symbol* symbol);
 
 /// Whether the bars are finite numbers, their times ascending and each price within high and low.
 bool IsProper(const BarSeries& bars);

@@ -45,6 +45,18 @@ protected:
         bars = data.LoadBars(view->Shown(), nullptr);
         return *bars;
     }
+    /// The time in the middle of the view.
+    double Middle() {
+        const auto [first, last] = view->VisibleBars();
+        return Bars()[static_cast<std::size_t>(first + (last - first) / 2)].time;
+    }
+    double ZoomInAndScroll(int scrolled) {
+        for (int i = 0; i < 4; ++i) {
+            view->ZoomIn();
+        }
+        view->ScrollBars(scrolled);
+        return Middle();
+    }
     void Wheel(const QPointF& at, int notches) {
         QWheelEvent event(at, Plot()->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -496,18 +508,10 @@ TEST_F(ChartViewTest, ADepthHoldsForItsPeriodAndIsNotShared) {
 }
 
 TEST_F(ChartViewTest, AnotherPeriodKeepsTheDateInTheMiddle) {
-    const auto middle = [this] {
-        const auto [first, last] = view->VisibleBars();
-        return Bars()[static_cast<std::size_t>(first + (last - first) / 2)].time;
-    };
     view->ShowPeriod(1, 0);
-    for (int i = 0; i < 4; ++i) {
-        view->ZoomIn();
-    }
-    view->ScrollBars(-25);
-    const double before = middle();
+    const double before = ZoomInAndScroll(-25);
     view->ShowPeriod(0, 0);
-    EXPECT_NEAR(middle(), before, 3);
+    EXPECT_NEAR(Middle(), before, 3);
     view->ShowPeriod(7, 0);
     EXPECT_EQ(view->BarCount(), 0);
     view->ShowPeriod(0, 0);
@@ -522,17 +526,9 @@ TEST_F(ChartViewTest, ADayIsFoundFromAMinuteOfIt) {
     }
     view->Show(Add(minutes));
     view->ShowPeriod(3, 1);
-    const auto middle = [this] {
-        const auto [first, last] = view->VisibleBars();
-        return Bars()[static_cast<std::size_t>(first + (last - first) / 2)].time;
-    };
-    for (int i = 0; i < 4; ++i) {
-        view->ZoomIn();
-    }
-    view->ScrollBars(-600);
-    const double before = middle();
+    const double before = ZoomInAndScroll(-600);
     view->ShowPeriod(0, 0);
-    EXPECT_EQ(middle(), std::floor(before));
+    EXPECT_EQ(Middle(), std::floor(before));
 }
 
 TEST_F(ChartViewTest, OneBarAndLevelPricesAreDrawn) {

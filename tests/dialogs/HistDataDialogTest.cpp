@@ -379,6 +379,8 @@ protected:
             checked += Button(banner, type).isChecked() ? std::string(1, "DWMms"[type]) : "";
             enabled += Button(banner, type).isEnabled() ? std::string(1, "DWMms"[type]) : "";
         }
+        EXPECT_EQ(Find<QToolButton>(banner, "favouriteButton").isEnabled(),
+                  Counts(banner).isEnabled());
         return checked + " of " + enabled + ", " + Counts(banner).currentText().toStdString() +
                (Counts(banner).isEnabled() ? "+" : "-");
     }

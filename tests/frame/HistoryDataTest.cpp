@@ -47,6 +47,7 @@ TEST_F(HistoryDataTest, LoadsWhatWasAskedAndRemembersIt) {
     Choose(Command::NewTab);
     Tabs().SelectPeriod(0);
     EXPECT_EQ(Chart().BarCount(), 60) << "a copy takes the depths along";
+    EXPECT_EQ(Status(), "") << "what the weeks told is over";
     Ask("dailyRadio", "readRadio", "countEdit", "4000");
     EXPECT_EQ(Chart().BarCount(), 300);
     End();
@@ -62,7 +63,7 @@ TEST_F(HistoryDataTest, MinutesThatTheBoxDoesNotOffer) {
     Tabs().OpenSymbol(16, "9901");
     Ask("minutesRadio", "readRadio", "minutesCombo", "7");
     EXPECT_EQ(Chart().Count(), 7);
-    EXPECT_TRUE(Tabs().tabText(0).endsWith("7分")) << Tabs().tabText(0).toStdString();
+    EXPECT_TRUE(Tabs().tabText(0).endsWith("7分線")) << Tabs().tabText(0).toStdString();
     Tabs().OpenSymbol(16, "9901");
     EXPECT_EQ(Chart().Count(), 7) << "kept for the next symbol that has minutes";
 }

@@ -199,6 +199,16 @@ TEST(TimeLabelTest, TheFirstBarOfADayCarriesItsDate) {
     EXPECT_TRUE(MakeTimeLabels(bars, 20, 10, 5).empty());
 }
 
+TEST(TimeLabelTest, SecondsOfADay) {
+    BarSeries bars(120);
+    for (std::size_t i = 0; i < bars.size(); ++i) {
+        bars[i].time =
+            DayOfDate(2020, 4, 17) + (9 * 3600 + 5 * (static_cast<int>(i) + 1)) / 86400.0;
+    }
+    EXPECT_EQ(TextsOf(MakeTimeLabels(bars, 0, 5, 2)), "04/17 09:00:10 09:00:20 09:00:30");
+    EXPECT_EQ(TextsOf(MakeTimeLabels(bars, 1, 119, 40)), "09:05 09:10");
+}
+
 TEST(TimeLabelTest, TimeTexts) {
     const double time = DayOfDate(2020, 4, 17) + (13 * 3600 + 29 * 60 + 59) / 86400.0;
     EXPECT_EQ(TimeText(time, 0), "2020/04/17");

@@ -5,6 +5,7 @@
 #include "terminal/quotes/BarPeriods.h"
 #include "terminal/quotes/MarketData.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 
@@ -62,7 +64,7 @@ TEST_F(SampleData, EverySymbolsPricesAreProper) {
     int loaded = 0;
     for (const Market& market : m_data.Markets()) {
         for (const Symbol* symbol : m_data.SymbolsOf(market.id)) {
-            for (const int period : {kDaily, kWeekly, kMonthly, kMinutes}) {
+            for (const int period : {kDaily, kWeekly, kMonthly, kMinutes, kSeconds}) {
                 if (!m_data.HasPeriod(market.id, symbol->id, period)) {
                     continue;
                 }
@@ -80,7 +82,7 @@ TEST_F(SampleData, EverySymbolsPricesAreProper) {
             }
         }
     }
-    EXPECT_EQ(loaded, 26 * 3 + 5 + 2);
+    EXPECT_EQ(loaded, 26 * 3 + 5 + 3 + 2);
 }
 
 TEST_F(SampleData, GeneratorGivesTheShippedFiles) {
@@ -91,7 +93,7 @@ TEST_F(SampleData, GeneratorGivesTheShippedFiles) {
         EXPECT_EQ(file.readAll().toStdString(), text) << path;
         generated.insert(file.fileName());
     });
-    EXPECT_EQ(generated.size(), 27U);
+    EXPECT_EQ(generated.size(), 29U);
 }
 
 TEST_F(SampleData, WeeksBeginOnMonday) {
@@ -126,7 +128,13 @@ TEST_F(SampleData, RefusesWhatThereIsNot) {
     EXPECT_TRUE(error.contains("NONE")) << error.toStdString();
     EXPECT_FALSE(m_data.LoadBars({2, "GOOG", kDaily, 0}, &error));
     EXPECT_TRUE(error.contains("GOOG")) << error.toStdString();
-    EXPECT_FALSE(m_data.LoadBars({'m', "SXF1", kMinutes, 0}, &error));
+    for (const int period : {kMinutes, kSeconds}) {
+        for (const int count : {-1, 0, kLongestBar + 1}) {
+            EXPECT_FALSE(m_data.LoadBars({'m', "SXF1", period, count}, nullptr)) << count;
+        }
+        EXPECT_FALSE(m_data.LoadBars({2, "SPX", period, 5}, nullptr));
+    }
+    EXPECT_FALSE(m_data.LoadBars({16, "9901", kSeconds, 5}, nullptr)) << "minutes, but no ticks";
     EXPECT_FALSE(m_data.LoadBars({2, "SPX", 9, 0}, nullptr));
 }
 
@@ -145,6 +153,79 @@ TEST_F(SampleData, MinutesCountFromTheStartOfTheSession) {
     EXPECT_EQ(Bars('m', "SXF1", kMinutes, 999).size(), 20U);
 
     EXPECT_EQ(DailyBars(ones).front(), At(Bars('m', "SXF1", kDaily), day));
+}
+
+// Ticks of the last day, said in the names, that agree with the minute and the daily prices.
+TEST_F(SampleData, TicksAgreeWithWhatIsMadeOfThem) {
+    std::vector<CString> withTicks;
+    for (const Symbol* symbol : m_data.Search({}, 100)) {
+        const bool named = symbol->chineseName.find(text::FromUtf8("模擬逐筆")) != CString::npos &&
+                           symbol->englishName.find("simulated ticks") != CString::npos;
+        EXPECT_EQ(named, symbol->hasTicks) << symbol->id;
+        if (symbol->hasTicks) {
+            withTicks.push_back(symbol->id);
+            const BarSeries ticks = Bars(symbol->market, symbol->id, kSeconds, 1);
+            EXPECT_EQ(DailyBars(ticks).back(), Bars(symbol->market, symbol->id, kDaily).back());
+        }
+    }
+    EXPECT_EQ(withTicks, (std::vector<CString>{"9902", "SXF1"}));
+    const BarSeries minutes = Bars('m', "SXF1", kMinutes, 1);
+    EXPECT_EQ(BarSeries(minutes.end() - 300, minutes.end()), Bars('m', "SXF1", kSeconds, 60));
+    // A symbol without a file of minute prices.
+    const BarSeries fives = Bars(16, "9902", kMinutes, 5);
+    EXPECT_EQ(fives, MinuteBars(Bars(16, "9902", kSeconds, 60), 5));
+    EXPECT_EQ(fives.size(), 54U);
+    EXPECT_EQ(fives.back().time, Minute(Day(2020, 4, 17), 13, 30));
+}
+
+// Two days from 9:00 to 13:30 with a trade at the very begin and at the very end, gaps, and a
+// session that both share. The third one has its last trade at the end of its day.
+TEST(BarPeriods, SecondsCountFromTheStartOfTheSession) {
+    BarSeries ticks;
+    const auto add = [&ticks](int day, int hour, int minute, int second) {
+        const double price = static_cast<double>(ticks.size() + 1);
+        ticks.push_back(
+            {Minute(day, hour, minute) + second / 86400.0, price, price, price, price, 1});
+    };
+    for (const int second : {0, 3, 10, 11}) {
+        add(100, 9, 0, second);
+    }
+    add(100, 9, 7, 0);
+    add(100, 13, 29, 58);
+    add(101, 9, 0, 5);
+    add(101, 13, 30, 0);
+    const auto told = [&ticks](int seconds) {
+        std::string text;
+        for (const Bar& bar : SecondBars(ticks, seconds)) {
+            const int time = SecondsOfDay(bar.time);
+            text += fmt::format("{} {}:{:02}:{:02} {}-{}\n", DayOf(bar.time), time / 3600,
+                                time / 60 % 60, time % 60, bar.open, bar.close);
+        }
+        return text;
+    };
+    const std::map<int, const char*> cases{
+        {1,
+         "100 9:00:01 1-1\n100 9:00:03 2-2\n100 9:00:10 3-3\n100 9:00:11 4-4\n"
+         "100 9:07:00 5-5\n100 13:29:58 6-6\n101 9:00:05 7-7\n101 13:30:00 8-8\n"},
+        {7,
+         "100 9:00:07 1-2\n100 9:00:14 3-4\n100 9:07:00 5-5\n100 13:29:58 6-6\n"
+         "101 9:00:07 7-7\n101 13:30:00 8-8\n"},
+        {10,
+         "100 9:00:10 1-3\n100 9:00:20 4-4\n100 9:07:00 5-5\n100 13:30:00 6-6\n"
+         "101 9:00:10 7-7\n101 13:30:00 8-8\n"},
+        {60,
+         "100 9:01:00 1-4\n100 9:07:00 5-5\n100 13:30:00 6-6\n101 9:01:00 7-7\n"
+         "101 13:30:00 8-8\n"},
+        {999, "100 9:16:39 1-5\n100 13:30:00 6-6\n101 9:16:39 7-7\n101 13:30:00 8-8\n"}};
+    for (const auto& [seconds, expected] : cases) {
+        EXPECT_EQ(told(seconds), expected) << seconds;
+    }
+    EXPECT_EQ(SecondBars(ticks, 10)[0].high, 3);
+    EXPECT_EQ(SecondBars(ticks, 10)[0].volume, 3);
+    ticks.clear();
+    add(100, 23, 59, 59);
+    EXPECT_EQ(told(999), "100 23:59:59 1-1\n") << "never the next day";
+    EXPECT_TRUE(SecondBars({}, 5).empty());
 }
 
 TEST(BarPeriods, GapsInASessionKeepTheSlots) {
@@ -268,6 +349,25 @@ TEST_F(BrokenCatalogue, TellsMissingFilesAndFolders) {
     ASSERT_EQ(none.Problems().size(), 1);
     EXPECT_TRUE(none.Problems()[0].contains("none"));
     EXPECT_EQ(none.Markets().size(), 1U);
+}
+
+TEST_F(BrokenCatalogue, TicksAloneMakeEveryPeriod) {
+    Write("symbols.csv",
+          "market,id,chinese,english,commodity,month,step,prices\n2,ONE,一,One,,,0.01,tick\n");
+    Write("prices/2/ONE.tick.csv",
+          "date,open,high,low,close,volume\n2020-04-16 09:00:00,1,1,1,1,1\n"
+          "2020-04-16 09:00:40,3,3,3,3,2\n2020-04-17 09:01:30,2,2,2,2,4\n");
+    const MarketData data(m_folder.path(), m_user.path());
+    const auto sizeOf = [&data](int period, int count) {
+        EXPECT_TRUE(data.HasPeriod(2, "ONE", period));
+        const auto bars = data.LoadBars({2, "ONE", period, count}, nullptr);
+        return bars ? bars->size() : 0;
+    };
+    EXPECT_EQ(sizeOf(kSeconds, 30), 3U);
+    EXPECT_EQ(sizeOf(kMinutes, 5), 2U);
+    EXPECT_EQ(sizeOf(kDaily, 0), 2U);
+    EXPECT_EQ(sizeOf(kWeekly, 0), 1U);
+    EXPECT_EQ(sizeOf(kMonthly, 0), 1U);
 }
 
 TEST_F(BrokenCatalogue, TellsBadPriceFiles) {

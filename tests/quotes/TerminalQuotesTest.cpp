@@ -26,7 +26,7 @@ protected:
         kinds += m_quotes.bGetTAMonthItemNoByService(items, market, code) ? "M" : "";
         kinds += m_quotes.bGetTA1ItemNoByService(items, market, code) ? "m" : "";
         kinds += m_quotes.bGetTickItemNoByService(items, market, code) ? "S" : "";
-        EXPECT_TRUE(items.empty());  // seconds are asked for last, and there are none
+        EXPECT_EQ(items.empty(), !kinds.ends_with('S'));  // seconds are asked for last
         return kinds;
     }
 
@@ -42,7 +42,9 @@ TEST_F(Quotes, HistoryByMarketCommodityAndSymbol) {
     EXPECT_EQ(Kinds(2, ""), "DWM");
     EXPECT_EQ(Kinds(2, "IBM"), "M");
     EXPECT_EQ(Kinds(16, "9901"), "DWMm");
-    EXPECT_EQ(Kinds('m', "SXF"), "DWMm");
+    EXPECT_EQ(Kinds('m', "SXF1"), "DWMmS");
+    EXPECT_EQ(Kinds('m', "SXF2"), "DWM");
+    EXPECT_EQ(Kinds('m', "SXF"), "DWMmS");
     EXPECT_EQ(Kinds('U', ""), "");
     EXPECT_EQ(Kinds(16, "NONE"), "");
     BKQuoteInterface::Items items;
@@ -102,7 +104,7 @@ TEST_F(Quotes, ItemsAndSteps) {
                                         kItemPriceStepCode, 9};
     ASSERT_TRUE(m_quotes.bGetItemDataByItemNo('m', "SXF1", items, values, true));
     ASSERT_EQ(values.size(), 5U);
-    EXPECT_EQ(values[0].text, text::FromUtf8("模擬指數期 近月 202005"));
+    EXPECT_EQ(values[0].text, text::FromUtf8("模擬指數期 近月（模擬逐筆） 202005"));
     EXPECT_EQ(values[1].text, "SXF1");
     EXPECT_EQ(values[3].text, "21");
     EXPECT_EQ(values[4].text, "");

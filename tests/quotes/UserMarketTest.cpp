@@ -119,13 +119,20 @@ TEST_F(UserFiles, IdsAreSafeAndUnique) {
 TEST_F(UserFiles, TheKindOfPricesIsSeenFromTheTimes) {
     MarketData data(TADIALOGS_TEST_DATA_DIR, m_folder);
     BarSeries minutes{{kDay + 0.375, 1, 1, 1, 1, 1},
-                      {kDay + 0.376, 2, 2, 2, 2, 1},
+                      {kDay + 0.3875, 2, 2, 2, 2, 1},
                       {kDay + 1.375, 3, 3, 3, 3, 1}};
+    BarSeries ticks = minutes;
+    ticks[1].time = kDay + 0.376;
     BarSeries months{{kDay, 1, 1, 1, 1, 1}, {kDay + 30, 2, 2, 2, 2, 1}};
     Add(&data.User(), "minutes.csv", minutes);
+    Add(&data.User(), "ticks.csv", ticks);
     Add(&data.User(), "months.csv", months);
     Add(&data.User(), "single.csv", DailySeries(1));
     EXPECT_TRUE(data.HasPeriod('U', "MINUTES", kMinutes));
+    EXPECT_FALSE(data.HasPeriod('U', "MINUTES", kSeconds));
+    const MarketData again(TADIALOGS_TEST_DATA_DIR, m_folder);
+    ASSERT_TRUE(again.HasPeriod('U', "TICKS", kMinutes) && again.HasPeriod('U', "TICKS", kSeconds));
+    EXPECT_EQ(again.LoadBars({'U', "TICKS", kSeconds, 999}, nullptr)->size(), 2U);
     const auto daily = data.LoadBars({'U', "MINUTES", kDaily, 0}, nullptr);
     ASSERT_TRUE(daily);
     EXPECT_EQ(*daily, (BarSeries{{kDay, 1, 2, 1, 2, 2}, {kDay + 1, 3, 3, 3, 3, 1}}));
