@@ -185,7 +185,7 @@ void ShowCsv(Guide& guide) {
                           guide.Picture("csv-bad-rows");
                           Confirm(message);
                       }});
-    Expect(guide.Chart().Market() == terminal::UserMarket::kId, "the file is not shown");
+    Expect(guide.Chart().Market() == terminal::kUserMarket, "the file is not shown");
     guide.ExpectChart(static_cast<int>(kTrendStudies.size()));
     guide.Picture("csv-opened");
 }

@@ -4,7 +4,6 @@
 #include "terminal/lang/NameIn.h"
 #include "terminal/quotes/CsvReader.h"
 #include "terminal/quotes/CsvValues.h"
-#include "terminal/quotes/UserMarket.h"
 
 #include <QDir>
 #include <QFile>
@@ -102,7 +101,7 @@ bool Loader::HasCommodity(std::uint8_t market, const CString& id) const {
 
 QString Loader::TakeMarket(const Fields& fields) {
     const auto id = MarketId(fields[0]);
-    if (!id || *id == UserMarket::kId) {
+    if (!id || *id == kUserMarket) {
         return Tr("IDS_TERMINAL-QUOTES_BAD_ID").arg(FromUtf8(fields[0]));
     }
     if (std::ranges::find(m_catalogue.markets, *id, &Market::id) != m_catalogue.markets.end()) {

@@ -12,6 +12,9 @@
 
 namespace ta::terminal {
 
+/// The market of the user's own files, which no catalogue may use.
+inline constexpr std::uint8_t kUserMarket = 'U';
+
 struct Market {
     std::uint8_t id = 0;
     CString chineseName;

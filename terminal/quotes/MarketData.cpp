@@ -147,7 +147,7 @@ std::vector<const Symbol*> MarketData::SymbolsOf(std::uint8_t market,
 }
 
 const Symbol* MarketData::FindSymbol(std::uint8_t market, const CString& id) const {
-    if (market == UserMarket::kId) {
+    if (market == kUserMarket) {
         return m_user.Find(id);
     }
     const auto found = std::ranges::find_if(m_catalogue.symbols, [market, &id](const Symbol& s) {
@@ -192,7 +192,7 @@ bool MarketData::HasPeriod(std::uint8_t market, const CString& id, int period) c
 
 BarsPointer MarketData::LoadFile(const Symbol& symbol, const PriceKind& kind,
                                  QString* error) const {
-    if (symbol.market == UserMarket::kId) {
+    if (symbol.market == kUserMarket) {
         return m_user.Load(symbol, error);
     }
     const QString path = QDir(m_folder).filePath(

@@ -104,7 +104,7 @@ UserMarket::UserMarket(const QString& folder) : m_folder(folder) {
 }
 
 Market UserMarket::Description() {
-    return {kId, text::FromUtf8("我的檔案"), "My files"};
+    return {kUserMarket, text::FromUtf8("我的檔案"), "My files"};
 }
 
 QString UserMarket::Path() const {

@@ -27,8 +27,6 @@ class UserMarketFile;
 /// be read. What an earlier version kept in the folder is taken over once.
 class UserMarket {
 public:
-    static constexpr std::uint8_t kId = 'U';
-
     explicit UserMarket(const QString& folder);
 
     static Market Description();

@@ -1,7 +1,6 @@
 #include "terminal/quotes/UserMarketFile.h"
 
 #include "platform/Text.h"
-#include "terminal/quotes/UserMarket.h"
 
 #include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Transaction.h>
@@ -45,7 +44,7 @@ bool IsProperBar(const Bar& bar) {
 
 Symbol SymbolAt(const SQLite::Statement& row) {
     Symbol symbol;
-    symbol.market = UserMarket::kId;
+    symbol.market = kUserMarket;
     symbol.id = CString(BlobAt(row, 0));
     symbol.chineseName = symbol.englishName = text::FromUtf8(BlobAt(row, 1));
     symbol.priceStep = row.getColumn(3).getDouble();

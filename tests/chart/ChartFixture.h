@@ -25,7 +25,7 @@
 
 namespace ta::terminal {
 
-inline constexpr std::uint8_t kUser = UserMarket::kId;
+inline constexpr std::uint8_t kUser = kUserMarket;
 inline constexpr double kFirstDay = 16000;  // the time of a test's first bar: 2013-10-22
 
 // Services that live as long as the process, as the settings repository does.

@@ -91,16 +91,16 @@ TEST_F(UserFiles, AnImportedFileIsThereInTheNextRun) {
     }
     const MarketData data(TADIALOGS_TEST_DATA_DIR, m_folder);
     EXPECT_TRUE(data.Problems().isEmpty());
-    const Symbol* symbol = data.FindSymbol(UserMarket::kId, "2330_DAILY");
+    const Symbol* symbol = data.FindSymbol(kUserMarket, "2330_DAILY");
     ASSERT_NE(symbol, nullptr);
     EXPECT_EQ(NameOf(*symbol), text::FromUtf8("台積電, \"2330\" daily"));
     EXPECT_EQ(symbol->priceStep, 0.05);
     EXPECT_EQ(data.Search(text::FromUtf8("台積"), 5), std::vector<const Symbol*>{symbol});
     QString error;
-    const auto bars = data.LoadBars({UserMarket::kId, "2330_DAILY", kDaily, 0}, &error);
+    const auto bars = data.LoadBars({kUserMarket, "2330_DAILY", kDaily, 0}, &error);
     ASSERT_TRUE(bars) << error.toStdString();
     EXPECT_EQ(*bars, DailySeries(3));
-    EXPECT_EQ(data.LoadBars({UserMarket::kId, "2330_DAILY", kWeekly, 0}, &error)->size(), 1U);
+    EXPECT_EQ(data.LoadBars({kUserMarket, "2330_DAILY", kWeekly, 0}, &error)->size(), 1U);
 }
 
 TEST_F(UserFiles, IdsAreSafeAndUnique) {
