@@ -218,6 +218,7 @@ void PaintComparison(benchmark::State& state) {
     ta::terminal::ComparisonModel model;
     QCustomPlot plot;
     plot.setViewport({{}, kPlotSize});
+    plot.setPlottingHint(QCP::phFastPolylines);  // as the view sets it
     ta::terminal::ChartScene scene(plot, model);
     const auto ours = [&] {
         model.SetSources(sources, {});
@@ -229,6 +230,7 @@ void PaintComparison(benchmark::State& state) {
     };
     QCustomPlot peerPlot;
     peerPlot.setViewport({{}, kPlotSize});
+    peerPlot.setPlottingHint(QCP::phFastPolylines);
     const auto peer = [&] {
         peerPlot.clearGraphs();
         for (std::size_t line = 0; line < sources.size(); ++line) {
