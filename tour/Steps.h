@@ -20,6 +20,8 @@ std::vector<Step> ChartSteps();
 /// The bar of periods, the history data and what is typed on the chart, in both languages, in a tab
 /// that is closed at the end.
 std::vector<Step> PeriodSteps();
+/// The compare dialog and its chart, in both languages.
+std::vector<Step> CompareSteps();
 /// The data viewer, in both languages.
 std::vector<Step> DataSteps();
 /// The first writes the file that the second reads.

@@ -2,7 +2,7 @@
 
 #include "dialogs/MXSetHistDataBanner.h"
 #include "platform/ui/LangText.h"
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/ChartPage.h"
 #include "terminal/lang/Language.h"
 
 #include <QCoreApplication>
@@ -20,8 +20,9 @@ PeriodBar::PeriodBar(QWidget* parent)
     Retranslate();
 }
 
-void PeriodBar::Show(const ChartView& chart) {
-    m_banner->SetState(chart.Market(), chart.SymbolId(), chart.Period(), chart.Count());
+void PeriodBar::Show(const ChartPage& chart) {
+    const BarsKey& shown = chart.Shown();
+    m_banner->SetState(shown.market, shown.symbol, shown.period, shown.count);
 }
 
 QList<int> PeriodBar::Favourites() const {

@@ -7,7 +7,7 @@
 namespace ta::terminal {
 
 void ViewData(const Frame& frame) {
-    DataViewer::Of(frame.tabs.Current()).Open();
+    DataViewer::Of(*frame.tabs.CurrentChart()).Open();
 }
 
 }  // namespace ta::terminal
