@@ -26,7 +26,7 @@ protected:
     bool Open(const QString& path) { return OpenPriceFile(Window().Parts(), path); }
     void ExpectOwn(std::size_t symbols, int bars) {
         EXPECT_EQ(Session().Markets().User().Symbols().size(), symbols);
-        EXPECT_EQ(Chart().Market() == kUserMarket, symbols > 0);
+        EXPECT_EQ(Chart().Market() == terminal::kUserMarket, symbols > 0);
         EXPECT_EQ(Chart().BarCount(), bars);
     }
 };
