@@ -215,6 +215,7 @@ TEST_F(TrendLineTest, TheLastLineOfASymbolLeavesTheStoreToo) {
     repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {"m"}, 0);
     repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {}, 0);
     repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {"n"}, 0);
+    EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "") << "gone too";
     store.TakeLines();
     repository.SaveTrendLineData();
     EXPECT_EQ(store.TakeLines(),
