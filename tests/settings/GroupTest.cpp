@@ -25,8 +25,8 @@ StudyLists NewGroupLists() {
 
 class GroupTest : public SettingsFixture {
 protected:
-    std::vector<CString> Names() {
-        std::vector<CString> names;
+    Names Listed() {
+        Names names;
         const unsigned count = Repository().GetGroupNameList(names);
         EXPECT_EQ(count, names.size());
         return names;
@@ -37,7 +37,7 @@ protected:
         return lists;
     }
     /// Another party stores `names` and raises the flag.
-    void ChangeElsewhere(const std::vector<CString>& names) {
+    void ChangeElsewhere(const Names& names) {
         memory.names = names;
         memory.reloadFlag = true;
     }
@@ -46,7 +46,7 @@ protected:
 TEST_F(GroupTest, AStoreWithoutGroupsGivesTheDefaultGroup) {
     const CString name = text::FromUtf8("預設群組");
     quotes.language["IDS_TECHVIEW-STRING_TAGROUP_DEFAULT_NAME"] = name;
-    EXPECT_EQ(Names(), std::vector{name});
+    EXPECT_EQ(Listed(), Names{name});
     EXPECT_EQ(Lists(name), NewGroupLists());
     EXPECT_EQ(Repository().GetUniNumByGroupName(name), 0);
     EXPECT_EQ(Repository().GetStudyCountByGroupName(name), 4);
@@ -59,19 +59,19 @@ TEST_F(GroupTest, AStoreWithoutGroupsGivesTheDefaultGroup) {
 TEST_F(GroupTest, WithoutTheGroupCapabilityTheStoredListIsNotRead) {
     memory.names = {{"A", "B"}};
     memoryEntitlement.denied = {Function::TaGroups};
-    EXPECT_EQ(Names().size(), 1u);
+    EXPECT_EQ(Listed().size(), 1u);
     EXPECT_EQ(Repository().FindGroup("A"), 0);
     EndRepository();
     services.tidewrightVersion = true;
     HangIn();
-    EXPECT_EQ(Names(), (std::vector<CString>{"A", "B"}));
+    EXPECT_EQ(Listed(), (Names{"A", "B"}));
 }
 
 TEST_F(GroupTest, WithoutAStoreThereAreNoGroups) {
     services.configStore = nullptr;
     HangIn();
     CTaSettingHandle& repository = Repository();
-    EXPECT_TRUE(Names().empty());
+    EXPECT_TRUE(Listed().empty());
     EXPECT_EQ(repository.GetMaxTAGroupCount(), 10);
     EXPECT_EQ(repository.GetSystemDefaultGroup(), "");
     EXPECT_EQ(repository.GetDrawInfo(""), nullptr);
@@ -145,14 +145,14 @@ TEST_F(GroupTest, TheSmallestFreeUniNumIsTaken) {
     repository.AddGroupSetting("F");
     EXPECT_EQ(repository.GetUniNumByGroupName("F"), 1);
     // A number that only an unlisted record holds is in use.
-    std::vector<CString> names{"A", "C", "D", "E"};
+    Names names{"A", "C", "D", "E"};
     repository.SetGroupNameList(names);
     repository.AddGroupSetting("G");
     EXPECT_EQ(repository.GetUniNumByGroupName("G"), 5);
 }
 
 TEST_F(GroupTest, GroupsWithoutANumberGetOneWhileTheyLast) {
-    std::vector<CString> names{"Twice", "Twice"};
+    Names names{"Twice", "Twice"};
     while (names.size() < 2'000) {
         names.push_back("G" + std::to_string(names.size()));
     }
@@ -204,7 +204,7 @@ TEST_F(GroupTest, NotFoundAnswers) {
     StudyLists lists{{1}};
     EXPECT_EQ(repository.GetStudyListByGroupName("?", lists), 0);
     EXPECT_TRUE(lists.empty());
-    std::vector<CString> strings{"left over"};
+    Names strings{"left over"};
     EXPECT_EQ(repository.GetStudyParamSettingByGroupName("?", strings), 0);
     EXPECT_TRUE(strings.empty());
     EXPECT_EQ(repository.DeleteGroupSetting("?"), 0);
@@ -212,8 +212,7 @@ TEST_F(GroupTest, NotFoundAnswers) {
     store.TakeLines();
     repository.SetStudyCountByGroupName("?", 9);
     repository.SetTechWndKeyByGroupName("?", 9);
-    EXPECT_EQ(store.TakeLines(),
-              (std::vector<std::string>{"GetTASettingReloadType()", "GetTASettingReloadType()"}));
+    EXPECT_EQ(store.TakeLines(), (Lines{"GetTASettingReloadType()", "GetTASettingReloadType()"}));
 }
 
 TEST_F(GroupTest, AddingStoresTheDefaultStringsUnderTheNewIndex) {
@@ -224,9 +223,8 @@ TEST_F(GroupTest, AddingStoresTheDefaultStringsUnderTheNewIndex) {
     store.TakeLines();
     EXPECT_EQ(repository.AddGroupSetting("B"), 1);
     EXPECT_EQ(store.TakeLines(),
-              (std::vector<std::string>{"GetTASettingReloadType()", "GetTAGroupMaxCount()",
-                                        "SaveTAStudyShapeSetting(1, [s0])",
-                                        "SaveTAStudyParamSetting(1, [p0 p4])"}));
+              (Lines{"GetTASettingReloadType()", "GetTAGroupMaxCount()",
+                     "SaveTAStudyShapeSetting(1, [s0])", "SaveTAStudyParamSetting(1, [p0 p4])"}));
     EXPECT_EQ(Lists("B"), NewGroupLists());
     const auto* drawInfo = dynamic_cast<MemoryDrawInfo*>(repository.GetDrawInfo("B"));
     ASSERT_NE(drawInfo, nullptr);
@@ -234,8 +232,8 @@ TEST_F(GroupTest, AddingStoresTheDefaultStringsUnderTheNewIndex) {
     EXPECT_EQ(drawInfo->shapeModes, std::vector{int{kDrawInfoReplace}});
     store.TakeLines();
     EXPECT_EQ(repository.AddGroupSetting("B"), 0);
-    EXPECT_EQ(store.TakeLines(), std::vector<std::string>{"GetTASettingReloadType()"});
-    EXPECT_EQ(Names(), (std::vector<CString>{"A", "B"}));
+    EXPECT_EQ(store.TakeLines(), Lines{"GetTASettingReloadType()"});
+    EXPECT_EQ(Listed(), (Names{"A", "B"}));
 }
 
 TEST_F(GroupTest, AnUnlistedRecordStaysInMemoryOnlyUntilItGivesWay) {
@@ -243,7 +241,7 @@ TEST_F(GroupTest, AnUnlistedRecordStaysInMemoryOnlyUntilItGivesWay) {
     memory.showCounts = {{0, 5}};
     memory.wndShowKeys = {{0, 6}};
     CTaSettingHandle& repository = Repository();
-    std::vector<CString> names{"A"};
+    Names names{"A"};
     repository.SetGroupNameList(names);
     repository.SetStudyCountByGroupName("B", 9);
     repository.SetTechWndKeyByGroupName("B", 9);
@@ -257,7 +255,7 @@ TEST_F(GroupTest, AnUnlistedRecordStaysInMemoryOnlyUntilItGivesWay) {
     EXPECT_EQ(repository.GetUniNumByGroupName("B"), 1);
     repository.ClearNoUseGroup();
     EXPECT_EQ(repository.GetUniNumByGroupName("C"), -1);
-    EXPECT_EQ(Names(), (std::vector<CString>{"A", "B"}));
+    EXPECT_EQ(Listed(), (Names{"A", "B"}));
 }
 
 TEST_F(GroupTest, RenamingKeepsPlaceNumberAndObjects) {
@@ -268,13 +266,13 @@ TEST_F(GroupTest, RenamingKeepsPlaceNumberAndObjects) {
     EXPECT_EQ(repository.ModifyGroupName("B", "C"), 0);
     EXPECT_EQ(repository.ModifyGroupName("B", "B"), 0);
     EXPECT_EQ(repository.ModifyGroupName("B", "b"), 1);
-    EXPECT_EQ(Names(), (std::vector<CString>{"A", "b", "C"}));
+    EXPECT_EQ(Listed(), (Names{"A", "b", "C"}));
     EXPECT_EQ(repository.GetUniNumByGroupName("b"), 1);
     EXPECT_EQ(repository.GetStudyCountByGroupName("b"), 7);
     EXPECT_EQ(repository.GetDrawInfo("b"), drawInfo);
     EXPECT_EQ(repository.GetUniNumByGroupName("B"), -1);
     // Onto a name that only an unlisted record has.
-    std::vector<CString> names{"A", "b"};
+    Names names{"A", "b"};
     repository.SetGroupNameList(names);
     EXPECT_EQ(repository.ModifyGroupName("C", "D"), 0) << "an unlisted name is unknown";
     EXPECT_EQ(repository.ModifyGroupName("b", "C"), 1);
@@ -326,7 +324,7 @@ TEST_F(GroupTest, AReloadTakesTheStoredStateAndDropsEditsAndObjects) {
     ChangeElsewhere({"B"});
     EXPECT_EQ(repository.FindGroup("Unsaved"), 0);
     EXPECT_FALSE(memory.reloadFlag);
-    EXPECT_EQ(Names(), std::vector<CString>{"B"});
+    EXPECT_EQ(Listed(), Names{"B"});
     EXPECT_EQ(MemoryDrawInfo::LiveCount(), 1);
     // A flag that cannot be read is no flag.
     ChangeElsewhere({"C"});
@@ -426,17 +424,16 @@ TEST_F(GroupTest, AListedNameAlwaysHasItsGroup) {
     memory.shapeDefaults = {{"s"}};
     CTaSettingHandle& repository = Repository();
     store.TakeLines();
-    std::vector<CString> names{"New", "A"};
+    Names names{"New", "A"};
     repository.SetGroupNameList(names);
-    EXPECT_EQ(store.TakeLines(),
-              (std::vector<std::string>{"GetTASettingReloadType()", "GetTAGroupMaxCount()",
+    EXPECT_EQ(store.TakeLines(), (Lines{"GetTASettingReloadType()", "GetTAGroupMaxCount()",
                                         "SaveTAGroupNameList([New A])"}));
     EXPECT_EQ(repository.GetUniNumByGroupName("New"), 2);
     EXPECT_EQ(Lists("New"), NewGroupLists());
     repository.SaveAllGroupSetting();
     EXPECT_EQ(memory.showCounts, (std::map<unsigned, int>{{0, 4}, {1, 5}}));
-    EXPECT_EQ(memory.params[0], std::vector<CString>{"p"});
-    EXPECT_EQ(memory.shapes[0], std::vector<CString>{"s"});
+    EXPECT_EQ(memory.params[0], Names{"p"});
+    EXPECT_EQ(memory.shapes[0], Names{"s"});
 }
 
 TEST_F(GroupTest, SetAllDrawInfoMakesTheTableEqualItsInput) {
@@ -557,7 +554,7 @@ TEST_F(NotificationTest, AViewMayCallBackWhileItIsTold) {
     };
     ChangeElsewhere({"A", "B", "C"});
     repository.ReloadTASetting();
-    EXPECT_EQ(Names(), std::vector<CString>{"A"});
+    EXPECT_EQ(Listed(), Names{"A"});
     // The inner reload tells of its one group; the outer one then has no further group to tell of.
     EXPECT_EQ(log, (ViewLog{Group("1", 0), Group("1", 0), Group("2", 0), Lines("1"), Lines("2"),
                             Group("2", 0), Lines("1"), Lines("2")}));

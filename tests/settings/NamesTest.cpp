@@ -94,9 +94,8 @@ TEST_F(NamesTest, ViewsOfALayoutAreAppended) {
     EXPECT_TRUE(repository.GetTAViewGroupSetting(3, views));
     EXPECT_FALSE(repository.GetTAViewGroupSetting(4, views));
     EXPECT_EQ(store.TakeLines(),
-              (std::vector<std::string>{"GetTASettingReloadType()", "PackFile()",
-                                        "GetTAViewGroupSetting(3)", "GetTASettingReloadType()",
-                                        "PackFile()", "GetTAViewGroupSetting(4)"}));
+              (Lines{"GetTASettingReloadType()", "PackFile()", "GetTAViewGroupSetting(3)",
+                     "GetTASettingReloadType()", "PackFile()", "GetTAViewGroupSetting(4)"}));
     ASSERT_EQ(views.size(), 3u);
     EXPECT_EQ(views[0].name, "there");
     EXPECT_EQ(views[1].name, "One");

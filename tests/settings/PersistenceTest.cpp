@@ -39,14 +39,13 @@ protected:
         }
     }
     /// Lines that differ in the group's number.
-    static void Append(std::vector<std::string>& lines, int group,
-                       std::initializer_list<const char*> formats) {
+    static void Append(Lines& lines, int group, std::initializer_list<const char*> formats) {
         for (const char* format : formats) {
             lines.push_back(fmt::format(fmt::runtime(format), group));
         }
     }
     /// The lines that saving one group gives.
-    static void AppendSaves(std::vector<std::string>& lines, int group, int uniNum) {
+    static void AppendSaves(Lines& lines, int group, int uniNum) {
         const char* const firsts[] = {"0 4", "16 -1", "23 -1", "22 -1"};
         for (int pane = 1; pane <= 10; ++pane) {
             lines.push_back(fmt::format("SaveTAGroupStudyList({}, {}, [{} -1 -1 -1 -1 -1 -1])",
@@ -75,10 +74,9 @@ TEST_F(PersistenceTest, SavingEverythingIsOneFixedSequence) {
     CTaSettingHandle& repository = Repository();
     store.TakeLines();
     repository.SaveAllGroupSetting();
-    std::vector<std::string> expected{
-        "GetTASettingReloadType()",
-        "SaveTATrendLine(MXTechView, 0a/2330, [0a/2330/0000/0/x=[2002/a/b/c/1/]])",
-        "SaveTAGroupNameList([A B C])"};
+    Lines expected{"GetTASettingReloadType()",
+                   "SaveTATrendLine(MXTechView, 0a/2330, [0a/2330/0000/0/x=[2002/a/b/c/1/]])",
+                   "SaveTAGroupNameList([A B C])"};
     for (const auto& [group, uniNum] : std::map<int, int>{{0, 7}, {1, 3}, {2, 5}}) {
         AppendSaves(expected, group, uniNum);
     }
@@ -92,7 +90,7 @@ TEST_F(PersistenceTest, LoadingIsOneFixedSequence) {
     memory.names = {{"A", "B"}};
     memory.trendLines["MXTechView"]["0a/2330"] = {{"0a/2330/0000/0/x", {"l"}}};
     Repository();
-    std::vector<std::string> expected{"GetTAGroupMaxCount()", "LoadTAGroupNameList()"};
+    Lines expected{"GetTAGroupMaxCount()", "LoadTAGroupNameList()"};
     const auto forBoth = [&](std::initializer_list<const char*> formats) {
         for (const int group : {0, 1}) {
             Append(expected, group, formats);
@@ -141,11 +139,11 @@ TEST_F(PersistenceTest, WhatIsStoredComesBackTheSame) {
 TEST_F(PersistenceTest, ParametersAndShapesAreKeptAlike) {
     using Handle = CTaSettingHandle;
     struct Kind {
-        std::optional<std::vector<CString>> MemoryConfigStore::*defaults;
-        std::map<unsigned, std::vector<CString>> MemoryConfigStore::*stored;
+        std::optional<Names> MemoryConfigStore::*defaults;
+        std::map<unsigned, Names> MemoryConfigStore::*stored;
         int (Handle::*getAll)(SettingsByGroup&);
         void (Handle::*setAll)(const SettingsByGroup&);
-        int (Handle::*getOne)(const CString&, std::vector<CString>&);
+        int (Handle::*getOne)(const CString&, Names&);
         std::vector<int> MemoryDrawInfo::*modes;
     };
     const Kind kinds[]{{&MemoryConfigStore::paramDefaults, &MemoryConfigStore::params,
@@ -171,12 +169,12 @@ TEST_F(PersistenceTest, ParametersAndShapesAreKeptAlike) {
         (Repository().*kind.setAll)({{"C", {"x", "y"}}, {"?", {"z"}}, {"B", {"b"}}});
         EXPECT_EQ(all(), (SettingsByGroup{{"A", {"default"}}, {"B", {"b"}}, {"C", {"x", "y"}}}));
         EXPECT_EQ(DrawInfo("C").*kind.modes, std::vector<int>(2, kDrawInfoLoad));
-        std::vector<CString> one;
+        Names one;
         EXPECT_EQ((Repository().*kind.getOne)("C", one), 1);
-        EXPECT_EQ(one, (std::vector<CString>{"x", "y"}));
+        EXPECT_EQ(one, (Names{"x", "y"}));
         Repository().DeleteAllParam("C");
         EXPECT_EQ(all(), (SettingsByGroup{{"A", {"default"}}, {"B", {"b"}}, {"C", {}}}));
-        EXPECT_EQ((memory.*kind.stored)[2], std::vector<CString>{"c"}) << "memory only";
+        EXPECT_EQ((memory.*kind.stored)[2], Names{"c"}) << "memory only";
     }
 }
 
@@ -184,8 +182,7 @@ TEST_F(PersistenceTest, WithoutStoredDefaultsANewGroupGetsNoStrings) {
     CTaSettingHandle& repository = Repository();
     store.TakeLines();
     repository.AddGroupSetting("N");
-    EXPECT_EQ(store.TakeLines(),
-              (std::vector<std::string>{"GetTASettingReloadType()", "GetTAGroupMaxCount()"}));
+    EXPECT_EQ(store.TakeLines(), (Lines{"GetTASettingReloadType()", "GetTAGroupMaxCount()"}));
     EXPECT_TRUE(DrawInfo("N").paramModes.empty());
 }
 
@@ -193,18 +190,17 @@ TEST_F(PersistenceTest, SettersThatWriteAtOnce) {
     memory.names = {{"A", "B"}};
     CTaSettingHandle& repository = Repository();
     store.TakeLines();
-    std::vector<CString> names{"B", "A"};
+    Names names{"B", "A"};
     repository.SetGroupNameList(names);
     repository.SetStudyCountByGroupName("A", 6);
     repository.SetTechWndKeyByGroupName("A", -2);
     repository.SetStudyListByGroupName("A", {{3}});
     repository.SetStudyParamSettingByGroupName("A", {"x"}, kDrawInfoReplace);
     repository.SetStudyShapeSettingByGroupName("A", {"y"});
-    std::vector<std::string> lines = store.TakeLines();
+    Lines lines = store.TakeLines();
     std::erase(lines, "GetTASettingReloadType()");
-    EXPECT_EQ(lines,
-              (std::vector<std::string>{"SaveTAGroupNameList([B A])", "SaveTAStudyShowCount(1, 6)",
-                                        "SaveTATechWndShowKey(1, -2)"}));
+    EXPECT_EQ(lines, (Lines{"SaveTAGroupNameList([B A])", "SaveTAStudyShowCount(1, 6)",
+                            "SaveTATechWndShowKey(1, -2)"}));
     EXPECT_EQ(DrawInfo("A").paramModes, (std::vector{int{kDrawInfoLoad}, int{kDrawInfoReplace}}));
     EXPECT_EQ(DrawInfo("A").shapeModes, (std::vector{int{kDrawInfoLoad}, int{kDrawInfoLoad}}));
     EXPECT_EQ(memory.packCount, 0);
@@ -215,9 +211,9 @@ TEST_F(PersistenceTest, DeletingMovesTheOthersUpAtTheNextSave) {
     memory.showCounts = {{0, 1}, {1, 2}, {2, 3}};
     CTaSettingHandle& repository = Repository();
     EXPECT_EQ(repository.DeleteGroupSetting("B"), 1);
-    EXPECT_EQ(memory.names, (std::vector<CString>{"A", "B", "C"}));
+    EXPECT_EQ(memory.names, (Names{"A", "B", "C"}));
     repository.SaveAllGroupSetting();
-    EXPECT_EQ(memory.names, (std::vector<CString>{"A", "C"}));
+    EXPECT_EQ(memory.names, (Names{"A", "C"}));
     EXPECT_EQ(memory.showCounts[1], 3);
     EXPECT_EQ(memory.uniNums[1], 2);
 }
@@ -245,7 +241,7 @@ TEST_F(PersistenceTest, FailedSavesAreNotRetriedAndLeaveMemoryAsItIs) {
     repository.SaveAllGroupSetting();
     EXPECT_EQ(store.Calls("SaveTAStudyShowCount"), 3);
     EXPECT_EQ(repository.GetStudyCountByGroupName("B"), 8);
-    EXPECT_EQ(memory.names, std::vector<CString>{"A"});
+    EXPECT_EQ(memory.names, Names{"A"});
 }
 
 TEST_F(PersistenceTest, EverySingleFailingLoadLeavesADefault) {
@@ -272,7 +268,7 @@ TEST_F(PersistenceTest, StoredGarbageIsLoadedByTheRulesAndSavedBack) {
     memory.studyLists[{1, "StudyTypeLogKey01"}] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
     memory.studyLists[{2, "StudyTypeLogKey01"}] = std::vector<std::int32_t>(100'000, 6);
     CTaSettingHandle& repository = Repository();
-    std::vector<CString> names;
+    Names names;
     EXPECT_EQ(repository.GetGroupNameList(names), 4u);
     StudyLists lists;
     EXPECT_EQ(repository.GetStudyListByGroupName("Twice", lists), 1);

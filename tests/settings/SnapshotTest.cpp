@@ -7,7 +7,6 @@ namespace ta::test {
 namespace {
 
 using settings::SettingsSnapshot;
-using Names = std::vector<CString>;
 
 /// All that a user can see of the groups, by name, and under "?" their order.
 using Seen = std::map<CString, std::string>;

@@ -17,8 +17,8 @@ protected:
             const CString& chartClass = kTechViewClass) {
         return Repository().AddTrendLineData(chartClass, symbolKey, "x", period, data, count);
     }
-    std::vector<CString> Lines(const CString& symbolKey, int period = 0, int count = 0) {
-        std::vector<CString> lines;
+    Names Drawn(const CString& symbolKey, int period = 0, int count = 0) {
+        Names lines;
         Repository().GetTrendLineData(lines, kTechViewClass, symbolKey, "x", period, count);
         return lines;
     }
@@ -127,31 +127,31 @@ TEST_F(TrendLineTest, AddingKeepsOrderAndSkipsDuplicates) {
     EXPECT_EQ(Add("0a/2330", "l", 0, 0, ""), 0);
     EXPECT_EQ(Repository().AddTrendLineData("V", "0a/2330", "", 0, "l", 0), 0);
     // Past the size at which lines are looked up by an index.
-    std::vector<CString> expected;
+    Names expected;
     for (int i = 0; i < 200; ++i) {
         expected.push_back("line" + std::to_string(i * 7 % 200));
         EXPECT_EQ(Add("0a/2330", expected.back()), 1);
         EXPECT_EQ(Add("0a/2330", expected[expected.size() / 2]), 1);
     }
-    EXPECT_EQ(Lines("0a/2330"), expected);
+    EXPECT_EQ(Drawn("0a/2330"), expected);
     EXPECT_TRUE(memory.trendLines.empty()) << "adding does not write";
 }
 
 TEST_F(TrendLineTest, WhatTheStoreHoldsTwiceStaysAndIsNotAddedAThirdTime) {
     for (const int count : {3, 31, 32, 100}) {
-        std::vector<CString> lines(2, "twice");
+        Names lines(2, "twice");
         while (static_cast<int>(lines.size()) < count) {
             lines.push_back(std::to_string(lines.size() / 2));  // each twice
         }
         memory.trendLines[kTechViewClass]["0a/2330"] = {{"0a/2330/0000/0/x", lines}};
         EndRepository();
-        for (const CString& line : std::vector<CString>(lines)) {
+        for (const CString& line : Names(lines)) {
             Add("0a/2330", line);
         }
         Add("0a/2330", "new");
         Add("0a/2330", "new");
         lines.emplace_back("new");
-        EXPECT_EQ(Lines("0a/2330"), lines);
+        EXPECT_EQ(Drawn("0a/2330"), lines);
     }
 }
 
@@ -159,8 +159,8 @@ TEST_F(TrendLineTest, PeriodsAndCountsAreApart) {
     Add("0a/2330", "daily", 0, 5);
     Add("0a/2330", "five", 3, 5);
     Add("0a/2330", "fifteen", 3, 15);
-    EXPECT_EQ(Lines("0a/2330", 0, 99), std::vector<CString>{"daily"});
-    EXPECT_EQ(Lines("0a/2330", 3, 5), std::vector<CString>{"five"});
+    EXPECT_EQ(Drawn("0a/2330", 0, 99), Names{"daily"});
+    EXPECT_EQ(Drawn("0a/2330", 3, 5), Names{"five"});
     EXPECT_EQ(Repository().GetTrendLineCount(kTechViewClass, "0a/2330"), 3u);
     TrendLineList all;
     EXPECT_EQ(Repository().GetAllTrendLineData("MXTechView-0a/2330", all), 1);
@@ -210,17 +210,16 @@ TEST_F(TrendLineTest, TheLastLineOfASymbolLeavesTheStoreToo) {
     store.TakeLines();
     repository.SaveTrendLineData();
     repository.SaveTrendLineData();
-    EXPECT_EQ(store.TakeLines(),
-              std::vector<std::string>{"SaveTATrendLine(MXTechView, 0a/2330, [])"});
+    EXPECT_EQ(store.TakeLines(), Lines{"SaveTATrendLine(MXTechView, 0a/2330, [])"});
     // A line drawn again before the save is stored, not removed.
     repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {"m"}, 0);
     repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {}, 0);
     repository.SetTrendLineData(kTechViewClass, "0a/2330", "x", 0, {"n"}, 0);
+    EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "") << "gone too";
     store.TakeLines();
     repository.SaveTrendLineData();
-    EXPECT_EQ(
-        store.TakeLines(),
-        std::vector<std::string>{"SaveTATrendLine(MXTechView, 0a/2330, [0a/2330/0000/0/x=[n]])"});
+    EXPECT_EQ(store.TakeLines(),
+              Lines{"SaveTATrendLine(MXTechView, 0a/2330, [0a/2330/0000/0/x=[n]])"});
 }
 
 TEST_F(TrendLineTest, LinesOfAnotherClassThatAReloadBringsBackAreNotRemoved) {
@@ -232,8 +231,7 @@ TEST_F(TrendLineTest, LinesOfAnotherClassThatAReloadBringsBackAreNotRemoved) {
     EXPECT_EQ(repository.GetTrendLineCount("Other"), 1u);
     store.TakeLines();
     repository.SaveTrendLineData();
-    EXPECT_EQ(store.TakeLines(),
-              std::vector<std::string>{"SaveTATrendLine(Other, 0a/2330, [0a/2330/0000/0/x=[l]])"});
+    EXPECT_EQ(store.TakeLines(), Lines{"SaveTATrendLine(Other, 0a/2330, [0a/2330/0000/0/x=[l]])"});
 }
 
 TEST_F(TrendLineTest, TheDateOfChangeIsTheLocalDay) {
@@ -243,10 +241,9 @@ TEST_F(TrendLineTest, TheDateOfChangeIsTheLocalDay) {
     store.TakeLines();
     repository.UpdateTrendLineSymbolTime(kTechViewClass, 10, "2330");
     repository.UpdateTrendLineSymbolTime(kTechViewClass, 10, "2317");
-    std::vector<std::string> lines = store.TakeLines();
+    Lines lines = store.TakeLines();
     std::erase(lines, "GetTASettingReloadType()");
-    EXPECT_EQ(lines, std::vector<std::string>{
-                         "SaveTATrendLineSymbolUpdTime(MXTechView, 10, 2330, 2026-01-01)"});
+    EXPECT_EQ(lines, Lines{"SaveTATrendLineSymbolUpdTime(MXTechView, 10, 2330, 2026-01-01)"});
     EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2330"), "2026-01-01");
     EXPECT_EQ(repository.GetTrendLineSymbolUpdTime(kTechViewClass, 10, "2317"), "");
     // Lines that are dropped take their date along, others keep theirs.
@@ -285,15 +282,15 @@ TEST_F(TrendLineTest, LinesAreLoadedAtStartAndAfterAReload) {
     memory.trendLines["MXTechView"]["0a/2330"] = {{"0a/2330/0000/0/" + name, {"l", "l", "m"}}};
     memory.trendLines["Other"]["0b/X"] = {{"0b/X/0000/0/x", {"o"}}};
     CTaSettingHandle& repository = Repository();
-    std::vector<CString> lines;
+    Names lines;
     EXPECT_EQ(repository.GetTrendLineData(lines, kTechViewClass, "0a/2330", name, 0, 0), 1);
-    EXPECT_EQ(lines, (std::vector<CString>{"l", "l", "m"})) << "as stored, duplicates included";
+    EXPECT_EQ(lines, (Names{"l", "l", "m"})) << "as stored, duplicates included";
     memory.trendLines["MXTechView"] = {{"0a/2317", {{"0a/2317/0000/0/x", {"n"}}}}};
     Add("0a/1101", "unsaved");
     memory.reloadFlag = true;
     EXPECT_EQ(repository.GetTrendLineCount(kTechViewClass), 1u);
     EXPECT_EQ(repository.GetTrendLineCount("Other"), 1u);
-    EXPECT_EQ(Lines("0a/2317"), std::vector<CString>{"n"});
+    EXPECT_EQ(Drawn("0a/2317"), Names{"n"});
 }
 
 TEST_F(TrendLineTest, LimitsComeFromTheEntitlementService) {

@@ -26,6 +26,16 @@ protected:
         StoreAtFirst();
         Load();
     }
+    /// Another chart module, with a parameter "P" from 1 to 9 that has this value.
+    MemoryDrawInfo& StoreOneToNine(double value) {
+        static auto& module = *new MemoryChartModule;
+        module.studyInfos[1].params = {{"P", "P", 5, 1, 9, 1, 0}};
+        UseModule(module);
+        Load();
+        auto& drawInfo = dynamic_cast<MemoryDrawInfo&>(DrawInfo());
+        drawInfo.studyParams[kAverages] = {value};
+        return drawInfo;
+    }
     /// What the last reload told, as language keys.
     QStringList News() { return prompts.Last().text.split("\n\n"); }
     /// Another terminal has stored these groups, with their numbers.
@@ -190,13 +200,18 @@ TEST_F(SessionTest, YesStaysOnAFaultAndTheNextCancelAsksAgain) {
     EXPECT_EQ(GroupNames().size(), 3U);
 }
 
+TEST_F(SessionTest, AStoredValueThatCannotBeAndThatNobodyEditedIsInNobodysWay) {
+    const MemoryDrawInfo& drawInfo = StoreOneToNine(40);
+    Open();
+    EXPECT_EQ(Faults(), QStringList{kRange + " 1 9"});
+    ShowCount().setValue(5);
+    Save();
+    EXPECT_FALSE(Sheet().isVisible());
+    EXPECT_EQ(drawInfo.studyParams.at(kAverages), Numbers{40});
+}
+
 TEST_F(SessionTest, WhatTheChartModuleRefusesIsToldAndStaysDrafted) {
-    static auto& module = *new MemoryChartModule;
-    module.studyInfos[1].params = {{"P", "P", 5, 1, 9, 1, 0}};
-    UseModule(module);
-    Load();
-    auto& drawInfo = dynamic_cast<MemoryDrawInfo&>(DrawInfo());
-    drawInfo.studyParams[kAverages] = {4};
+    MemoryDrawInfo& drawInfo = StoreOneToNine(4);
     Open();
     EXPECT_EQ(Text("P"), "4");
     Enter("P", "6");

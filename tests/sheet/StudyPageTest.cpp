@@ -312,6 +312,7 @@ TEST_F(StudyPageTest, ThePickerFindsByThreeNames) {
         EXPECT_EQ(SelectedStudy(), "指數平滑異同移動平均線") << search.toStdString();
         EXPECT_TRUE(Tree().hasFocus());
         Press(Sheet(), Qt::Key_Delete);
+        EXPECT_EQ(SelectedStudy(), "成交量") << "the one before it";
     }
     EXPECT_EQ(Panes()[1], "pane 2: 成交量");
     EXPECT_FALSE(Sheet().IsEditStudy());

@@ -155,7 +155,9 @@ private:
     }
 };
 
-/// A copy of a back-end for a test that plans failures on it.
-using FailingQuotes = MemoryQuotes;
+/// A copy of a back-end, its calls counted anew, for a test that plans failures on it.
+struct FailingQuotes : MemoryQuotes {
+    explicit FailingQuotes(const MemoryQuotes& quotes) : MemoryQuotes(quotes) { Reset(); }
+};
 
 }  // namespace ta::test

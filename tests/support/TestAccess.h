@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 /// Makes repositories of a test's own, which the process-wide one knows nothing of.
 struct TaSettingHandleTestAccess {
@@ -21,6 +23,9 @@ struct TaSettingHandleTestAccess {
 };
 
 namespace ta::test {
+
+using Names = std::vector<CString>;
+using Lines = std::vector<std::string>;
 
 /// Fresh doubles in CSyncInfo and the quote back-end, and a repository on them. A test presets the
 /// doubles and then calls Repository(). At the end no draw info may be left.
