@@ -4,8 +4,12 @@
 #include "dialogs/ComparisonText.h"
 #include "platform/Text.h"
 #include "tests/support/MemoryQuotes.h"
+#include "tests/support/ScarceMemory.h"
 
 #include <gtest/gtest.h>
+
+#include <new>
+#include <optional>
 
 namespace ta::test {
 namespace {
@@ -53,7 +57,8 @@ TEST_F(Comparison, MarketLabels) {
         EXPECT_EQ(table.Id(label.c_str()), id) << label;
     }
     EXPECT_EQ(table.Id(nullptr), 0);
-    EXPECT_EQ(MarketTable().Id("[Goods]"), 0);
+    const ScarceMemory none(0);
+    EXPECT_EQ(table.Id("[A label that needs more than a few bytes"), 0);
 }
 
 TEST_F(Comparison, TextsOfChosenSymbols) {
@@ -160,6 +165,32 @@ TEST_F(ChosenSymbols, RemovingAndMoving) {
     EXPECT_EQ(list.Remove(0) + list.Remove(0), 0);
     EXPECT_EQ(list.Remove(0), -1) << "the last one";
     EXPECT_EQ(Joined(list), "");
+}
+
+TEST_F(ChosenSymbols, AFailureLeavesEverySymbolItsText) {
+    std::optional<ScarceMemory> scarce;
+    bool fails = false;
+    ChoiceList list({}, 9, [&](const ComparedSymbol& symbol) {
+        CString text(1000, symbol.code[0]);
+        if (fails && symbol.code != "a") {
+            scarce.emplace(100);
+        }
+        return text;
+    });
+    list.SetSymbols({{1, "a"}});
+    fails = true;
+    const auto isWhole = [&](const auto& action) {
+        try {
+            action();
+        } catch (const std::bad_alloc&) {
+        }
+        scarce.reset();
+        return list.Texts().size() == list.Symbols().size();
+    };
+    EXPECT_TRUE(isWhole([&] { list.Add({1, "b"}); }));
+    const std::vector<ComparedSymbol> three{{1, "a"}, {1, "b"}, {1, "c"}};
+    EXPECT_TRUE(isWhole([&] { list.SetSymbols(three); }));
+    EXPECT_TRUE(isWhole([&] { list.WriteTexts(); }));
 }
 
 TEST(PastedCodes, AreParted) {

@@ -14,6 +14,9 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <algorithm>
+#include <new>
+
 namespace ta::test {
 namespace {
 
@@ -33,6 +36,7 @@ protected:
         for (const auto& [key, text] : {std::pair{"DAILY", "&Daily"},
                                         {"WEEKLY", "&Weekly"},
                                         {"MINUTES", "M&inutes"},
+                                        {"READ", "&Read"},
                                         {"SINCE", "&Since"},
                                         {"OK", "&Ok"}}) {
             quotes.language[CString("IDS_TADIALOGS-HISTDATA_") + key] = text;
@@ -205,6 +209,13 @@ TEST_F(HistData, Editing) {
              QTest::keyClicks(&date, "20200516");
          },
          "D of DWMm, 5-, since 100-, 2020-05-16+", "0 5 1 100 18398 "},
+        {"a count, before the other mode",
+         [&](auto& dialog) {
+             paste("countEdit", "200")(dialog);
+             PressAlt(dialog, Qt::Key_S);
+             paste("startDate", "2001-2-3")(dialog);
+         },
+         "D of DWMm, 5-, since 200-, 2001-02-03+", "0 5 1 200 11356 "},
         {"Escape", [](auto& dialog) { Press(dialog, Qt::Key_Escape); },
          "D of DWMm, 5-, last 100+, 2019-04-14-", "cancelled 0 5 0 100 18000 "}};
     for (const EditingCase& c : cases) {
@@ -291,6 +302,14 @@ TEST_F(HistData, RefusedStartDates) {
         ExpectFault(c.fault);
         Click(Find<QWidget>(dialog, "okButton"));
         refused();
+        // Cancel leads out of the field without a look at it; the other mode is no way around it.
+        type();
+        Find<QWidget>(dialog, "cancelButton").setFocus();
+        ExpectFault(c.fault);
+        PressAlt(dialog, Qt::Key_R);
+        CheckFault();
+        EXPECT_EQ(State(dialog), "D of DWMm, 5-, last 100+, 2019-04-14-");
+        PressAlt(dialog, Qt::Key_S);
         type();
         Click(Find<QWidget>(dialog, "cancelButton"));
         EXPECT_FALSE(dialog.isVisible());
@@ -327,6 +346,42 @@ TEST_F(HistData, ChangeDateTellsWhetherItWasTaken) {
     minutes.setFocus();  // and goes with the dialog
     ExpectFault("IDS_DIALOG-SETHISTDATA_VALID_DATE_MID");
     EXPECT_FALSE(dialog.bChangeDate({2020, 6, 15}));
+    CheckFault();
+    // The other controls are read with the date, and return with it.
+    auto& count = Find<QLineEdit>(dialog, "countEdit");
+    count.setText("200");
+    EXPECT_TRUE(dialog.bChangeDate({2020, 5, 16}));
+    count.setText("300");
+    ExpectFault("IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER");
+    EXPECT_FALSE(dialog.bChangeDate({2020, 6, 16}));
+    EXPECT_EQ(count.text(), "200");
+}
+
+TEST_F(HistData, AThrowingBackEndIsNoneOfTheCallersBusiness) {
+    const auto shortOfMemory = [] { throw std::bad_alloc(); };
+    FailingQuotes failing(quotes);
+    BKQuoteInterface::SetBKInterface(&failing);
+    MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
+    Show(dialog);
+    failing.Reset();
+    failing.RunBefore("LangGetLangString", 1, shortOfMemory);
+    ExpectFault("IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_FALSE(dialog.bChangeDate({2020, 6, 16}));
+    CheckFault();
+    bool has[6] = {true, true, true, true, true, true};
+    failing.RunBefore("bGetTA1ItemNoByService", 1, shortOfMemory);
+    MXSetHistData::vCheckSymbolAllowTA(2, "IBM", has[0], has[1], has[2], has[3], has[4], has[5]);
+    EXPECT_EQ(std::count(has, has + 6, true), 0);
+    MXSetHistDataBanner banner(2, "WK", 1, 0);
+    failing.RunBefore("bGetTA1ItemNoByService", 3, shortOfMemory);
+    prompts.ExpectMessage();
+    banner.SetState(2, "IBM", 2, 0);
+    CheckFault();
+    EXPECT_EQ(banner.GetDataType(), 1) << "as it was";
+    QObject::connect(&banner, &MXSetHistDataBanner::periodChosen, shortOfMemory);
+    Show(banner);
+    prompts.ExpectMessage();
+    Click(Find<QToolButton>(banner, "minutesButton"));
     CheckFault();
 }
 
@@ -412,6 +467,9 @@ TEST_F(HistBanner, ShowsAChartsStateWithoutTellingItBack) {
                                            {"M", 2, 0, "M of M, 15-", 0},
                                            {"M", 0, 0, "D of M, 15-", 0},
                                            {"T", 4, 7, "s of s, 7+", 7},
+                                           {"T", 3, 16, "m of s, 7+", 16},
+                                           {"T", 0, 0, "D of s, 7+", 0},
+                                           {"A", 3, 15, "m of DWMms, 15+", 15},
                                            {"A", 9, 7, " of DWMms, 15+", 0}}) {
         banner.SetState(2, c.symbol, c.type, c.count);
         EXPECT_EQ(State(banner), c.state);
@@ -420,7 +478,13 @@ TEST_F(HistBanner, ShowsAChartsStateWithoutTellingItBack) {
     entitlement.marketsWithoutSeconds = {2};
     banner.SetState(2, "A", 0, 0);
     EXPECT_EQ(State(banner), "D of DWMm, 15+");
+    banner.SetState(2, "A", 4, 30);
+    EXPECT_EQ(State(banner), "s of DWMm, 15+") << "a chart of seconds that the user has no more";
+    EXPECT_EQ(banner.GetCount(), 30);
     EXPECT_EQ(Told(spy), "");
+    Type(*Counts(banner).lineEdit(), "20");
+    Press(banner, Qt::Key_Enter);
+    EXPECT_EQ(Told(spy), "3:20 ");
 }
 
 TEST_F(HistBanner, AChoiceIsToldOnce) {
@@ -495,6 +559,15 @@ TEST_F(HistBanner, Favourites) {
     Click(star);
     EXPECT_EQ(banner.GetFavourites(), (std::vector<int>{240, 8}));
     EXPECT_EQ(kept.count(), 2);
+    for (const auto& favourites : {std::vector<int>{240, 8, 33}, {240, 8}}) {
+        banner.SetState(2, "A", 3, favourites.size() == 3 ? 8 : 7);
+        Type(*Counts(banner).lineEdit(), "33");
+        EXPECT_EQ(star.isChecked(), favourites.size() == 2) << "of the number that is typed";
+        Click(star);
+        EXPECT_EQ(banner.GetFavourites(), favourites);
+        EXPECT_EQ(State(banner), "m of DWMms, 33+");
+        EXPECT_EQ(Told(spy), "3:33 ");
+    }
 }
 
 TEST_F(HistBanner, TipsFollowTheLanguage) {
