@@ -4,6 +4,7 @@
 #include "platform/SyncInfo.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/DialogFixture.h"
+#include "tests/support/MemorySets.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -34,42 +35,6 @@ constexpr double kBase = 18000;
 constexpr const char* kLimit = "IDC_CHANGESYM-CHANGESYM_COMPARE_SYMBOL_LIMIT";
 constexpr const char* kMinimum = "IDC_CHANGESYM-CHANGESYM_COMPARE_SYMBOL_MINIMUM";
 constexpr const char* kFuture = "IDC_CHANGESYM-CHANGESYM_COMPARE_DATE_ERROR";
-
-class MemorySets : public ComparisonSets {
-public:
-    std::map<CString, ComparisonSet> sets;
-    std::vector<ComparedSymbol> recent;
-    bool broken = false;
-    bool throwing = false;
-
-    std::vector<CString> Names() const override {
-        std::vector<CString> names;
-        for (const auto& [name, set] : sets) {
-            names.push_back(name);
-        }
-        return names;
-    }
-    bool Load(const CString& name, ComparisonSet& set) const override {
-        if (!broken) {
-            set = sets.at(name);
-        }
-        return !broken;
-    }
-    bool Save(const CString& name, const ComparisonSet& set) override {
-        if (!broken) {
-            sets[name] = set;
-        }
-        return !broken;
-    }
-    bool Remove(const CString& name) override { return !broken && sets.erase(name) != 0; }
-    std::vector<ComparedSymbol> RecentSymbols() const override { return recent; }
-    void SetRecentSymbols(const std::vector<ComparedSymbol>& symbols) override {
-        if (throwing) {
-            throw std::bad_alloc();
-        }
-        recent = symbols;
-    }
-};
 
 class ChangeSymbols : public DialogFixture {
 protected:

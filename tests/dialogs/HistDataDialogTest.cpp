@@ -81,6 +81,13 @@ protected:
         }
         return text;
     }
+    static QDateEdit& TypeDate(const MXSetHistData& dialog, const char* digits) {
+        auto& date = Find<QDateEdit>(dialog, "startDate");
+        date.setFocus();
+        date.setSelectedSection(QDateTimeEdit::YearSection);
+        QTest::keyClicks(&date, digits);
+        return date;
+    }
     void ExpectFault(const char* key) {
         prompts.ExpectMessage();
         m_fault = key;
@@ -203,10 +210,7 @@ TEST_F(HistData, Editing) {
         {"a typed date, 30 days ago",
          [&](auto& dialog) {
              PressAlt(dialog, Qt::Key_S);
-             auto& date = Find<QDateEdit>(dialog, "startDate");
-             date.setFocus();
-             date.setSelectedSection(QDateTimeEdit::YearSection);
-             QTest::keyClicks(&date, "20200516");
+             TypeDate(dialog, "20200516");
          },
          "D of DWMm, 5-, since 100-, 2020-05-16+", "0 5 1 100 18398 "},
         {"a count, before the other mode",
@@ -257,60 +261,40 @@ TEST_F(HistData, CountsOutOfRangeAreCorrectedAndTold) {
     EXPECT_EQ(Result(since), "0 5 1 10 18000 ");
 }
 
-struct DateCase {
-    QDate date;
-    const char* fault;
-};
-
 TEST_F(HistData, RefusedStartDates) {
-    for (const DateCase& c :
-         std::vector<DateCase>{{{1970, 1, 1}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_BEFORE"},
-                               {{2020, 6, 16}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER"},
-                               {{2069, 12, 31}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER"},
-                               {{2020, 6, 5}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_MID"},
-                               {{2020, 5, 17}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_MID"}}) {
-        SCOPED_TRACE(c.date.toString(Qt::ISODate).toStdString());
+    const std::function<void(MXSetHistData&)> waysOut[] = {
+        [](auto& dialog) { Press(dialog, Qt::Key_Enter); },
+        [](auto& dialog) { PressAlt(dialog, Qt::Key_O); },
+        [](auto& dialog) { Press(dialog, Qt::Key_Backtab); },
+        [](auto& dialog) { Click(Find<QWidget>(dialog, "okButton")); }};
+    for (const auto& [typed, fault] : {std::pair{"19700101", "BEFORE"},
+                                       {"20200616", "AFTER"},
+                                       {"20691231", "AFTER"},
+                                       {"20200605", "MID"},
+                                       {"20200517", "MID"}}) {
+        SCOPED_TRACE(typed);
+        const CString key = CString("IDS_DIALOG-SETHISTDATA_VALID_DATE_") + fault;
         MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
         Show(dialog);
-        auto& date = Find<QDateEdit>(dialog, "startDate");
-        const auto type = [&] {
-            date.setFocus();
-            date.setSelectedSection(QDateTimeEdit::YearSection);
-            QTest::keyClicks(&date, c.date.toString("yyyyMMdd"));
-        };
-        const auto refused = [&] {
+        for (const auto& leave : waysOut) {
+            const QDateEdit& date = TypeDate(dialog, typed);
+            ExpectFault(key.c_str());
+            leave(dialog);
             CheckFault();
             EXPECT_EQ(DateOf(date), "2019-04-14");
             EXPECT_EQ(Result(dialog), "open");
             QApplication::processEvents();
             EXPECT_TRUE(date.hasFocus());
-        };
-        // By each way out of the field but Cancel.
-        type();
-        ExpectFault(c.fault);
-        Press(dialog, Qt::Key_Enter);
-        refused();
-        type();
-        ExpectFault(c.fault);
-        PressAlt(dialog, Qt::Key_O);
-        refused();
-        type();
-        ExpectFault(c.fault);
-        Press(dialog, Qt::Key_Backtab);
-        refused();
-        type();
-        ExpectFault(c.fault);
-        Click(Find<QWidget>(dialog, "okButton"));
-        refused();
+        }
         // Cancel leads out of the field without a look at it; the other mode is no way around it.
-        type();
+        TypeDate(dialog, typed);
         Find<QWidget>(dialog, "cancelButton").setFocus();
-        ExpectFault(c.fault);
+        ExpectFault(key.c_str());
         PressAlt(dialog, Qt::Key_R);
         CheckFault();
         EXPECT_EQ(State(dialog), "D of DWMm, 5-, last 100+, 2019-04-14-");
         PressAlt(dialog, Qt::Key_S);
-        type();
+        TypeDate(dialog, typed);
         Click(Find<QWidget>(dialog, "cancelButton"));
         EXPECT_FALSE(dialog.isVisible());
     }
@@ -326,10 +310,7 @@ TEST_F(HistData, ADateHalfTypedIsNoneOfACancelsBusiness) {
     for (const auto& leave : ways) {
         MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
         Show(dialog);
-        auto& date = Find<QDateEdit>(dialog, "startDate");
-        date.setFocus();
-        date.setSelectedSection(QDateTimeEdit::YearSection);
-        QTest::keyClicks(&date, "20690101");
+        TypeDate(dialog, "20690101");
         leave(dialog);
         QApplication::processEvents();
         EXPECT_FALSE(dialog.isVisible());  // and no message came
