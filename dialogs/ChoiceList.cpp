@@ -34,12 +34,13 @@ ChoiceList::Added ChoiceList::Add(const ComparedSymbol& symbol) {
     if (IsFull()) {
         return Added::Full;
     }
-    const CString text = m_textOf(symbol);
+    CString text = m_textOf(symbol);
     if (std::ranges::find(m_texts, text) != m_texts.end()) {
         return Added::Twice;
     }
+    m_texts.reserve(m_texts.size() + 1);  // what comes after the symbol must not fail
     m_symbols.push_back(symbol);
-    m_texts.push_back(text);
+    m_texts.push_back(std::move(text));
     return Added::Yes;
 }
 
@@ -61,14 +62,19 @@ bool ChoiceList::Move(int row, int to) {
     return true;
 }
 
-void ChoiceList::SetSymbols(const std::vector<ComparedSymbol>& symbols) {
-    m_symbols = symbols;
-    WriteTexts();
+void ChoiceList::SetSymbols(std::vector<ComparedSymbol> symbols) {
+    m_texts = TextsOf(symbols);
+    m_symbols = std::move(symbols);
 }
 
 void ChoiceList::WriteTexts() {
-    m_texts.clear();
-    std::ranges::transform(m_symbols, std::back_inserter(m_texts), m_textOf);
+    m_texts = TextsOf(m_symbols);
+}
+
+std::vector<CString> ChoiceList::TextsOf(const std::vector<ComparedSymbol>& symbols) const {
+    std::vector<CString> texts;
+    std::ranges::transform(symbols, std::back_inserter(texts), m_textOf);
+    return texts;
 }
 
 std::vector<CString> CodesOfText(const CString& text) {

@@ -11,7 +11,8 @@
 namespace ta::compare {
 
 /// The chosen symbols of a comparison, in order, each with the text of its row, so that rows and
-/// symbols cannot part. The limit holds for what is added, not for what was there at the start.
+/// symbols cannot part, not even where an operation throws: it then has changed nothing. The limit
+/// holds for what is added, not for what was there at the start.
 class ChoiceList {
 public:
     enum class Added { Yes, Twice, Full };
@@ -34,12 +35,13 @@ public:
     int Remove(int row);
     /// Brings the row to the place `to`; false when either is not there or they are the same.
     bool Move(int row, int to);
-    void SetSymbols(const std::vector<ComparedSymbol>& symbols);
+    void SetSymbols(std::vector<ComparedSymbol> symbols);
     /// Writes the rows again, after the language has changed.
     void WriteTexts();
 
 private:
     bool IsRow(int row) const { return row >= 0 && row < Count(); }
+    std::vector<CString> TextsOf(const std::vector<ComparedSymbol>& symbols) const;
 
     std::vector<ComparedSymbol> m_symbols;
     std::vector<CString> m_texts;

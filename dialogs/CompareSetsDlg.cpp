@@ -44,6 +44,13 @@ void CompareSetsDlg::FillList(const CString& selected) {
     Enable();
 }
 
+void CompareSetsDlg::FillWithoutLost(const CString& name) {
+    FillList(name);
+    if (SelectedName().empty()) {
+        m_ui->nameEdit->clear();  // else Enter would keep the current choice under it
+    }
+}
+
 CString CompareSetsDlg::SelectedName() const {
     const QList<QListWidgetItem*> rows = m_ui->setList->selectedItems();
     return rows.empty() ? CString() : rows.front()->data(Qt::UserRole).toByteArray().toStdString();
@@ -96,7 +103,7 @@ void CompareSetsDlg::OnRemove() {
     if (!m_sets.Remove(name)) {
         Tell(LangText("IDS_TADIALOGS-COMPARE_SETS_NOT_REMOVED", ToQString(name)));
     }
-    FillList({});
+    FillWithoutLost(name);
 }
 
 void CompareSetsDlg::OnOK() {
@@ -107,6 +114,6 @@ void CompareSetsDlg::OnOK() {
         DialogBase::OnOK();
     } else {
         Tell(LangText("IDS_TADIALOGS-COMPARE_SETS_NOT_READ", ToQString(name)));
-        FillList({});
+        FillWithoutLost(name);
     }
 }

@@ -29,6 +29,8 @@ protected:
 
 private:
     void FillList(const CString& selected);
+    /// Fills the list after the set may have gone; its name goes along.
+    void FillWithoutLost(const CString& name);
     CString SelectedName() const;
     void OnSelected();
     void OnNameTyped();

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kLeafTextBytes = 127;
 
-bool EndsWithBracket(const CString& label) {
+bool EndsWithBracket(std::string_view label) {
     std::size_t last = CString::npos;
     for (std::size_t i = 0; i < label.size(); i += text::CharLength(label, i)) {
         last = i;
@@ -62,12 +62,13 @@ std::uint8_t MarketTable::Id(const char* label) const {
     if (label == nullptr) {
         return 0;
     }
-    CString wanted = label;
-    if (!EndsWithBracket(wanted)) {
-        wanted += ']';
-    }
-    const auto found =
-        std::ranges::find(m_entries, wanted, &std::pair<std::uint8_t, CString>::second);
+    const std::string_view given = label;
+    const std::string_view missing = EndsWithBracket(given) ? "" : "]";
+    const auto found = std::ranges::find_if(m_entries, [&](const auto& entry) {
+        const CString& own = entry.second;
+        return own.size() == given.size() + missing.size() && own.starts_with(given) &&
+               own.ends_with(missing);
+    });
     return found == m_entries.end() ? std::uint8_t{0} : found->first;
 }
 
@@ -81,8 +82,8 @@ bool SymbolFields(const BKQuoteInterface& quotes, std::uint8_t market, const CSt
         values.size() < kItems.size()) {
         return false;
     }
-    symbolText = values[0].text;
-    nameText = values[1].text;
+    symbolText = std::move(values[0].text);
+    nameText = std::move(values[1].text);
     return true;
 }
 

@@ -22,6 +22,7 @@ public:
     CString Label(std::uint8_t market) const;
     /// The first market whose label is `label`, to which a missing "]" at its end is added; 0 when
     /// there is none, or `label` is null. A "]" that is the second half of a character is none.
+    /// Needs no memory.
     std::uint8_t Id(const char* label) const;
 
 private:

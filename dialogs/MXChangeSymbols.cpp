@@ -9,6 +9,7 @@
 #include "platform/SyncInfo.h"
 #include "platform/ui/ComponentFont.h"
 #include "platform/ui/DateBridge.h"
+#include "platform/ui/Guard.h"
 #include "platform/ui/TextBridge.h"
 #include "ui_MXChangeSymbols.h"
 
@@ -21,6 +22,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 using namespace ta::compare;
@@ -62,6 +64,16 @@ QString ListText(const QStringList& texts) {
                                             QString::number(texts.size() - kMost));
 }
 
+/// How wide characters are, by their first bytes; all Chinese ones are alike.
+std::array<int, 256> WidthsIn(const QFontMetrics& font) {
+    std::array<int, 256> widths;
+    widths.fill(font.horizontalAdvance(QChar(u'\u570B')));
+    for (char16_t ascii = 0; ascii < 0x80; ++ascii) {
+        widths[ascii] = font.horizontalAdvance(QChar(ascii));
+    }
+    return widths;
+}
+
 /// A base date that the pickers can show.
 double Showable(double baseDate) {
     return std::isfinite(baseDate) ? std::clamp(baseDate, 0.0, 1e6) : 0.0;
@@ -86,10 +98,8 @@ MXChangeSymbols::MXChangeSymbols(const std::vector<Symbol>& symbols, int limit,
       m_baseDateMode(baseDateMode),
       m_baseDate(Showable(baseDate)),
       m_ui(std::make_unique<Ui::MXChangeSymbols>()) {
-    const auto textOf = [this](const Symbol& symbol) {
-        return getSetSymbolString(symbol.market, symbol.code);
-    };
-    m_parts = std::make_unique<Parts>(limit, textOf);
+    m_parts =
+        std::make_unique<Parts>(limit, [this](const Symbol& symbol) { return TextOf(symbol); });
     m_parts->chosen.SetSymbols(symbols);
     m_ui->setupUi(this);
     SetButtons(*m_ui->okButton, *m_ui->cancelButton);
@@ -115,7 +125,7 @@ void MXChangeSymbols::ConnectControls() {
     }
     Handle(m_ui->symbolTree, &QTreeView::doubleClicked, [this] { OnDblclkTreeAllsymbols(); });
     Handle(m_ui->searchEdit, &QLineEdit::textChanged, [this] { OnChangeEditSymbolsSearch(); });
-    Handle(m_ui->chosenList, &QListWidget::itemDoubleClicked, [this] { OnDel(); });
+    Handle(m_ui->chosenList, &QListWidget::itemDoubleClicked, [this] { OnDblclkSetSymbols(); });
     Handle(m_ui->chosenList, &DragListBox::dragEnded, [this] { OnRowDragged(); });
     Handle(&m_parts->recent, &QMenu::aboutToShow, [this] { FillRecentMenu(); });
 }
@@ -159,22 +169,22 @@ void MXChangeSymbols::vLoadLanguageString() {
     m_parts->markets = MarketTable(Quotes());
     vFillLeftTreeCtrl();
     m_parts->chosen.WriteTexts();
-    FillChosenList(m_ui->chosenList->currentRow());
+    FillChosenList(SelectedRow());
     setDataDescription();
 }
 
 void MXChangeSymbols::ShowBaseDate() {
+    m_shownMode = m_baseDate == 0.0 ? 0 : m_baseDateMode;
     if (m_baseDate == 0.0) {
-        m_baseDateMode = 0;
         m_ui->baseDate->setDate(DateOfDay(ta::history::Today()));
     } else {
         m_ui->baseDate->setDate(DateOfDay(static_cast<long>(m_baseDate)));
         m_ui->baseTime->setTime(TimeOfFraction(m_baseDate));
     }
-    const bool showsDate = m_baseDateMode == kDateAndTime || m_baseDateMode == kDateAlone;
+    const bool showsDate = m_shownMode == kDateAndTime || m_shownMode == kDateAlone;
     m_ui->baseDateLabel->setVisible(showsDate);
     m_ui->baseDate->setVisible(showsDate);
-    m_ui->baseTime->setVisible(m_baseDateMode == kDateAndTime);
+    m_ui->baseTime->setVisible(m_shownMode == kDateAndTime);
 }
 
 void MXChangeSymbols::setDataDescription() {
@@ -188,24 +198,31 @@ const std::vector<MXChangeSymbols::Symbol>& MXChangeSymbols::GetSymbols() const 
 }
 
 void MXChangeSymbols::vFillLeftTreeCtrl() {
-    m_parts->tree.SetTree(SymbolTree(Quotes()));
-    const SymbolTree& tree = m_parts->tree.Tree();
-    QTreeView& view = *m_ui->symbolTree;
-    const int longest = tree.LongestNode();
-    const int width =
-        longest == SymbolTree::kNone
-            ? 0
-            : view.fontMetrics().horizontalAdvance(ToQString(CString(tree.Text(longest))));
-    view.header()->setMinimumSectionSize(width + 4 * view.indentation());
+    Guard([this] {
+        m_parts->tree.SetTree(SymbolTree(Quotes()));
+        const SymbolTree& tree = m_parts->tree.Tree();
+        QTreeView& view = *m_ui->symbolTree;
+        const QFontMetrics font = view.fontMetrics();
+        const int widest = tree.WidestNode(WidthsIn(font));
+        const int width = widest == SymbolTree::kNone
+                              ? 0
+                              : font.horizontalAdvance(ToQString(CString(tree.Text(widest))));
+        view.header()->setMinimumSectionSize(width + 4 * view.indentation());
+    });
 }
 
 bool MXChangeSymbols::bGetSymbolItem(CString& symbolText, CString& nameText, unsigned char market,
                                      const CString& code) {
-    return SymbolFields(Quotes(), market, code, symbolText, nameText);
+    return NothingOnFailure(
+        [&] { return SymbolFields(Quotes(), market, code, symbolText, nameText); });
+}
+
+CString MXChangeSymbols::TextOf(const Symbol& symbol) const {
+    return ChosenText(Quotes(), m_parts->markets, symbol.market, symbol.code);
 }
 
 CString MXChangeSymbols::getSetSymbolString(std::uint8_t market, const CString& code) const {
-    return ChosenText(Quotes(), m_parts->markets, market, code);
+    return NothingOnFailure([&] { return TextOf({market, code}); });
 }
 
 std::uint8_t MXChangeSymbols::marketNameToId(const char* label) const {
@@ -213,7 +230,7 @@ std::uint8_t MXChangeSymbols::marketNameToId(const char* label) const {
 }
 
 CString MXChangeSymbols::cszMarketIDToName(std::uint8_t market) const {
-    return m_parts->markets.Label(market);
+    return NothingOnFailure([&] { return m_parts->markets.Label(market); });
 }
 
 // ---- The tree and its search ----
@@ -251,9 +268,9 @@ bool MXChangeSymbols::AddSymbol(const Symbol& symbol) {
     if (added == ChoiceList::Added::Full) {
         TellKey("IDC_CHANGESYM-CHANGESYM_COMPARE_SYMBOL_LIMIT");
     } else if (added == ChoiceList::Added::Yes) {
-        RememberSymbol(Sets(), symbol);
-        FillChosenList(m_ui->chosenList->currentRow());
+        FillChosenList(SelectedRow());
         m_ui->addButton->setEnabled(!chosen.IsFull());
+        RememberSymbol(Sets(), symbol);
     }
     return added != ChoiceList::Added::Full;
 }
@@ -310,7 +327,7 @@ void MXChangeSymbols::PasteCodes() {
 void MXChangeSymbols::FillRecentMenu() {
     m_parts->recent.clear();
     for (const Symbol& symbol : RecentSymbols(Sets())) {
-        const QString text = ToQString(getSetSymbolString(symbol.market, symbol.code));
+        const QString text = ToQString(TextOf(symbol));
         QAction* action = m_parts->recent.addAction(WithBareAmpersands(text));
         Handle(action, &QAction::triggered, [this, symbol] { AddSymbol(symbol); });
     }
@@ -321,15 +338,21 @@ void MXChangeSymbols::FillRecentMenu() {
 
 // ---- The list of chosen symbols ----
 
-void MXChangeSymbols::FillChosenList(int currentRow) {
+void MXChangeSymbols::FillChosenList(int selectedRow) {
     QListWidget& list = *m_ui->chosenList;
     list.clear();
     list.addItems(ToQStrings(m_parts->chosen.Texts()));
     for (int row = 0; row < list.count(); ++row) {
         list.item(row)->setData(Qt::UserRole, row);  // where a dragged row came from
     }
-    list.setCurrentRow(currentRow);
+    list.setCurrentRow(selectedRow);
     OnSetfocusSetSymbols();
+}
+
+/// -1 for none. The list's current row is another one when Tab has led into it.
+int MXChangeSymbols::SelectedRow() const {
+    const QList<QListWidgetItem*> rows = m_ui->chosenList->selectedItems();
+    return rows.empty() ? -1 : m_ui->chosenList->row(rows.front());
 }
 
 void MXChangeSymbols::OnSetfocusSetSymbols() {
@@ -338,11 +361,15 @@ void MXChangeSymbols::OnSetfocusSetSymbols() {
 }
 
 void MXChangeSymbols::OnDel() {
-    const int row = m_ui->chosenList->currentRow();
+    const int row = SelectedRow();
     if (row >= 0) {
         FillChosenList(m_parts->chosen.Remove(row));
         m_ui->addButton->setEnabled(true);
     }
+}
+
+void MXChangeSymbols::OnDblclkSetSymbols() {
+    OnDel();
 }
 
 void MXChangeSymbols::OnDelall() {
@@ -360,7 +387,7 @@ void MXChangeSymbols::OnMoveDown() {
 }
 
 void MXChangeSymbols::MoveSelected(int step) {
-    const int row = m_ui->chosenList->currentRow();
+    const int row = SelectedRow();
     if (m_parts->chosen.Move(row, row + step)) {
         FillChosenList(row + step);
     }
@@ -391,8 +418,7 @@ void MXChangeSymbols::OnSetting() {
 void MXChangeSymbols::OnSets() {
     m_ui->baseDate->interpretText();
     const double day = static_cast<double>(DayOfDate(m_ui->baseDate->date()).value_or(0));
-    CompareSetsDlg dialog(*Sets(), {GetSymbols(), m_history, m_baseDateMode == 0 ? 0.0 : day},
-                          this);
+    CompareSetsDlg dialog(*Sets(), {GetSymbols(), m_history, HasBaseDate() ? day : 0.0}, this);
     if (dialog.DoModal() == kIdOk) {
         UseSet(dialog.Chosen());
     }
@@ -406,10 +432,8 @@ void MXChangeSymbols::UseSet(const ta::ComparisonSet& set) {
     m_history = set.history;
     m_history.flag = flag;
     setDataDescription();
-    if (const double baseDate = Showable(set.baseDate); m_baseDateMode != 0 && baseDate != 0.0) {
-        m_baseDate = baseDate;
-        ShowBaseDate();
-    }
+    m_baseDate = Showable(set.baseDate);
+    ShowBaseDate();
 }
 
 bool MXChangeSymbols::TakeBaseDate() {

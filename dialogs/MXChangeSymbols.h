@@ -39,10 +39,14 @@ public:
     const HisDataType& GetHisDataType() const { return m_history; }
     /// A whole day number, also where the user set a time of day; today's without a base date.
     double GetBaseDate() const { return m_baseDate; }
+    /// Whether there is a base date: not in mode 0, and neither after the user has brought back a
+    /// set without one.
+    bool HasBaseDate() const { return m_shownMode != 0; }
 
-    // ---- Symbols and markets ----
+    // ---- Symbols and markets; where memory is short they find nothing ----
 
-    /// Makes the tree of all symbols anew from the quote back-end.
+    /// Makes the tree of all symbols anew from the quote back-end. When memory is short the user is
+    /// told, and the tree stays as it was.
     void vFillLeftTreeCtrl();
     /// What the back-end shows of a symbol; false, and nothing set, when it does not know it. Which
     /// of its names that is, is settled by the first call in the process.
@@ -64,6 +68,7 @@ protected:
 private:
     struct TADIALOGS_HIDDEN Parts;
 
+    CString TextOf(const Symbol& symbol) const;
     void ConnectControls();
     void ConnectKeys();
     void ShowBaseDate();
@@ -82,7 +87,9 @@ private:
     void PasteCodes();
     void FillRecentMenu();
     // The list of chosen symbols.
-    void FillChosenList(int currentRow);
+    void FillChosenList(int selectedRow);
+    int SelectedRow() const;
+    void OnDblclkSetSymbols();
     void OnDel();
     void OnDelall();
     void OnMoveUp();
@@ -97,7 +104,8 @@ private:
     void UseSet(const ta::ComparisonSet& set);
 
     HisDataType m_history;
-    unsigned m_baseDateMode;
+    unsigned m_baseDateMode;   ///< as given
+    unsigned m_shownMode = 0;  ///< 0 without a base date
     double m_baseDate;
     std::unique_ptr<Parts> m_parts;
     std::unique_ptr<Ui::MXChangeSymbols> m_ui;

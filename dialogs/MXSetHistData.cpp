@@ -6,6 +6,7 @@
 #include "platform/QuoteInterface.h"
 #include "platform/ui/ComponentFont.h"
 #include "platform/ui/DateBridge.h"
+#include "platform/ui/Guard.h"
 #include "platform/ui/RadioTable.h"
 #include "platform/ui/TextBridge.h"
 #include "ui_MXSetHistData.h"
@@ -20,6 +21,20 @@ struct MXSetHistData::Parts {
     RadioTable dataType;
     RadioTable readMode;
 };
+
+namespace {
+
+/// What to tell about a start date that is refused, else null.
+const char* FaultOf(const QDate& date) {
+    constexpr const char* kFaults[] = {nullptr, "IDS_DIALOG-SETHISTDATA_VALID_DATE_BEFORE",
+                                       "IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER",
+                                       "IDS_DIALOG-SETHISTDATA_VALID_DATE_MID"};
+    const auto fault = date.isValid() ? CheckStartDate(QDate(1970, 1, 1).daysTo(date), Today())
+                                      : StartDateFault::None;
+    return kFaults[static_cast<int>(fault)];
+}
+
+}  // namespace
 
 MXSetHistData::MXSetHistData(std::uint8_t market, const CString& symbol, int dataType, int minutes,
                              int readMode, long recordCount, long startDate, bool flag,
@@ -66,7 +81,7 @@ void MXSetHistData::vCheckSymbolAllowTA(std::uint8_t market, const CString& symb
                                         bool& allowDaily, bool& allowWeekly, bool& allowMonthly,
                                         bool& allowMinute, bool& allowSecond,
                                         bool& supportDividend) {
-    const AllowedPeriods allowed = PeriodsOf(market, symbol);
+    const AllowedPeriods allowed = NothingOnFailure([&] { return PeriodsOf(market, symbol); });
     allowDaily = allowed.daily;
     allowWeekly = allowed.weekly;
     allowMonthly = allowed.monthly;
@@ -77,9 +92,7 @@ void MXSetHistData::vCheckSymbolAllowTA(std::uint8_t market, const CString& symb
 
 bool MXSetHistData::OnInitDialog() {
     m_ui->startDate->setFont(CComponentComFont::GetComponentComFont());
-    const QSignalBlocker quiet(m_ui->startDate);
-    m_ui->startDate->setDate(m_start);
-    m_ui->countEdit->setText(QString::number(m_recordCount));
+    ShowFields();
     m_parts->dataType.EnableRows([this](int type) { return IsAllowed(m_parts->allowed, type); });
     for (const int minutes : kBarLengths) {
         m_ui->minutesCombo->addItem(QString::number(minutes));
@@ -118,6 +131,7 @@ void MXSetHistData::OnDataType(int dataType) {
 
 void MXSetHistData::OnReadMode(int readMode) {
     m_readMode = readMode;
+    TakeControls();  // the date may have been passed by on the way to OK
 }
 
 void MXSetHistData::OnSelchangeComboMinutes() {
@@ -136,38 +150,50 @@ void MXSetHistData::OnKillfocusComboMinutes() {
 void MXSetHistData::OnDateTimeChange() {
     // OK looks at the date itself, and Cancel does not need one.
     if (!m_ui->okButton->hasFocus() && !m_ui->cancelButton->hasFocus()) {
-        TakePickedDate();
+        TakeControls();
     }
 }
 
-bool MXSetHistData::TakePickedDate() {
+bool MXSetHistData::TakeControls() {
     const QSignalBlocker quiet(m_ui->startDate);
     m_ui->startDate->interpretText();
     const QDate date = m_ui->startDate->date();
-    return date == m_start || bChangeDate(date);
+    if (date != m_start && !bChangeDate(date)) {
+        return false;
+    }
+    ReadControls();
+    return true;
+}
+
+void MXSetHistData::ReadControls() {
+    m_recordCount = m_ui->countEdit->text().toLong();
+    m_start = m_ui->startDate->date();
+}
+
+void MXSetHistData::ShowFields() {
+    const QSignalBlocker quiet(m_ui->startDate);
+    m_ui->countEdit->setText(QString::number(m_recordCount));
+    m_ui->startDate->setDate(m_start);
 }
 
 bool MXSetHistData::bChangeDate(const QDate& date) {
-    constexpr const char* kFaults[] = {nullptr, "IDS_DIALOG-SETHISTDATA_VALID_DATE_BEFORE",
-                                       "IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER",
-                                       "IDS_DIALOG-SETHISTDATA_VALID_DATE_MID"};
-    const auto fault = date.isValid() ? CheckStartDate(QDate(1970, 1, 1).daysTo(date), Today())
-                                      : StartDateFault::None;
-    if (fault == StartDateFault::None) {
-        m_start = m_ui->startDate->date();
-        return true;
-    }
-    TellKey(kFaults[static_cast<int>(fault)]);
-    const QSignalBlocker quiet(m_ui->startDate);
-    m_ui->startDate->setDate(m_start);
-    m_ui->startDate->setFocus();
-    return false;
+    bool isTaken = false;
+    Guard([&] {
+        if (const char* const fault = FaultOf(date)) {
+            TellKey(fault);
+            ShowFields();
+            m_ui->startDate->setFocus();
+        } else {
+            ReadControls();
+            isTaken = true;
+        }
+    });
+    return isTaken;
 }
 
 // ---- OK ----
 
-bool MXSetHistData::TakeRecordCount() {
-    m_recordCount = m_ui->countEdit->text().toLong();
+bool MXSetHistData::LimitCount() {
     if (!LimitRecordCount(m_recordCount)) {
         return true;
     }
@@ -182,7 +208,7 @@ void MXSetHistData::OnOK() {
     if (m_dataType == kMinutes) {
         OnKillfocusComboMinutes();
     }
-    if (m_readMode == kReadLast ? !TakeRecordCount() : !TakePickedDate()) {
+    if (!TakeControls() || (m_readMode == kReadLast && !LimitCount())) {
         return;
     }
     m_startDate = DayOfDate(m_ui->startDate->date()).value_or(m_startDate);

@@ -35,21 +35,22 @@ public:
     /// 1 to 999 when the user had a say in it, else as given.
     int GetMinutes() const { return m_minutes; }
     int GetReadMode() const { return m_readMode; }
-    /// 50 to 4000 in read mode 0; else as given.
+    /// 50 to 4000 in read mode 0; else what stands in the edit, 0 for nothing.
     long GetRecordCount() const { return m_recordCount; }
     /// Days since 1970-01-01; as given when the picker's year is outside 1970 to 2069.
     long GetStartDate() const { return m_startDate; }
     bool GetFlag() const { return m_flag; }
 
     /// What history there is of a symbol, and whether its prices can be adjusted for dividends. For
-    /// market 0 or an empty symbol every period, and no dividends. Needs no dialog.
+    /// market 0 or an empty symbol every period, and no dividends; nothing at all when memory is
+    /// short. Needs no dialog.
     static void vCheckSymbolAllowTA(std::uint8_t market, const CString& symbol, bool& allowDaily,
                                     bool& allowWeekly, bool& allowMonthly, bool& allowMinute,
                                     bool& allowSecond, bool& supportDividend);
 
     /// Takes a start date that was chosen in the picker. False when it is before 1970-01-02, after
-    /// today, or within the last 30 days: the user is told, and the picker returns to the last date
-    /// that was taken. An invalid date is not compared.
+    /// today, or within the last 30 days: the user is told, and the controls return to what was
+    /// taken last, the picker to its date. An invalid date is not compared.
     bool bChangeDate(const QDate& date);
 
 protected:
@@ -65,9 +66,12 @@ private:
     void OnSelchangeComboMinutes();
     void OnKillfocusComboMinutes();
     void OnDateTimeChange();
-    /// Looks at a date in the picker that was not taken yet.
-    bool TakePickedDate();
-    bool TakeRecordCount();
+    /// Takes what stands in the controls; false when their date is refused.
+    bool TakeControls();
+    void ReadControls();
+    void ShowFields();
+    /// False, and the user is told, when the count had to be changed.
+    bool LimitCount();
 
     struct TADIALOGS_HIDDEN Parts;
 

@@ -3,6 +3,7 @@
 #include "dialogs/DigitsValidator.h"
 #include "dialogs/HistoryRules.h"
 #include "platform/ui/FormTexts.h"
+#include "platform/ui/Guard.h"
 #include "platform/ui/RadioTable.h"
 #include "ui_MXSetHistDataBanner.h"
 
@@ -11,6 +12,7 @@
 #include <algorithm>
 
 using namespace ta::history;
+using ta::ui::GuardFor;
 using ta::ui::RadioTable;
 
 struct MXSetHistDataBanner::Parts {
@@ -46,18 +48,25 @@ MXSetHistDataBanner::MXSetHistDataBanner(std::uint8_t market, const CString& sym
                               {kSeconds, m_ui->secondsButton}});
     m_ui->countCombo->setCompleter(nullptr);
     m_ui->countCombo->setValidator(new ta::dialogs::DigitsValidator(this));
-    connect(&m_parts->buttons, &RadioTable::chosen, this, &MXSetHistDataBanner::Choose);
-    connect(m_ui->countCombo, &QComboBox::activated, this,
-            [this](int row) { ChooseCount(m_ui->countCombo->itemData(row).toInt()); });
+    const auto handle = [this](auto* sender, auto signal, auto handler) {
+        connect(sender, signal, this, [this, handler](const auto&... arguments) -> void {
+            GuardFor(this, [&] { handler(arguments...); });
+        });
+    };
+    handle(&m_parts->buttons, &RadioTable::chosen, [this](int type) { Choose(type); });
+    handle(m_ui->countCombo, &QComboBox::activated,
+           [this](int row) { ChooseCount(m_ui->countCombo->itemData(row).toInt()); });
     const QLineEdit* edit = m_ui->countCombo->lineEdit();
-    connect(edit, &QLineEdit::returnPressed, this, [this] { TakeCount(); });
-    connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
+    handle(edit, &QLineEdit::returnPressed, [this] { TakeCount(); });
+    handle(edit, &QLineEdit::editingFinished, [this, edit] {
         if (edit->isModified()) {
             TakeCount();
         }
     });
-    connect(m_ui->favouriteButton, &QToolButton::clicked, this,
-            &MXSetHistDataBanner::ToggleFavourite);
+    handle(edit, &QLineEdit::textEdited, [this](const QString& text) {
+        ShowFavourite(text.isEmpty() ? CountInBox() : MinutesOfText(text.toStdString()));
+    });
+    handle(m_ui->favouriteButton, &QToolButton::clicked, [this](bool) { ToggleFavourite(); });
     FillCounts();
     SetState(market, symbol, dataType, count);
 }
@@ -69,28 +78,29 @@ MXSetHistDataBanner::~MXSetHistDataBanner() {
 
 void MXSetHistDataBanner::SetState(std::uint8_t market, const CString& symbol, int dataType,
                                    int count) {
-    m_parts->allowed = PeriodsOf(market, symbol);
-    m_parts->buttons.EnableRows([this](int type) { return IsOffered(m_parts->allowed, type); });
-    m_parts->buttons.SetValue(dataType);
-    m_dataType = dataType;
-    const bool isCounted = dataType == kMinutes || dataType == kSeconds;
-    if (isCounted && count >= 1 && count <= kMaxMinutes) {
-        (IsSeconds() ? m_seconds : m_minutes) = count;
-    }
-    for (QWidget* control :
-         {static_cast<QWidget*>(m_ui->countCombo), static_cast<QWidget*>(m_ui->favouriteButton)}) {
-        control->setEnabled(m_parts->allowed.minute || m_parts->allowed.second);
-    }
-    ShowCount();
+    GuardFor(this, [&] {
+        m_parts->allowed = PeriodsOf(market, symbol);
+        m_parts->buttons.EnableRows([this](int type) { return IsOffered(m_parts->allowed, type); });
+        m_parts->buttons.SetValue(dataType);
+        m_dataType = dataType;
+        const bool isCounted = dataType == kMinutes || dataType == kSeconds;
+        if (isCounted && count >= 1 && count <= kMaxMinutes) {
+            (dataType == kSeconds ? m_seconds : m_minutes) = count;
+        }
+        const bool isCountable = m_parts->allowed.minute || m_parts->allowed.second;
+        m_ui->countCombo->setEnabled(isCountable);
+        m_ui->favouriteButton->setEnabled(isCountable);
+        ShowCount();
+    });
 }
 
 int MXSetHistDataBanner::GetCount() const {
-    return m_dataType == kMinutes ? m_minutes : IsSeconds() ? m_seconds : 0;
+    return m_dataType == kMinutes ? m_minutes : m_dataType == kSeconds ? m_seconds : 0;
 }
 
-/// Whether the box counts seconds: in a chart of seconds, or when there are no minutes.
+/// Whether the box counts seconds: where there are some, in a chart of seconds or without minutes.
 bool MXSetHistDataBanner::IsSeconds() const {
-    return m_dataType == kSeconds || (!m_parts->allowed.minute && m_parts->allowed.second);
+    return m_parts->allowed.second && (m_dataType == kSeconds || !m_parts->allowed.minute);
 }
 
 void MXSetHistDataBanner::Choose(int dataType) {
@@ -131,29 +141,38 @@ void MXSetHistDataBanner::FillCounts() {
 }
 
 void MXSetHistDataBanner::ShowCount() {
-    const int count = IsSeconds() ? m_seconds : m_minutes;
+    const int count = CountInBox();
     const QString text = QString::number(count);
     // The box takes a text for chosen that is another row's than its current one.
     const int row = m_ui->countCombo->findText(text, Qt::MatchExactly);
     m_ui->countCombo->setCurrentIndex(row >= 0 ? row : m_ui->countCombo->findData(count));
     m_ui->countCombo->setEditText(text);
+    ShowFavourite(count);
+}
+
+void MXSetHistDataBanner::ShowFavourite(int count) {
     m_ui->favouriteButton->setChecked(std::ranges::find(m_favourites, count) != m_favourites.end());
 }
 
 void MXSetHistDataBanner::SetFavourites(const std::vector<int>& favourites) {
-    m_favourites.clear();
-    for (const int count : favourites) {
-        if (count >= 1 && count <= kMaxMinutes &&
-            std::ranges::find(m_favourites, count) == m_favourites.end()) {
-            m_favourites.push_back(count);
+    GuardFor(this, [&] {
+        m_favourites.clear();
+        for (const int count : favourites) {
+            if (count >= 1 && count <= kMaxMinutes &&
+                std::ranges::find(m_favourites, count) == m_favourites.end()) {
+                m_favourites.push_back(count);
+            }
         }
-    }
-    FillCounts();
-    ShowCount();
+        FillCounts();
+        ShowCount();
+    });
 }
 
 void MXSetHistDataBanner::ToggleFavourite() {
-    const int count = IsSeconds() ? m_seconds : m_minutes;
+    if (m_ui->countCombo->lineEdit()->isModified()) {
+        TakeCount();  // the star leaves the box its focus
+    }
+    const int count = CountInBox();
     if (std::erase(m_favourites, count) == 0) {
         m_favourites.push_back(count);
     }
@@ -165,6 +184,6 @@ void MXSetHistDataBanner::ToggleFavourite() {
 void MXSetHistDataBanner::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LanguageChange) {
-        m_parts->texts.Apply();
+        GuardFor(this, [this] { m_parts->texts.Apply(); });
     }
 }

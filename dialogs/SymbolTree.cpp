@@ -185,14 +185,21 @@ const CString& SymbolTree::UpperTexts() const {
     return m_upperTexts;
 }
 
-int SymbolTree::LongestNode() const {
-    int longest = kNone;
+int SymbolTree::WidestNode(const std::array<int, 256>& widths) const {
+    int widest = kNone;
+    int most = -1;
     for (int node = 0; node < NodeCount(); ++node) {
-        if (longest == kNone || Text(node).size() > Text(longest).size()) {
-            longest = node;
+        const std::string_view text = Text(node);
+        int width = 0;
+        for (std::size_t i = 0; i < text.size(); i += text::CharLength(text, i)) {
+            width += widths[static_cast<unsigned char>(text[i])];
+        }
+        if (width > most) {
+            most = width;
+            widest = node;
         }
     }
-    return longest;
+    return widest;
 }
 
 int SymbolTree::FindBeginning(const CString& typed) const {
@@ -269,13 +276,19 @@ std::vector<int> SymbolTree::FindCodes(const std::vector<CString>& codes) const 
     for (const CString& code : codes) {
         found.emplace(text::ToUpper(code), kNone);
     }
-    for (int node = 0; node < NodeCount(); ++node) {
-        const std::string_view text = TextIn(UpperTexts(), node);
-        const auto wanted =
-            IsLeaf(node) ? found.find(CString(text.substr(0, text.find(' ')))) : found.end();
+    const auto take = [&](int node, const CString& id) {
+        const auto wanted = IsLeaf(node) ? found.find(id) : found.end();
         if (wanted != found.end() && wanted->second == kNone) {
             wanted->second = node;
         }
+    };
+    const auto idIn = [](std::string_view text) { return CString(text.substr(0, text.find(' '))); };
+    for (int node = 0; node < NodeCount(); ++node) {
+        take(node, idIn(TextIn(UpperTexts(), node)));
+    }
+    const BKQuoteInterface& quotes = BKQuoteInterface::GetBKInterface();
+    for (int node = 0; quotes.GetSymbolIDIsRealMonth() && node < NodeCount(); ++node) {
+        take(node, text::ToUpper(SymbolOfTreeId(quotes, idIn(Text(node)))));
     }
     std::vector<int> nodes;
     nodes.reserve(codes.size());

@@ -3,6 +3,7 @@
 #include "platform/QuoteInterface.h"
 #include "platform/Types.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -38,8 +39,9 @@ public:
     /// The market id of a symbol, else kMarketData or kCommodityData.
     int ItemData(int node) const { return At(m_data, node); }
     bool IsLeaf(int node) const { return ItemData(node) >= 0; }
-    /// The node with the longest text, or kNone in an empty tree.
-    int LongestNode() const;
+    /// The node with the widest text, or kNone in an empty tree. `widths`: of a character, by its
+    /// first byte.
+    int WidestNode(const std::array<int, 256>& widths) const;
 
     /// The first symbol whose text begins with `typed`, upper and lower case alike; kNone when
     /// there is none or nothing was typed.
@@ -48,7 +50,8 @@ public:
     /// that holds `typed` in its id or in a name, in whichever language the back-end knows it.
     /// Goes on at the other end; kNone when no symbol holds it or nothing was typed.
     int FindHolding(const CString& typed, int from, int step) const;
-    /// The first symbol of each code, an id without regard to case; kNone for those not found.
+    /// The first symbol of each code, without regard to case: of its tree id, else of the symbol id
+    /// that a real-month id stands for. kNone for those not found.
     std::vector<int> FindCodes(const std::vector<CString>& codes) const;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "platform/SyncInfo.h"
 #include "platform/ui/FormTexts.h"
+#include "platform/ui/Guard.h"
 #include "platform/ui/TextBridge.h"
 
 #include <QApplication>
@@ -230,11 +231,7 @@ void DialogBase::Refuse(QWidget& field, const QString& text, PromptIcon icon) {
 }
 
 void DialogBase::TellFailure() noexcept {
-    try {
-        TellKey("IDS_TECHVIEW-STRING_MEMORY_ERR");
-    } catch (...) {
-        // Not even memory for a message.
-    }
+    ui::TellFailure(this);
 }
 
 }  // namespace ta::ui

@@ -4,6 +4,7 @@
 #include "platform/SyncInfo.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/DialogFixture.h"
+#include "tests/support/MemorySets.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -15,12 +16,14 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeView>
 
 #include <cmath>
 #include <limits>
+#include <new>
 
 namespace ta::test {
 namespace {
@@ -32,36 +35,6 @@ constexpr double kBase = 18000;
 constexpr const char* kLimit = "IDC_CHANGESYM-CHANGESYM_COMPARE_SYMBOL_LIMIT";
 constexpr const char* kMinimum = "IDC_CHANGESYM-CHANGESYM_COMPARE_SYMBOL_MINIMUM";
 constexpr const char* kFuture = "IDC_CHANGESYM-CHANGESYM_COMPARE_DATE_ERROR";
-
-class MemorySets : public ComparisonSets {
-public:
-    std::map<CString, ComparisonSet> sets;
-    std::vector<ComparedSymbol> recent;
-    bool broken = false;
-
-    std::vector<CString> Names() const override {
-        std::vector<CString> names;
-        for (const auto& [name, set] : sets) {
-            names.push_back(name);
-        }
-        return names;
-    }
-    bool Load(const CString& name, ComparisonSet& set) const override {
-        if (!broken) {
-            set = sets.at(name);
-        }
-        return !broken;
-    }
-    bool Save(const CString& name, const ComparisonSet& set) override {
-        if (!broken) {
-            sets[name] = set;
-        }
-        return !broken;
-    }
-    bool Remove(const CString& name) override { return !broken && sets.erase(name) != 0; }
-    std::vector<ComparedSymbol> RecentSymbols() const override { return recent; }
-    void SetRecentSymbols(const std::vector<ComparedSymbol>& symbols) override { recent = symbols; }
-};
 
 class ChangeSymbols : public DialogFixture {
 protected:
@@ -152,7 +125,7 @@ protected:
             const auto& symbol = dialog.GetSymbols()[static_cast<std::size_t>(row)];
             EXPECT_EQ(list.item(row)->text().toStdString(),
                       dialog.getSetSymbolString(symbol.market, symbol.code));
-            rows += (row == 0 ? "" : "|") + std::string(row == list.currentRow() ? "*" : "") +
+            rows += (row == 0 ? "" : "|") + std::string(list.item(row)->isSelected() ? "*" : "") +
                     std::to_string(symbol.market) + ":" + symbol.code;
         }
         return rows;
@@ -289,7 +262,13 @@ TEST_F(ChangeSymbols, RemovingTakesTheRowsOwnEntry) {
         Button(*dialog, "deleteButton");
     };
     Button(*dialog, "deleteButton");
-    EXPECT_EQ(dialog->GetSymbols().size(), 6U) << "nothing is selected";
+    Find<QWidget>(*dialog, "deleteAllButton").setFocus();
+    Press(*dialog, Qt::Key_Tab);
+    EXPECT_EQ(list.currentRow(), 0) << "Tab leads to a row and selects none";
+    Press(*dialog, Qt::Key_Delete);
+    Button(*dialog, "deleteButton");
+    Button(*dialog, "moveDownButton");
+    EXPECT_EQ(Chosen(*dialog), "16:9901|3:9901|16:9901|4:Q|16:Q|3:X1") << "nothing is selected";
     remove(4);
     EXPECT_EQ(Chosen(*dialog), "16:9901|3:9901|16:9901|4:Q|*3:X1");
     list.setCurrentRow(2);
@@ -448,6 +427,32 @@ TEST_F(ChangeSymbols, RecentSymbols) {
     Select(*dialog, {"X1 ex"});
     Button(*dialog, "addButton");
     EXPECT_EQ(sets.recent, (Symbols{{3, "X1"}, {16, "9902"}, {9, "A&B"}}));
+    sets.throwing = true;
+    Select(*dialog, {"9903 Gamma"});
+    prompts.ExpectMessage();
+    Button(*dialog, "addButton");
+    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_EQ(Chosen(*dialog), "16:9901|109:SXF1|16:9902|3:X1|16:9903");
+    EXPECT_FALSE(IsEnabled(*dialog, "addButton")) << "the limit";
+}
+
+TEST_F(ChangeSymbols, AThrowingBackEndIsNoneOfTheCallersBusiness) {
+    const auto dialog = Open(kTwo);
+    FailingQuotes failing(quotes);
+    BKQuoteInterface::SetBKInterface(&failing);
+    const auto shortOfMemory = [] { throw std::bad_alloc(); };
+    for (const int call : {1, 2}) {
+        failing.RunBefore("bGetItemDataByItemNo", call, shortOfMemory);
+    }
+    failing.RunBefore("bGetSymbolItemID", 1, shortOfMemory);
+    CString text = "old";
+    EXPECT_FALSE(MXChangeSymbols::bGetSymbolItem(text, text, 3, "X1"));
+    EXPECT_EQ(text, "old");
+    EXPECT_EQ(dialog->getSetSymbolString(3, "X1"), "");
+    prompts.ExpectMessage();
+    dialog->vFillLeftTreeCtrl();
+    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_EQ(Rows(*dialog), "Shares|Futures|Two words|Shares") << "the tree is as it was";
 }
 
 TEST_F(ChangeSymbols, RealMonthIds) {
@@ -461,9 +466,14 @@ TEST_F(ChangeSymbols, RealMonthIds) {
 
 TEST_F(ChangeSymbols, LongNames) {
     const CString id(126, 'i');
-    AddMarket(7, "Long", {id + "\xA5\x5C"}, {"x"});
-    const auto dialog = Open({});
+    AddMarket(7, "Long", {id + "\xA5\x5C", CString(100, 'M')}, {"x", "y"});
+    const auto dialog = Open({{9, CString(200, 'M')}});
+    EXPECT_GT(List(*dialog).horizontalScrollBar()->maximum(), 0) << "a row is reached to its end";
     Tree(*dialog).expandAll();
+    const QModelIndex widest = Row(*dialog, QString(100, 'M') + " y");
+    EXPECT_GE(Tree(*dialog).visualRect(widest).width(),
+              Tree(*dialog).fontMetrics().horizontalAdvance(widest.data().toString()));
+    Button(*dialog, "deleteAllButton");
     Type(Find<QLineEdit>(*dialog, "searchEdit"), "iii");
     Button(*dialog, "addButton");
     EXPECT_EQ(Chosen(*dialog), "7:" + id) << "no half a character";
@@ -616,6 +626,33 @@ TEST_F(CompareSets, KeptAndBroughtBack) {
     EXPECT_EQ(Chosen(*dialog), "16:9901|109:SXF1");
 }
 
+TEST_F(CompareSets, TheBaseDateComesBackWithTheSet) {
+    sets.sets = {{"day", {kTwo, {}, 17000}}, {"none", {kTwo, {}, 0}}};
+    for (const double base : {0.0, kBase}) {
+        const auto dialog = Open(kTwo, 5, 2, base);
+        const auto& picker = Find<QDateTimeEdit>(*dialog, "baseDate");
+        EXPECT_EQ(dialog->HasBaseDate(), base != 0);
+        for (const char* name : {"day", "none", "day"}) {
+            const bool has = name == CString("day");
+            InSets(*dialog, [name](QWidget& window) {
+                Type(Find<QLineEdit>(window, "nameEdit"), name);
+                Press(window, Qt::Key_Enter);
+            });
+            EXPECT_EQ(picker.isVisible(), has);
+            EXPECT_EQ(dialog->HasBaseDate(), has);
+            EXPECT_EQ(picker.date(), has ? QDate(2016, 7, 18) : QDate(2020, 6, 15));
+            InSets(*dialog, [&](QWidget& window) {
+                Keep(window, "kept");
+                Press(window, Qt::Key_Escape);
+            });
+            EXPECT_EQ(sets.sets["kept"].baseDate, has ? 17000 : 0);
+            sets.sets.erase("kept");
+        }
+        EXPECT_TRUE(Ok(*dialog));
+        EXPECT_EQ(dialog->GetBaseDate(), 17000);
+    }
+}
+
 TEST_F(CompareSets, NamesAndQuestions) {
     sets.sets["old"] = {};
     const auto dialog = Open(kTwo);
@@ -642,7 +679,10 @@ TEST_F(CompareSets, NamesAndQuestions) {
         prompts.ExpectYesNo(true);
         PressAlt(window, Qt::Key_D);
         EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-COMPARE_SETS_ASK_REMOVE new");
-        EXPECT_EQ(sets.Names(), std::vector<CString>{"old"});
+        prompts.ExpectMessage();
+        Press(window, Qt::Key_Enter);
+        EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-COMPARE_SETS_NAMELESS");
+        EXPECT_EQ(sets.Names(), std::vector<CString>{"old"}) << "what is removed stays so";
         Press(window, Qt::Key_Escape);
     });
 }
@@ -663,9 +703,6 @@ TEST_F(CompareSets, FailuresAreTold) {
         prompts.ExpectMessage();
         Press(window, Qt::Key_Enter);
         told("READ old");
-        Type(Find<QLineEdit>(window, "nameEdit"), "olx");
-        Press(window, Qt::Key_Backspace);
-        QTest::keyClicks(&Find<QLineEdit>(window, "nameEdit"), "d");
         prompts.ExpectYesNo(true);
         prompts.ExpectMessage();
         PressAlt(window, Qt::Key_D);

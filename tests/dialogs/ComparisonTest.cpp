@@ -4,8 +4,13 @@
 #include "dialogs/ComparisonText.h"
 #include "platform/Text.h"
 #include "tests/support/MemoryQuotes.h"
+#include "tests/support/MemorySets.h"
+#include "tests/support/ScarceMemory.h"
 
 #include <gtest/gtest.h>
+
+#include <new>
+#include <optional>
 
 namespace ta::test {
 namespace {
@@ -53,7 +58,8 @@ TEST_F(Comparison, MarketLabels) {
         EXPECT_EQ(table.Id(label.c_str()), id) << label;
     }
     EXPECT_EQ(table.Id(nullptr), 0);
-    EXPECT_EQ(MarketTable().Id("[Goods]"), 0);
+    const ScarceMemory none(0);
+    EXPECT_EQ(table.Id("[A label that needs more than a few bytes"), 0);
 }
 
 TEST_F(Comparison, TextsOfChosenSymbols) {
@@ -162,26 +168,40 @@ TEST_F(ChosenSymbols, RemovingAndMoving) {
     EXPECT_EQ(Joined(list), "");
 }
 
+TEST_F(ChosenSymbols, AFailureLeavesEverySymbolItsText) {
+    std::optional<ScarceMemory> scarce;
+    bool fails = false;
+    ChoiceList list({}, 9, [&](const ComparedSymbol& symbol) {
+        CString text(1000, symbol.code[0]);
+        if (fails && symbol.code != "a") {
+            scarce.emplace(100);
+        }
+        return text;
+    });
+    list.SetSymbols({{1, "a"}});
+    fails = true;
+    const auto isWhole = [&](const auto& action) {
+        try {
+            action();
+        } catch (const std::bad_alloc&) {
+        }
+        scarce.reset();
+        return list.Texts().size() == list.Symbols().size();
+    };
+    EXPECT_TRUE(isWhole([&] { list.Add({1, "b"}); }));
+    const std::vector<ComparedSymbol> three{{1, "a"}, {1, "b"}, {1, "c"}};
+    EXPECT_TRUE(isWhole([&] { list.SetSymbols(three); }));
+    EXPECT_TRUE(isWhole([&] { list.WriteTexts(); }));
+}
+
 TEST(PastedCodes, AreParted) {
     EXPECT_EQ(CodesOfText(" 9901, 9902;9901\r\n\tSPX "), (Codes{"9901", "9902", "SPX"}));
     EXPECT_EQ(CodesOfText(" ,;\n"), Codes{});
     EXPECT_EQ(CodesOfText("\xA4\x5D,a"), (Codes{"\xA4\x5D", "a"}));
 }
 
-class KeptSymbols : public ComparisonSets {
-public:
-    std::vector<CString> Names() const override { return {}; }
-    bool Load(const CString&, ComparisonSet&) const override { return false; }
-    bool Save(const CString&, const ComparisonSet&) override { return false; }
-    bool Remove(const CString&) override { return false; }
-    std::vector<ComparedSymbol> RecentSymbols() const override { return recent; }
-    void SetRecentSymbols(const std::vector<ComparedSymbol>& symbols) override { recent = symbols; }
-
-    std::vector<ComparedSymbol> recent;
-};
-
 TEST(RecentSymbolsTest, TheTenNewestFirst) {
-    KeptSymbols kept;
+    MemorySets kept;
     for (int i = 0; i < 12; ++i) {
         RememberSymbol(&kept, {1, std::to_string(i)});
     }

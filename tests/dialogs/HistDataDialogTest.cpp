@@ -14,6 +14,9 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <algorithm>
+#include <new>
+
 namespace ta::test {
 namespace {
 
@@ -33,6 +36,7 @@ protected:
         for (const auto& [key, text] : {std::pair{"DAILY", "&Daily"},
                                         {"WEEKLY", "&Weekly"},
                                         {"MINUTES", "M&inutes"},
+                                        {"READ", "&Read"},
                                         {"SINCE", "&Since"},
                                         {"OK", "&Ok"}}) {
             quotes.language[CString("IDS_TADIALOGS-HISTDATA_") + key] = text;
@@ -76,6 +80,13 @@ protected:
             text += std::to_string(value) + " ";
         }
         return text;
+    }
+    static QDateEdit& TypeDate(const MXSetHistData& dialog, const char* digits) {
+        auto& date = Find<QDateEdit>(dialog, "startDate");
+        date.setFocus();
+        date.setSelectedSection(QDateTimeEdit::YearSection);
+        QTest::keyClicks(&date, digits);
+        return date;
     }
     void ExpectFault(const char* key) {
         prompts.ExpectMessage();
@@ -199,12 +210,16 @@ TEST_F(HistData, Editing) {
         {"a typed date, 30 days ago",
          [&](auto& dialog) {
              PressAlt(dialog, Qt::Key_S);
-             auto& date = Find<QDateEdit>(dialog, "startDate");
-             date.setFocus();
-             date.setSelectedSection(QDateTimeEdit::YearSection);
-             QTest::keyClicks(&date, "20200516");
+             TypeDate(dialog, "20200516");
          },
          "D of DWMm, 5-, since 100-, 2020-05-16+", "0 5 1 100 18398 "},
+        {"a count, before the other mode",
+         [&](auto& dialog) {
+             paste("countEdit", "200")(dialog);
+             PressAlt(dialog, Qt::Key_S);
+             paste("startDate", "2001-2-3")(dialog);
+         },
+         "D of DWMm, 5-, since 200-, 2001-02-03+", "0 5 1 200 11356 "},
         {"Escape", [](auto& dialog) { Press(dialog, Qt::Key_Escape); },
          "D of DWMm, 5-, last 100+, 2019-04-14-", "cancelled 0 5 0 100 18000 "}};
     for (const EditingCase& c : cases) {
@@ -246,52 +261,40 @@ TEST_F(HistData, CountsOutOfRangeAreCorrectedAndTold) {
     EXPECT_EQ(Result(since), "0 5 1 10 18000 ");
 }
 
-struct DateCase {
-    QDate date;
-    const char* fault;
-};
-
 TEST_F(HistData, RefusedStartDates) {
-    for (const DateCase& c :
-         std::vector<DateCase>{{{1970, 1, 1}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_BEFORE"},
-                               {{2020, 6, 16}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER"},
-                               {{2069, 12, 31}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER"},
-                               {{2020, 6, 5}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_MID"},
-                               {{2020, 5, 17}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_MID"}}) {
-        SCOPED_TRACE(c.date.toString(Qt::ISODate).toStdString());
+    const std::function<void(MXSetHistData&)> waysOut[] = {
+        [](auto& dialog) { Press(dialog, Qt::Key_Enter); },
+        [](auto& dialog) { PressAlt(dialog, Qt::Key_O); },
+        [](auto& dialog) { Press(dialog, Qt::Key_Backtab); },
+        [](auto& dialog) { Click(Find<QWidget>(dialog, "okButton")); }};
+    for (const auto& [typed, fault] : {std::pair{"19700101", "BEFORE"},
+                                       {"20200616", "AFTER"},
+                                       {"20691231", "AFTER"},
+                                       {"20200605", "MID"},
+                                       {"20200517", "MID"}}) {
+        SCOPED_TRACE(typed);
+        const CString key = CString("IDS_DIALOG-SETHISTDATA_VALID_DATE_") + fault;
         MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
         Show(dialog);
-        auto& date = Find<QDateEdit>(dialog, "startDate");
-        const auto type = [&] {
-            date.setFocus();
-            date.setSelectedSection(QDateTimeEdit::YearSection);
-            QTest::keyClicks(&date, c.date.toString("yyyyMMdd"));
-        };
-        const auto refused = [&] {
+        for (const auto& leave : waysOut) {
+            const QDateEdit& date = TypeDate(dialog, typed);
+            ExpectFault(key.c_str());
+            leave(dialog);
             CheckFault();
             EXPECT_EQ(DateOf(date), "2019-04-14");
             EXPECT_EQ(Result(dialog), "open");
             QApplication::processEvents();
             EXPECT_TRUE(date.hasFocus());
-        };
-        // By each way out of the field but Cancel.
-        type();
-        ExpectFault(c.fault);
-        Press(dialog, Qt::Key_Enter);
-        refused();
-        type();
-        ExpectFault(c.fault);
-        PressAlt(dialog, Qt::Key_O);
-        refused();
-        type();
-        ExpectFault(c.fault);
-        Press(dialog, Qt::Key_Backtab);
-        refused();
-        type();
-        ExpectFault(c.fault);
-        Click(Find<QWidget>(dialog, "okButton"));
-        refused();
-        type();
+        }
+        // Cancel leads out of the field without a look at it; the other mode is no way around it.
+        TypeDate(dialog, typed);
+        Find<QWidget>(dialog, "cancelButton").setFocus();
+        ExpectFault(key.c_str());
+        PressAlt(dialog, Qt::Key_R);
+        CheckFault();
+        EXPECT_EQ(State(dialog), "D of DWMm, 5-, last 100+, 2019-04-14-");
+        PressAlt(dialog, Qt::Key_S);
+        TypeDate(dialog, typed);
         Click(Find<QWidget>(dialog, "cancelButton"));
         EXPECT_FALSE(dialog.isVisible());
     }
@@ -307,10 +310,7 @@ TEST_F(HistData, ADateHalfTypedIsNoneOfACancelsBusiness) {
     for (const auto& leave : ways) {
         MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
         Show(dialog);
-        auto& date = Find<QDateEdit>(dialog, "startDate");
-        date.setFocus();
-        date.setSelectedSection(QDateTimeEdit::YearSection);
-        QTest::keyClicks(&date, "20690101");
+        TypeDate(dialog, "20690101");
         leave(dialog);
         QApplication::processEvents();
         EXPECT_FALSE(dialog.isVisible());  // and no message came
@@ -327,6 +327,42 @@ TEST_F(HistData, ChangeDateTellsWhetherItWasTaken) {
     minutes.setFocus();  // and goes with the dialog
     ExpectFault("IDS_DIALOG-SETHISTDATA_VALID_DATE_MID");
     EXPECT_FALSE(dialog.bChangeDate({2020, 6, 15}));
+    CheckFault();
+    // The other controls are read with the date, and return with it.
+    auto& count = Find<QLineEdit>(dialog, "countEdit");
+    count.setText("200");
+    EXPECT_TRUE(dialog.bChangeDate({2020, 5, 16}));
+    count.setText("300");
+    ExpectFault("IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER");
+    EXPECT_FALSE(dialog.bChangeDate({2020, 6, 16}));
+    EXPECT_EQ(count.text(), "200");
+}
+
+TEST_F(HistData, AThrowingBackEndIsNoneOfTheCallersBusiness) {
+    const auto shortOfMemory = [] { throw std::bad_alloc(); };
+    FailingQuotes failing(quotes);
+    BKQuoteInterface::SetBKInterface(&failing);
+    MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
+    Show(dialog);
+    failing.Reset();
+    failing.RunBefore("LangGetLangString", 1, shortOfMemory);
+    ExpectFault("IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_FALSE(dialog.bChangeDate({2020, 6, 16}));
+    CheckFault();
+    bool has[6] = {true, true, true, true, true, true};
+    failing.RunBefore("bGetTA1ItemNoByService", 1, shortOfMemory);
+    MXSetHistData::vCheckSymbolAllowTA(2, "IBM", has[0], has[1], has[2], has[3], has[4], has[5]);
+    EXPECT_EQ(std::count(has, has + 6, true), 0);
+    MXSetHistDataBanner banner(2, "WK", 1, 0);
+    failing.RunBefore("bGetTA1ItemNoByService", 3, shortOfMemory);
+    prompts.ExpectMessage();
+    banner.SetState(2, "IBM", 2, 0);
+    CheckFault();
+    EXPECT_EQ(banner.GetDataType(), 1) << "as it was";
+    QObject::connect(&banner, &MXSetHistDataBanner::periodChosen, shortOfMemory);
+    Show(banner);
+    prompts.ExpectMessage();
+    Click(Find<QToolButton>(banner, "minutesButton"));
     CheckFault();
 }
 
@@ -414,6 +450,9 @@ TEST_F(HistBanner, ShowsAChartsStateWithoutTellingItBack) {
                                            {"M", 2, 0, "M of M, 15-", 0},
                                            {"M", 0, 0, "D of M, 15-", 0},
                                            {"T", 4, 7, "s of s, 7+", 7},
+                                           {"T", 3, 16, "m of s, 7+", 16},
+                                           {"T", 0, 0, "D of s, 7+", 0},
+                                           {"A", 3, 15, "m of DWMms, 15+", 15},
                                            {"A", 9, 7, " of DWMms, 15+", 0}}) {
         banner.SetState(2, c.symbol, c.type, c.count);
         EXPECT_EQ(State(banner), c.state);
@@ -422,7 +461,13 @@ TEST_F(HistBanner, ShowsAChartsStateWithoutTellingItBack) {
     entitlement.marketsWithoutSeconds = {2};
     banner.SetState(2, "A", 0, 0);
     EXPECT_EQ(State(banner), "D of DWMm, 15+");
+    banner.SetState(2, "A", 4, 30);
+    EXPECT_EQ(State(banner), "s of DWMm, 15+") << "a chart of seconds that the user has no more";
+    EXPECT_EQ(banner.GetCount(), 30);
     EXPECT_EQ(Told(spy), "");
+    Type(*Counts(banner).lineEdit(), "20");
+    Press(banner, Qt::Key_Enter);
+    EXPECT_EQ(Told(spy), "3:20 ");
 }
 
 TEST_F(HistBanner, AChoiceIsToldOnce) {
@@ -497,6 +542,15 @@ TEST_F(HistBanner, Favourites) {
     Click(star);
     EXPECT_EQ(banner.GetFavourites(), (std::vector<int>{240, 8}));
     EXPECT_EQ(kept.count(), 2);
+    for (const auto& favourites : {std::vector<int>{240, 8, 33}, {240, 8}}) {
+        banner.SetState(2, "A", 3, favourites.size() == 3 ? 8 : 7);
+        Type(*Counts(banner).lineEdit(), "33");
+        EXPECT_EQ(star.isChecked(), favourites.size() == 2) << "of the number that is typed";
+        Click(star);
+        EXPECT_EQ(banner.GetFavourites(), favourites);
+        EXPECT_EQ(State(banner), "m of DWMms, 33+");
+        EXPECT_EQ(Told(spy), "3:33 ");
+    }
 }
 
 TEST_F(HistBanner, TipsFollowTheLanguage) {

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace ta::test {
 namespace {
 
@@ -196,6 +198,11 @@ TEST_F(SymbolSearch, Codes) {
         found += TextOf(tree, node) + "|";
     }
     EXPECT_EQ(found, "9902 " + Big5("七") + "|ABX1 one|none|abx2 two|none|none|");
+    quotes.symbolByTreeId = {{"abx2", "SEP"}, {"9901", "9902"}};
+    EXPECT_EQ(tree.FindCodes({"sep"})[0], kNone);
+    quotes.symbolIdIsRealMonth = true;
+    EXPECT_EQ(TextOf(tree, tree.FindCodes({"sep"})[0]), "abx2 two") << "what it is charted as";
+    EXPECT_EQ(TextOf(tree, tree.FindCodes({"9902"})[0]), "9902 " + Big5("七"));
 }
 
 // A name that ends in half a character must not take the next text's first letter for its other
@@ -208,7 +215,18 @@ TEST_F(SymbolTrees, ANameThatEndsInHalfACharacter) {
     EXPECT_EQ(TextOf(tree, tree.FindBeginning("ABC")), "abc x\xA4");
     EXPECT_EQ(TextOf(tree, tree.FindBeginning("Odd")), "odd y");
     EXPECT_EQ(TextOf(tree, tree.FindHolding("odd", kNone, 1)), "odd y");
-    EXPECT_EQ(tree.Text(tree.LongestNode()).size(), 132U);
+}
+
+TEST_F(SymbolTrees, TheWidestTextIsNotTheOneOfTheMostBytes) {
+    std::array<int, 256> widths;
+    widths.fill(10);
+    widths['i'] = 3;
+    EXPECT_EQ(SymbolTree().WidestNode(widths), kNone);
+    AddMarket(2, "M");
+    for (const auto& [other, widest] : {std::pair{"iiiiiiiiii", 1}, {"MMMMMM", 2}, {"MMMM", 1}}) {
+        quotes.symbols[{2, ""}] = {{Big5("許功蓋國"), other}, {"", ""}};
+        EXPECT_EQ(SymbolTree(quotes).WidestNode(widths), widest) << other;
+    }
 }
 
 TEST_F(SymbolTrees, RealMonthIds) {
