@@ -108,6 +108,7 @@ void DataViewer::Follow() {
     } else {
         Fill(std::move(headers), std::move(records));
     }
+    MarkCursor();  // a chart that is loaded again has no cursor line any more
 }
 
 /// Whether they are the bars of before, with other values or new bars behind them.
@@ -139,7 +140,6 @@ void DataViewer::Fill(Headers headers, Records records) {
     m_records = std::move(records);
     m_window->reInitializeList(ChartCaption(m_chart.Model()).c_str(), DataTypeOf(m_shown),
                                m_shown.period, m_shown.count, m_shown.market, m_shown.symbol);
-    MarkCursor();
 }
 
 void DataViewer::MarkCursor() {

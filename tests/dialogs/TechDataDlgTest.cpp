@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDir>
 #include <QHeaderView>
 #include <QLabel>
@@ -144,6 +145,11 @@ protected:
         });
     }
     static void CancelWork(QProgressDialog& progress) { Click(Find<QPushButton>(progress, "")); }
+
+    bool IsInView(int row) {
+        return List().viewport()->rect().intersects(
+            List().visualRect(List().model()->index(row, 0)));
+    }
 
     Owner owner;
     MemoryProfiles profiles;
@@ -420,6 +426,70 @@ TEST_F(TechDataViewer, RowsAreTiedToTheChart) {
     EXPECT_FALSE(isMarked(2));
     viewer->MarkTime(1e9);
     viewer->MarkTime(-5);
+}
+
+TEST_F(TechDataViewer, GoesToADateAlsoOfARowThatIsStillToCome) {
+    DialogDriver driver;
+    Show(Open(1000));
+    Tick();
+    std::vector<double> activated;
+    QObject::connect(viewer.get(), &MXTechDataDlg::timeActivated,
+                     [&](double time) { activated.push_back(time); });
+    const auto dateOf = [](int row) { return QDate(2024, 3, 5).addDays(row); };
+    const auto choose = [&](QWidget& dialog, int row) {
+        QApplication::clipboard()->setText(dateOf(row).toString("yyyy-M-d"));
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+    };
+    const auto press = [&] {
+        Show(*viewer);
+        Press(*viewer, Qt::Key_G, Qt::ControlModifier);
+    };
+    const auto goTo = [&](int shown, int row) {
+        driver.Expect([=](QWidget& dialog) {
+            EXPECT_EQ(Find<QDateEdit>(dialog, "dateEdit").date(), dateOf(shown));
+            choose(dialog, row);
+        });
+        press();
+    };
+    goTo(999, 100);
+    EXPECT_EQ(List().currentIndex().row(), 100);
+    goTo(100, 500);
+    EXPECT_EQ(List().currentIndex().row(), 100);
+    EXPECT_EQ(activated, (std::vector{records[100].time, records[500].time}));
+    Tick();
+    EXPECT_EQ(List().currentIndex().row(), 500);
+    EXPECT_TRUE(List().selectionModel()->isRowSelected(500));
+    Fill();
+    EXPECT_TRUE(IsInView(500)) << "though the end of the fill shows the last row";
+    driver.Expect([&](QWidget& dialog) {
+        for (const int outside : {-1, 1000}) {
+            prompts.ExpectMessage();
+            choose(dialog, outside);
+            EXPECT_EQ(prompts.Last().text,
+                      "IDS_TADIALOGS-TECHDATA_GOTO_OUTSIDE 2024/03/05 2026/11/29");
+        }
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    press();
+    EXPECT_EQ(activated.size(), 2U);
+    goTo(500, 3);
+    EXPECT_TRUE(IsInView(3));
+    EXPECT_EQ(List().currentIndex().row(), 3);
+    // Rows that come again begin without a date to go to; without rows there is none.
+    viewer->reInitializeList("T", kDailyData, 0, 0);
+    goTo(999, 500);
+    viewer->reInitializeList("T", kDailyData, 0, 0);
+    Fill();
+    EXPECT_TRUE(IsInView(999));
+    EXPECT_NE(List().currentIndex().row(), 500);
+    viewer->OnEraseAll();
+    prompts.ExpectMessage();
+    press();
+    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_GOTO_NONE");
+    OpenFull(1);
+    driver.Expect([&](QWidget&) { viewer.reset(); });
+    viewer->OnGoToDate();
 }
 
 // ---- Copy and save ----

@@ -14,6 +14,7 @@
 #include "tests/support/ManualTimers.h"
 
 #include <QComboBox>
+#include <QDateEdit>
 #include <QPushButton>
 #include <QTableView>
 
@@ -113,6 +114,16 @@ TEST_F(DataViewerTest, IsTiedToTheCursorLine) {
     QTest::keyClick(&List(), Qt::Key_Return);
     EXPECT_EQ(Chart().CursorBar(), 40);
     EXPECT_TRUE(IsMarked(40));
+    DialogDriver driver;
+    driver.Expect([](QWidget& dialog) {
+        dialog.findChild<QDateEdit*>("dateEdit")->setDate({2019, 1, 8});
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    QTest::keyClick(&List(), Qt::Key_G, Qt::ControlModifier);
+    EXPECT_EQ(Chart().CursorBar(), 7);
+    EXPECT_TRUE(IsMarked(7));
+    Chart().Reload();  // takes the cursor line away
+    EXPECT_FALSE(IsMarked(7));
 }
 
 TEST_F(DataViewerTest, OneAChartWhichClosesWithItAndStaysWhereItWasPut) {
