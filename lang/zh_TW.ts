@@ -199,7 +199,7 @@
     <message id="IDS_TADIALOGS-TECHDATA_GOTO_DATE"><translation>日期(&amp;D)：</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_GOTO_NONE"><translation>沒有資料列，無法前往日期。</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_GOTO_OK"><translation>前往(&amp;G)</translation></message>
-    <message id="IDS_TADIALOGS-TECHDATA_GOTO_OUTSIDE"><translation>資料的日期只從 %1 到 %2。</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_OUTSIDE"><translation>資料的日期範圍是 %1 至 %2。</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_LOST"><translation>此字碼頁沒有下列字元，將以「?」儲存：%1</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_NAME_EMPTY"><translation>請輸入設定檔的名稱。</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PREVIEW"><translation>預覽(&amp;V)：</translation></message>

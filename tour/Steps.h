@@ -17,8 +17,11 @@ struct Step {
 // The steps in the order of the tour; each begins where the one before it has ended.
 
 std::vector<Step> ChartSteps();
-/// The history data and the data viewer, in both languages.
+/// The history data, in both languages.
 std::vector<Step> DataSteps();
+/// The data viewer, in both languages. Leaves files that it saved beside the pictures, and what it
+/// showed: "data-zh-fixed.csv", ..., "data-zh-shown.json".
+std::vector<Step> ViewerSteps();
 /// The first writes the file that the second reads.
 std::vector<Step> GroupFileSteps();
 /// Everything stays as it was.
