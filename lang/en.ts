@@ -379,6 +379,24 @@
     <message id="IDS_TERMINAL-QUOTES_USER_MARKET_NEWER"><translation>it is of a newer version of this program</translation></message>
     <message id="IDS_TERMINAL-QUOTES_USER_MARKET_IN_USE"><translation>another program is using it; please try again</translation></message>
     <message id="IDS_TERMINAL-QUOTES_USER_NO_FOLDER"><translation>The folder %1 cannot be made.</translation></message>
+    <!-- comparison -->
+    <message id="IDS_TERMINAL-COMPARE_BASE"><translation>base %1 %2</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_DIFFERENCE"><translation>price difference (the base price is not above 0)</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LATER_BASE"><translation>* base %1 %2 (first bar, after the base date)</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LEGEND_INDEXED"><translation>Indexed, base = 100</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LEGEND_PERCENT"><translation>Change since the base</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LEGEND_PRICES"><translation>Prices</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_MISSING"><translation>Symbols without data: %1</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_NOTHING"><translation>None of the compared symbols has data</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_NO_DATA"><translation>no data</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_TITLE"><translation>Compare %1</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE"><translation>&amp;Compare symbols...</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_BASE_CURSOR"><translation>&amp;Base date at the cursor line</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_BASE_FIRST"><translation>Base at the &amp;first bar</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_INDEXED"><translation>&amp;Indexed to 100</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_PERCENT"><translation>&amp;Percent since the base date</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_PRICES"><translation>P&amp;rices</translation></message>
+    <message id="IDS_TERMINAL-FRAME_MENU_COMPARISON"><translation>Co&amp;mparison chart</translation></message>
     <!-- chart -->
     <message id="IDS_TERMINAL-CHART_NO_SYMBOL"><translation>No symbol chosen</translation></message>
     <message id="IDS_TERMINAL-CHART_NO_DATA"><translation>No data</translation></message>

@@ -379,6 +379,24 @@
     <message id="IDS_TERMINAL-QUOTES_USER_MARKET_NEWER"><translation>檔案屬於本程式較新的版本</translation></message>
     <message id="IDS_TERMINAL-QUOTES_USER_MARKET_IN_USE"><translation>另一個程式正在使用，請稍後再試</translation></message>
     <message id="IDS_TERMINAL-QUOTES_USER_NO_FOLDER"><translation>無法建立資料夾 %1</translation></message>
+    <!-- comparison -->
+    <message id="IDS_TERMINAL-COMPARE_BASE"><translation>基準 %1 %2</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_DIFFERENCE"><translation>價差（基準價不大於 0）</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LATER_BASE"><translation>※基準 %1 %2（首筆，晚於基準日）</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LEGEND_INDEXED"><translation>指數化，基準＝100</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LEGEND_PERCENT"><translation>自基準日漲跌幅</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LEGEND_PRICES"><translation>價格</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_MISSING"><translation>沒有資料的商品：%1</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_NOTHING"><translation>比較的商品都沒有資料</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_NO_DATA"><translation>無資料</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_TITLE"><translation>比較 %1</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE"><translation>比較商品(&amp;C)...</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_BASE_CURSOR"><translation>以游標所在為基準日(&amp;B)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_BASE_FIRST"><translation>以首筆資料為基準(&amp;F)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_INDEXED"><translation>指數化，基準＝100(&amp;I)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_PERCENT"><translation>漲跌幅(&amp;P)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_COMPARE_PRICES"><translation>價格(&amp;R)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_MENU_COMPARISON"><translation>比較圖(&amp;M)</translation></message>
     <!-- chart -->
     <message id="IDS_TERMINAL-CHART_NO_SYMBOL"><translation>尚未選擇商品</translation></message>
     <message id="IDS_TERMINAL-CHART_NO_DATA"><translation>沒有資料</translation></message>

@@ -15,7 +15,7 @@ constexpr double kLabelGap = 24;  // between two labels of the time axis
 
 }  // namespace
 
-ChartScene::ChartScene(QCustomPlot& plot, const ChartModel& model)
+ChartScene::ChartScene(QCustomPlot& plot, const PlotModel& model)
     : m_plot(plot), m_model(model), m_margins(std::make_unique<QCPMarginGroup>(&plot)) {
     m_style.timeTicker.reset(new TimeAxisTicker);
     plot.plotLayout()->clear();
@@ -207,7 +207,7 @@ int ChartScene::LegendBar(const PlotCursor& cursor) const {
 }
 
 std::vector<LegendEntry> ChartScene::LegendOf(int pane, const PlotCursor& cursor) const {
-    return MakeLegend(m_model, pane, LegendBar(cursor), m_style.theme);
+    return m_model.Legend(pane, LegendBar(cursor), m_style.theme);
 }
 
 std::pair<int, int> ChartScene::PaneAndStudyAt(const QPointF& position) {

@@ -19,7 +19,7 @@ namespace ta::terminal {
 
 class CursorLine;
 
-/// A chart model on a plot: the panes in the group's order, the cursor line over them, and the part
+/// A model on a plot: its panes in their order, the cursor line over them, and the part
 /// of the bars in view.
 ///
 /// What changes is drawn at the next Update, once, and not before: by the view at once, before the
@@ -27,7 +27,7 @@ class CursorLine;
 class ChartScene {
 public:
     /// `plot` and `model` outlive the scene.
-    ChartScene(QCustomPlot& plot, const ChartModel& model);
+    ChartScene(QCustomPlot& plot, const PlotModel& model);
     ~ChartScene();
 
     PlotRange& Range() { return m_range; }
@@ -64,7 +64,7 @@ private:
     void KeepMargins();
 
     QCustomPlot& m_plot;
-    const ChartModel& m_model;
+    const PlotModel& m_model;
     PlotRange m_range;
     PaneStyle m_style;
     std::vector<std::unique_ptr<PlotPane>> m_panes;

@@ -10,60 +10,16 @@
 #include "terminal/plot/ChartModel.h"
 #include "terminal/quotes/MarketData.h"
 
-#include <qcustomplot.h>
-#include <QCoreApplication>
-#include <QEvent>
-#include <QLabel>
-
-#include <algorithm>
-#include <cmath>
-#include <functional>
-
 namespace ta::terminal {
-namespace {
-
-constexpr double kZoomStep = 1.25;
-
-/// A plot that is drawn when it is to be painted, not at each new size.
-class Plot : public QCustomPlot {
-public:
-    explicit Plot(QWidget* view) : QCustomPlot(view) {
-        // The replot that the widget has asked for would come once more after that.
-        QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
-    }
-
-    std::function<void()> draw;
-
-protected:
-    void resizeEvent(QResizeEvent*) override {}
-    void paintEvent(QPaintEvent* event) override {
-        draw();
-        QCustomPlot::paintEvent(event);
-    }
-};
-
-}  // namespace
 
 ChartView::ChartView(MarketData& marketData, QWidget* parent)
-    : QWidget(parent),
-      m_data(marketData),
-      m_plot(new Plot(this)),
-      m_message(new QLabel(this)),
-      m_model(std::make_unique<ChartModel>()),
-      m_scene(std::make_unique<ChartScene>(*m_plot, *m_model)) {
-    static_cast<Plot*>(m_plot)->draw = [this] { m_scene->Update(); };
-    setFocusPolicy(Qt::StrongFocus);
-    setMinimumSize(160, 120);
-    m_plot->setFocusPolicy(Qt::NoFocus);
-    m_plot->setMouseTracking(true);
-    m_plot->installEventFilter(this);
-    m_message->hide();
-    m_message->setAlignment(Qt::AlignCenter);
-    m_message->setWordWrap(true);
-    m_message->setMargin(24);
-    m_message->setAttribute(Qt::WA_TransparentForMouseEvents);
+    : ChartView(marketData, std::make_shared<ChartModel>(), parent) {}
+
+ChartView::ChartView(MarketData& marketData, const std::shared_ptr<ChartModel>& model,
+                     QWidget* parent)
+    : ChartPage(model, parent), m_data(marketData), m_model(model) {
     m_drawings =
-        std::make_unique<DrawingBoard>(*this, *m_plot,
+        std::make_unique<DrawingBoard>(*this, Plot(),
                                        DrawingBoard::Chart{[this] { return MakeDrawingFrame(); },
                                                            [this] { return CursorPoint(); }});
     if (Language* language = Language::Instance()) {
@@ -76,7 +32,6 @@ ChartView::ChartView(MarketData& marketData, QWidget* parent)
 
 ChartView::~ChartView() {
     Repository().RemoveTechViewPtr(this);
-    m_plot->removeEventFilter(this);
 }
 
 // ---- What is shown ----
@@ -92,24 +47,8 @@ void ChartView::Show(const BarsKey& history, const HistoryDepth& depth) {
     Show(history);
 }
 
-void ChartView::ShowPeriod(int period, int count) {
-    const BarSeries& before = m_model->Bars();
-    const auto [first, last] = VisibleBars();
-    const bool hasMiddle = first >= 0;
-    const double middle =
-        hasMiddle ? before[static_cast<std::size_t>(first + (last - first) / 2)].time : 0;
+void ChartView::SwitchPeriod(int period, int count) {
     Show({m_shown.market, m_shown.symbol, period, count});
-    if (hasMiddle) {
-        // The bars of a day and longer stand at its begin.
-        ScrollToTime(period <= kMonthly ? std::floor(middle) : middle);
-    }
-}
-
-void ChartView::ScrollToTime(double time) {
-    const BarSeries& bars = m_model->Bars();
-    const auto bar = std::ranges::lower_bound(bars, time, {}, &Bar::time) - bars.begin();
-    m_scene->Range().MoveTo(static_cast<double>(bar) - m_scene->Range().Width() / 2);
-    Draw();
 }
 
 HistoryDepth ChartView::Depth() const {
@@ -124,24 +63,11 @@ void ChartView::SetGroup(const CString& name) {
     }
 }
 
-void ChartView::SetRisingRed(bool risingRed) {
-    m_risingRed = risingRed;
-    Rebuild();
-}
-
-int ChartView::PaneCount() const {
-    return static_cast<int>(m_model->Panes().size());
-}
-
-int ChartView::BarCount() const {
-    return m_model->BarCount();
-}
-
 void ChartView::Reload() {
-    const PlotRange before = m_scene->Range();
+    const PlotRange before = Scene().Range();
     LoadHistory(true);
     if (before.BarCount() == BarCount()) {
-        m_scene->Range() = before;
+        Scene().Range() = before;
         Draw();
     }
 }
@@ -175,9 +101,7 @@ void ChartView::LoadHistory(bool evenWhenShared) {
     }
     const bool failed = !m_shown.symbol.empty() && !bars;
     m_model->SetBars(std::move(bars), MakeTitle());
-    m_scene->Range().SetBarCount(BarCount());
-    m_scene->Range().ShowLatest();
-    m_cursor = {};
+    TakeBars();
     m_drawings->SetChart(m_shown);
     RedrawGroup();
     if (failed) {
@@ -260,33 +184,10 @@ void ChartView::RedrawGroup() {
 
 // ---- Drawing ----
 
-void ChartView::Rebuild() {
-    const PlotTheme theme = PlotTheme::FromPalette(palette(), m_risingRed);
-    m_scene->Rebuild(theme, font());
+void ChartView::OnStyle(const PlotTheme& theme) {
     m_drawings->SetStyle(theme, font());
-    m_cursor.pane = std::min(m_cursor.pane, PaneCount() - 1);
-    if (isVisible()) {
-        ShowMessage();
-    }
-    UpdateNames();
-    Draw();
 }
 
-void ChartView::Draw() {
-    m_scene->Change(m_cursor);
-    if (isVisible()) {
-        m_scene->Update(QCustomPlot::rpRefreshHint);
-    }
-}
-
-void ChartView::DrawCursor() {
-    m_scene->DrawCursor(m_cursor);
-    const QString text = CursorText();
-    setAccessibleDescription(text);
-    emit cursorMoved(text);
-}
-
-/// What stands in the place of a chart; empty when there is one.
 QString ChartView::Message() const {
     if (m_shown.symbol.empty()) {
         return Tr("IDS_TERMINAL-CHART_NO_SYMBOL");
@@ -297,138 +198,25 @@ QString ChartView::Message() const {
     return Tr("IDS_TERMINAL-CHART_NO_DATA") + (m_failure.isEmpty() ? QString() : '\n' + m_failure);
 }
 
-void ChartView::ShowMessage() {
-    const QString text = Message();
-    QFont larger = font();
-    larger.setPointSizeF(QFontInfo(larger).pointSizeF() * 1.2);
-    m_message->setFont(larger);
-    m_message->setForegroundRole(QPalette::Text);
-    m_message->setText(text);
-    m_message->setVisible(!text.isEmpty());
-}
-
-void ChartView::UpdateNames() {
+QString ChartView::SpokenName() const {
     const ChartTitle& title = m_model->Title();
-    setAccessibleName(title.symbol.isEmpty()
-                          ? Tr("IDS_TERMINAL-CHART_ACCESSIBLE_EMPTY")
-                          : Tr("IDS_TERMINAL-CHART_ACCESSIBLE").arg(title.symbol, title.period));
-    setAccessibleDescription(BarCount() > 0 ? CursorText() : Message());
-}
-
-void ChartView::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    const auto type = event->type();
-    if (m_scene && (type == QEvent::PaletteChange || type == QEvent::FontChange)) {
-        Rebuild();
-    }
-}
-
-void ChartView::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    m_plot->setGeometry(rect());
-    m_plot->setViewport(rect());
-    m_message->setGeometry(rect());
-    m_scene->LayoutChanged();
-}
-
-void ChartView::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    ShowMessage();
-}
-
-// ---- Zoom and pan ----
-
-void ChartView::Zoom(double factor) {
-    PlotRange& range = m_scene->Range();
-    const bool cursorInView =
-        m_cursor.IsThere() && m_cursor.bar > range.Lower() && m_cursor.bar < range.Upper();
-    const double end = std::min(range.Upper(), BarCount() - 0.5);
-    range.Zoom(factor, cursorInView ? m_cursor.bar : end);
-    Draw();
-}
-
-void ChartView::ZoomIn() {
-    Zoom(1 / kZoomStep);
-}
-
-void ChartView::ZoomOut() {
-    Zoom(kZoomStep);
-}
-
-void ChartView::ShowAll() {
-    m_scene->Range().ShowAll();
-    Draw();
-}
-
-void ChartView::ShowLatest() {
-    m_scene->Range().ShowLatest();
-    Draw();
-}
-
-void ChartView::ScrollBars(int bars) {
-    m_scene->Range().Scroll(bars);
-    Draw();
-}
-
-std::pair<int, int> ChartView::VisibleBars() const {
-    return m_scene->Range().Bars();
+    return title.symbol.isEmpty()
+               ? Tr("IDS_TERMINAL-CHART_ACCESSIBLE_EMPTY")
+               : Tr("IDS_TERMINAL-CHART_ACCESSIBLE").arg(title.symbol, title.period);
 }
 
 // ---- Trend lines ----
 
 DrawingFrame ChartView::MakeDrawingFrame() const {
-    DrawingFrame frame{Mapping(), -1, m_model->Title().priceDecimals};
-    for (int pane = static_cast<int>(frame.mapping.panes.size()) - 1; pane >= 0; --pane) {
-        if (m_scene->PaneShowsPrices(pane)) {
-            frame.pane = pane;
-        }
-    }
-    return frame;
+    return {Mapping(), PricePane(), m_model->Title().priceDecimals};
 }
 
 std::optional<QPointF> ChartView::CursorPoint() const {
-    if (!m_cursor.IsThere() || m_cursor.pane != MakeDrawingFrame().pane) {
+    const PlotCursor& cursor = Cursor();
+    if (!cursor.IsThere() || cursor.pane != PricePane()) {
         return std::nullopt;
     }
-    return QPointF(Mapping().XOf(m_cursor.bar), m_cursor.y);
-}
-
-// ---- The cursor line ----
-
-void ChartView::SetCursorBar(int index) {
-    m_cursor = {};
-    if (index >= 0 && BarCount() > 0) {
-        m_cursor.bar = std::min(index, BarCount() - 1);
-        m_scene->Range().ScrollTo(m_cursor.bar);
-        Draw();
-        const DrawingFrame frame = MakeDrawingFrame();
-        if (frame.pane >= 0) {
-            const auto& pane = frame.mapping.panes[static_cast<std::size_t>(frame.pane)];
-            m_cursor.pane = frame.pane;
-            m_cursor.y = pane.YOf(m_model->Bars()[static_cast<std::size_t>(m_cursor.bar)].close);
-        }
-    }
-    DrawCursor();
-}
-
-QString ChartView::CursorText() const {
-    return BarText(*m_model, m_scene->LegendBar(m_cursor));
-}
-
-QStringList ChartView::LegendTexts() const {
-    QStringList texts;
-    for (int pane = 0; pane < PaneCount(); ++pane) {
-        QStringList studies;
-        for (const LegendEntry& entry : m_scene->LegendOf(pane, m_cursor)) {
-            studies << entry.Text();
-        }
-        texts << studies.join('\n');
-    }
-    return texts;
-}
-
-PlotMapping ChartView::Mapping() const {
-    return m_scene->Mapping();
+    return QPointF(Mapping().XOf(cursor.bar), cursor.y);
 }
 
 }  // namespace ta::terminal

@@ -20,7 +20,7 @@ void OnTabs(const Frame& frame) {
     (frame.tabs.*action)();
 }
 
-template <void (ChartView::*action)()>
+template <void (ChartPage::*action)()>
 void OnChart(const Frame& frame) {
     (frame.tabs.Current().*action)();
 }
@@ -84,13 +84,13 @@ constexpr CommandRow kRows[] = {
     {Command::ShowPeriodBar, MenuId::Chart, "IDS_TERMINAL-FRAME_PERIOD_BAR", "Ctrl+Shift+D",
      ShowPeriodBar, false, Look::Checkable},
     {Command::ZoomIn, MenuId::Chart, "IDS_TERMINAL-FRAME_ZOOM_IN", "Ctrl++",
-     OnChart<&ChartView::ZoomIn>, true},
+     OnChart<&ChartPage::ZoomIn>, true},
     {Command::ZoomOut, MenuId::Chart, "IDS_TERMINAL-FRAME_ZOOM_OUT", "Ctrl+-",
-     OnChart<&ChartView::ZoomOut>},
+     OnChart<&ChartPage::ZoomOut>},
     {Command::ShowAll, MenuId::Chart, "IDS_TERMINAL-FRAME_SHOW_ALL", "Ctrl+0",
-     OnChart<&ChartView::ShowAll>},
+     OnChart<&ChartPage::ShowAll>},
     {Command::ShowLatest, MenuId::Chart, "IDS_TERMINAL-FRAME_SHOW_LATEST", "Ctrl+End",
-     OnChart<&ChartView::ShowLatest>},
+     OnChart<&ChartPage::ShowLatest>},
     {Command::RisingRed, MenuId::Chart, "IDS_TERMINAL-FRAME_RISING_RED", "", TakeRisingRed, true,
      Look::Checkable},
     {Command::ViewData, MenuId::Chart, "IDS_TERMINAL-FRAME_VIEW_DATA", "Ctrl+B", ViewData, true},

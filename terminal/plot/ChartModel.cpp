@@ -4,11 +4,11 @@
 #include "platform/ui/TextBridge.h"
 #include "settings/Repository.h"
 #include "terminal/lang/NameIn.h"
+#include "terminal/plot/ChartLegend.h"
 
 #include <QStringList>
 
 #include <algorithm>
-#include <limits>
 
 namespace ta::terminal {
 namespace {
@@ -68,19 +68,6 @@ NumberKind NumbersOf(const ChartStudy& study) {
 }
 
 }  // namespace
-
-bool ChartStudy::HasCandlesticks() const {
-    return std::ranges::find(outputs, StudyDrawKind::Candlesticks, &ChartOutput::kind) !=
-           outputs.end();
-}
-
-double ChartStudy::ValueAt(std::size_t output, int bar) const {
-    const auto index = static_cast<std::size_t>(bar);
-    if (!values || output >= values->size() || bar < 0 || index >= (*values)[output].size()) {
-        return std::numeric_limits<double>::quiet_NaN();
-    }
-    return (*values)[output][index];
-}
 
 void ChartModel::SetBars(std::shared_ptr<const BarSeries> bars, ChartTitle title) {
     if (!bars) {
@@ -153,6 +140,53 @@ std::shared_ptr<const StudyValues> ChartModel::Calculate(const StudyInfo& info,
         ++m_calculations;
     }
     return values;
+}
+
+std::vector<LegendEntry> ChartModel::Legend(int pane, int bar, const PlotTheme& theme) const {
+    return MakeLegend(*this, pane, bar, theme);
+}
+
+QString ChartModel::BarText(int bar) const {
+    return MakeBarText(*this, bar);
+}
+
+/// Prices of the bar by the mode, or the values of the pane's first study.
+std::vector<double> ChartModel::LockValues(const PlotCursor& cursor, bool prices) const {
+    enum Mode { Intelligent, Open, High, Low, Close };
+    const auto mode = Options().uCursorLineLockMode;
+    const Bar& bar = Bars()[static_cast<std::size_t>(cursor.bar)];
+    if (prices) {
+        switch (mode) {
+            case Intelligent:
+                return {bar.open, bar.high, bar.low, bar.close};
+            case Open:
+                return {bar.open};
+            case High:
+                return {bar.high};
+            case Low:
+                return {bar.low};
+            case Close:
+                return {bar.close};
+            default:
+                return {};
+        }
+    }
+    std::vector<double> values;
+    if (mode == Intelligent) {
+        for (const ChartStudy& study : Panes()[static_cast<std::size_t>(cursor.pane)]) {
+            for (std::size_t i = 0; i < study.outputs.size(); ++i) {
+                values.push_back(study.ValueAt(i, cursor.bar));
+            }
+            if (!study.outputs.empty()) {
+                break;
+            }
+        }
+    }
+    return values;
+}
+
+double ChartModel::CursorValue(int bar) const {
+    return Bars()[static_cast<std::size_t>(bar)].close;
 }
 
 }  // namespace ta::terminal

@@ -1,11 +1,7 @@
 #pragma once
 
-#include "platform/CommonProp.h"
-#include "platform/Study.h"
 #include "settings/GroupRecord.h"
-#include "terminal/plot/PlotNumbers.h"
-
-#include <QString>
+#include "terminal/plot/PlotModel.h"
 
 #include <map>
 #include <memory>
@@ -16,44 +12,9 @@ class TaDrawInfo;
 
 namespace ta::terminal {
 
-/// The values of a study over all bars: one vector per output, NaN for none.
-using StudyValues = std::vector<std::vector<double>>;
-
-struct ChartOutput {
-    StudyDrawKind kind = StudyDrawKind::Line;
-    QString name;
-    StudyShape shape;
-};
-
-/// A study of the group as the chart needs it.
-struct ChartStudy {
-    StudyType type = kNoStudy;
-    QString name;        ///< "#99" for a study that is not known
-    QString parameters;  ///< "5,10,20"
-    bool onPriceScale = false;
-    NumberKind numbers = NumberKind::Plain;
-    std::vector<ChartOutput> outputs;  ///< none for a study that is not known
-    std::shared_ptr<const StudyValues> values;
-
-    bool HasCandlesticks() const;
-    /// Of one output; NaN outside the bars.
-    double ValueAt(std::size_t output, int bar) const;
-};
-
-/// The studies of one pane, in slot order.
-using ChartPane = std::vector<ChartStudy>;
-
-/// What the chart says about the symbol.
-struct ChartTitle {
-    QString symbol;
-    QString period;
-    int periodCode = 0;  ///< as BarsKey::period
-    int priceDecimals = 2;
-};
-
 /// The bars of a chart and the studies of its group, calculated; no drawing. Studies are copied
 /// from the repository's draw info, so nothing here dies with a reload.
-class ChartModel {
+class ChartModel : public PlotModel {
 public:
     /// Null is no history.
     void SetBars(std::shared_ptr<const BarSeries> bars, ChartTitle title);
@@ -62,13 +23,12 @@ public:
     /// group has one pane without studies.
     void LoadGroup(const CString& name);
 
-    /// Never null.
-    const std::shared_ptr<const BarSeries>& SharedBars() const { return m_bars; }
-    const BarSeries& Bars() const { return *m_bars; }
-    int BarCount() const { return static_cast<int>(m_bars->size()); }
-    const ChartTitle& Title() const { return m_title; }
-    const std::vector<ChartPane>& Panes() const { return m_panes; }
-    const CommonProp& Options() const { return m_options; }
+    std::vector<LegendEntry> Legend(int pane, int bar, const PlotTheme& theme) const override;
+    QString BarText(int bar) const override;
+    /// As the group's lock mode names them.
+    std::vector<double> LockValues(const PlotCursor& cursor, bool prices) const override;
+    double CursorValue(int bar) const override;
+
     /// How often a study was calculated so far.
     int CalculationCount() const { return m_calculations; }
 
@@ -83,10 +43,6 @@ private:
                                                  const std::vector<double>& params,
                                                  Calculations& used);
 
-    std::shared_ptr<const BarSeries> m_bars = std::make_shared<const BarSeries>();
-    ChartTitle m_title;
-    std::vector<ChartPane> m_panes{1};
-    CommonProp m_options;
     Calculations m_calculated;
     int m_calculations = 0;
 };

@@ -1,59 +1,22 @@
 #include "terminal/plot/CursorLine.h"
 
-#include "terminal/plot/ChartModel.h"
+#include "terminal/plot/PlotModel.h"
 
 #include <cmath>
-#include <vector>
 
 namespace ta::terminal {
 namespace {
 
 constexpr double kSmallCross = 12;
 
-/// What the line may lock on: prices of the bar by the mode, or the values of the pane's first
-/// study.
-std::vector<double> LockValues(const ChartModel& model, bool prices, const PlotCursor& cursor) {
-    enum Mode { Intelligent, Open, High, Low, Close };
-    const auto mode = model.Options().uCursorLineLockMode;
-    const Bar& bar = model.Bars()[static_cast<std::size_t>(cursor.bar)];
-    if (prices) {
-        switch (mode) {
-            case Intelligent:
-                return {bar.open, bar.high, bar.low, bar.close};
-            case Open:
-                return {bar.open};
-            case High:
-                return {bar.high};
-            case Low:
-                return {bar.low};
-            case Close:
-                return {bar.close};
-            default:
-                return {};
-        }
-    }
-    std::vector<double> values;
-    if (mode == Intelligent) {
-        for (const ChartStudy& study : model.Panes()[static_cast<std::size_t>(cursor.pane)]) {
-            for (std::size_t i = 0; i < study.outputs.size(); ++i) {
-                values.push_back(study.ValueAt(i, cursor.bar));
-            }
-            if (!study.outputs.empty()) {
-                break;
-            }
-        }
-    }
-    return values;
-}
-
 }  // namespace
 
-double LockCursor(const ChartModel& model, const PlotMapping& mapping, bool prices,
+double LockCursor(const PlotModel& model, const PlotMapping& mapping, bool prices,
                   const PlotCursor& cursor) {
     const PlotMapping::Pane& pane = mapping.panes[static_cast<std::size_t>(cursor.pane)];
     double best = cursor.y;
     double distance = -1;
-    for (const double value : LockValues(model, prices, cursor)) {
+    for (const double value : model.LockValues(cursor, prices)) {
         const double y = pane.YOf(value);
         if (std::isfinite(y) && (distance < 0 || std::abs(y - cursor.y) < distance)) {
             distance = std::abs(y - cursor.y);

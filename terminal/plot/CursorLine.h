@@ -10,11 +10,11 @@
 
 namespace ta::terminal {
 
-class ChartModel;
+class PlotModel;
 
-/// The pixel of the horizontal cursor line for a mouse at `y`: that of the bar's value which the
-/// group's lock mode names, or `y` itself. `prices`: the pane shows prices.
-double LockCursor(const ChartModel& model, const PlotMapping& mapping, bool prices,
+/// The pixel of the horizontal cursor line for a mouse at `y`: that of the nearest value which
+/// the model lets it lock on, or `y` itself. `prices`: the pane shows prices.
+double LockCursor(const PlotModel& model, const PlotMapping& mapping, bool prices,
                   const PlotCursor& cursor);
 
 /// What the cursor line shows, in pixels and texts.

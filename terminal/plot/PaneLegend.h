@@ -1,38 +1,14 @@
 #pragma once
 
+#include "terminal/plot/LegendEntry.h"
+
 #include <qcustomplot.h>
-#include <QColor>
 #include <QPointF>
 #include <QRectF>
-#include <QString>
 
 #include <vector>
 
 namespace ta::terminal {
-
-class ChartModel;
-struct PlotTheme;
-
-/// A piece of a legend in one colour.
-struct LegendSpan {
-    QString text;
-    QColor colour;
-};
-
-/// What a legend says of one study: its name and values.
-struct LegendEntry {
-    int study = 0;  ///< counted from 1 in the pane; 0: the symbol
-    std::vector<LegendSpan> spans;
-
-    QString Text() const;
-};
-
-/// The legend of a pane for one bar.
-std::vector<LegendEntry> MakeLegend(const ChartModel& model, int pane, int bar,
-                                    const PlotTheme& theme);
-
-/// Date and prices of a bar in one text; empty for an index outside the bars.
-QString BarText(const ChartModel& model, int bar);
 
 /// The legend at the top of a pane, in as many rows as its width asks for. The plot owns it through
 /// its layer until it is deleted.

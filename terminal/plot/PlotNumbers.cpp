@@ -49,6 +49,8 @@ QString NumberText(double value, NumberKind kind, int priceDecimals) {
             return QString::number(value, 'f', priceDecimals);
         case NumberKind::Volume:
             return ShortNumberText(value, 0);
+        case NumberKind::Percent:
+            return ShortNumberText(value, 2) + '%';
         case NumberKind::Plain:
             break;
     }

@@ -9,6 +9,7 @@ enum class NumberKind {
     Price,   ///< with the decimals of the symbol's price step
     Volume,  ///< whole numbers, large ones shortened
     Plain,   ///< two decimals, large ones shortened
+    Percent,
 };
 
 /// A value as a legend shows it. A missing one (NaN) is a dash.

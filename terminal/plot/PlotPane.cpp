@@ -131,7 +131,7 @@ void PlotPane::MakeMarks(const ChartPane& studies) {
     }
 }
 
-void PlotPane::Fill(const ChartModel& model, const ChartPane& studies, const PlotSlice& slice,
+void PlotPane::Fill(const PlotModel& model, const ChartPane& studies, const PlotSlice& slice,
                     double lower, double upper) {
     m_timeAxis->setRange(lower, upper);
     m_valueTicker->SetNumbers(Numbers(), model.Title().priceDecimals);
@@ -181,7 +181,7 @@ void PlotPane::FitScale(Scale& scale, ValueSpan span) {
     scale.axis->setRange(span.low - below * unit, span.high + above * unit);
 }
 
-void PlotPane::PlaceMarks(const ChartModel& model, double lower, double upper) {
+void PlotPane::PlaceMarks(const PlotModel& model, double lower, double upper) {
     if (!m_highMark) {
         return;
     }

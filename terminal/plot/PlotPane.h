@@ -1,8 +1,8 @@
 #pragma once
 
-#include "terminal/plot/ChartModel.h"
 #include "terminal/plot/PaneLegend.h"
 #include "terminal/plot/PlotMapping.h"
+#include "terminal/plot/PlotModel.h"
 #include "terminal/plot/PlotSeries.h"
 #include "terminal/plot/PlotTheme.h"
 #include "terminal/plot/TimeAxis.h"
@@ -47,7 +47,7 @@ public:
 
     /// Shows a slice of the pane's studies: `lower` to `upper` is the range of the time axis. Needs
     /// the place of Rect() and the legend's height.
-    void Fill(const ChartModel& model, const ChartPane& studies, const PlotSlice& slice,
+    void Fill(const PlotModel& model, const ChartPane& studies, const PlotSlice& slice,
               double lower, double upper);
     void ArrangeLegend();
     PlotMapping::Pane Geometry() const;
@@ -71,7 +71,7 @@ private:
     void MakeMarks(const ChartPane& studies);
     void FitScale(Scale& scale, ValueSpan span);
     void ShowLabels(bool labelled);
-    void PlaceMarks(const ChartModel& model, double lower, double upper);
+    void PlaceMarks(const PlotModel& model, double lower, double upper);
     void PlaceMark(QCPItemText& mark, int bar, double price, Qt::Alignment vertical);
 
     QCustomPlot& m_plot;

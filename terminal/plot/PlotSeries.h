@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/plot/ChartModel.h"
+#include "terminal/plot/PlotModel.h"
 #include "terminal/plot/PlotSlice.h"
 
 #include <limits>

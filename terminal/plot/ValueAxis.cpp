@@ -64,7 +64,8 @@ QString ValueAxisTicker::getTickLabel(double tick, const QLocale&, QChar, int) {
     if (m_kind == NumberKind::Price) {
         return NumberText(tick, m_kind, m_priceDecimals);
     }
-    return WithoutTrailingZeros(ShortNumberText(tick, m_stepDecimals));
+    const QString text = WithoutTrailingZeros(ShortNumberText(tick, m_stepDecimals));
+    return m_kind == NumberKind::Percent ? text + '%' : text;
 }
 
 }  // namespace ta::terminal

@@ -1,6 +1,6 @@
+#include "terminal/chart/ChartPage.h"
 #include "terminal/chart/ChartScene.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/plot/ChartModel.h"
+#include "terminal/plot/PlotModel.h"
 
 #include <qcustomplot.h>
 #include <QApplication>
@@ -10,7 +10,7 @@
 
 #include <cmath>
 
-// The mouse and the keys of a chart view.
+// The mouse and the keys of a chart window.
 
 namespace ta::terminal {
 namespace {
@@ -20,13 +20,13 @@ constexpr double kNotch = 120;      // QWheelEvent's angle of it
 constexpr double kPanShare = 0.1;   // of the view, for one pan step
 constexpr double kPageShare = 0.9;
 
-bool FollowsMouse(const ChartModel& model) {
+bool FollowsMouse(const PlotModel& model) {
     return model.Options().uCursorMoveStyle == 0;
 }
 
 }  // namespace
 
-bool ChartView::eventFilter(QObject* watched, QEvent* event) {
+bool ChartPage::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_plot) {
         return QWidget::eventFilter(watched, event);
     }
@@ -55,13 +55,13 @@ bool ChartView::eventFilter(QObject* watched, QEvent* event) {
     }
 }
 
-void ChartView::OnPress(const QMouseEvent& event) {
+void ChartPage::OnPress(const QMouseEvent& event) {
     if (event.button() == Qt::LeftButton) {
         m_drag = {true, false, event.position(), m_scene->Range().Lower()};
     }
 }
 
-void ChartView::OnMove(const QMouseEvent& event) {
+void ChartPage::OnMove(const QMouseEvent& event) {
     const QPointF moved = event.position() - m_drag.start;
     if (m_drag.active && !m_drag.moved &&
         std::abs(moved.x()) >= QApplication::startDragDistance()) {
@@ -77,7 +77,7 @@ void ChartView::OnMove(const QMouseEvent& event) {
     }
 }
 
-void ChartView::OnRelease(const QMouseEvent& event) {
+void ChartPage::OnRelease(const QMouseEvent& event) {
     if (event.button() != Qt::LeftButton || !m_drag.active) {
         return;
     }
@@ -88,14 +88,14 @@ void ChartView::OnRelease(const QMouseEvent& event) {
     unsetCursor();
 }
 
-void ChartView::OnDoubleClick(const QMouseEvent& event) {
+void ChartPage::OnDoubleClick(const QMouseEvent& event) {
     const auto [pane, study] = m_scene->PaneAndStudyAt(event.position());
     if (event.button() == Qt::LeftButton && pane >= 0) {
         emit legendDoubleClicked(pane, study);
     }
 }
 
-void ChartView::OnWheel(const QWheelEvent& event) {
+void ChartPage::OnWheel(const QWheelEvent& event) {
     QPointF notches = QPointF(event.angleDelta()) / kNotch;
     if (event.modifiers() & Qt::ShiftModifier) {
         notches = {notches.x() + notches.y(), 0};
@@ -111,14 +111,14 @@ void ChartView::OnWheel(const QWheelEvent& event) {
     }
 }
 
-void ChartView::OnLeave() {
+void ChartPage::OnLeave() {
     if (FollowsMouse(*m_model) && m_cursor.IsThere()) {
         m_cursor = {};
         DrawCursor();
     }
 }
 
-void ChartView::PutCursorAt(const QPointF& position) {
+void ChartPage::PutCursorAt(const QPointF& position) {
     const PlotMapping mapping = Mapping();
     const int pane = mapping.PaneAt(position.y());
     const bool inside =
@@ -133,12 +133,12 @@ void ChartView::PutCursorAt(const QPointF& position) {
     DrawCursor();
 }
 
-void ChartView::MoveCursorBy(int bars) {
+void ChartPage::MoveCursorBy(int bars) {
     const int from = m_cursor.IsThere() ? m_cursor.bar : VisibleBars().second - bars;
     SetCursorBar(std::clamp(from + bars, 0, std::max(BarCount() - 1, 0)));
 }
 
-bool ChartView::OnKey(int key, Qt::KeyboardModifiers modifiers) {
+bool ChartPage::OnKey(int key, Qt::KeyboardModifiers modifiers) {
     PlotRange& range = m_scene->Range();
     const int step = key == Qt::Key_Left ? -1 : 1;
     switch (key) {
@@ -184,7 +184,7 @@ bool ChartView::OnKey(int key, Qt::KeyboardModifiers modifiers) {
     return true;
 }
 
-void ChartView::keyPressEvent(QKeyEvent* event) {
+void ChartPage::keyPressEvent(QKeyEvent* event) {
     if (!OnKey(event->key(), event->modifiers())) {
         QWidget::keyPressEvent(event);
     }

@@ -1,0 +1,254 @@
+#include "terminal/chart/ChartPage.h"
+
+#include "terminal/chart/ChartScene.h"
+#include "terminal/lang/Language.h"
+#include "terminal/plot/PlotModel.h"
+
+#include <qcustomplot.h>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QLabel>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+namespace ta::terminal {
+namespace {
+
+constexpr double kZoomStep = 1.25;
+constexpr int kMonths = 2;  // the longest period, as BarsKey has it
+
+/// A plot that is drawn when it is to be painted, not at each new size.
+class LatePlot : public QCustomPlot {
+public:
+    explicit LatePlot(QWidget* view) : QCustomPlot(view) {
+        // The replot that the widget has asked for would come once more after that.
+        QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+    }
+
+    std::function<void()> draw;
+
+protected:
+    void resizeEvent(QResizeEvent*) override {}
+    void paintEvent(QPaintEvent* event) override {
+        draw();
+        QCustomPlot::paintEvent(event);
+    }
+};
+
+}  // namespace
+
+ChartPage::ChartPage(std::shared_ptr<const PlotModel> model, QWidget* parent)
+    : QWidget(parent),
+      m_model(std::move(model)),
+      m_plot(new LatePlot(this)),
+      m_message(new QLabel(this)),
+      m_scene(std::make_unique<ChartScene>(*m_plot, *m_model)) {
+    static_cast<LatePlot*>(m_plot)->draw = [this] { m_scene->Update(); };
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumSize(160, 120);
+    m_plot->setFocusPolicy(Qt::NoFocus);
+    m_plot->setMouseTracking(true);
+    m_plot->installEventFilter(this);
+    m_message->hide();
+    m_message->setAlignment(Qt::AlignCenter);
+    m_message->setWordWrap(true);
+    m_message->setMargin(24);
+    m_message->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+ChartPage::~ChartPage() {
+    m_plot->removeEventFilter(this);
+}
+
+// ---- What is shown ----
+
+void ChartPage::ShowPeriod(int period, int count) {
+    const auto [first, last] = VisibleBars();
+    const bool hasMiddle = first >= 0;
+    const double middle =
+        hasMiddle ? Model().Bars()[static_cast<std::size_t>(first + (last - first) / 2)].time : 0;
+    SwitchPeriod(period, count);
+    if (hasMiddle) {
+        // The bars of a day and longer stand at its begin.
+        ScrollToTime(period <= kMonths ? std::floor(middle) : middle);
+    }
+}
+
+void ChartPage::ScrollToTime(double time) {
+    const BarSeries& bars = Model().Bars();
+    const auto bar = std::ranges::lower_bound(bars, time, {}, &Bar::time) - bars.begin();
+    m_scene->Range().MoveTo(static_cast<double>(bar) - m_scene->Range().Width() / 2);
+    Draw();
+}
+
+int ChartPage::PaneCount() const {
+    return static_cast<int>(Model().Panes().size());
+}
+
+int ChartPage::BarCount() const {
+    return Model().BarCount();
+}
+
+void ChartPage::SetRisingRed(bool risingRed) {
+    m_risingRed = risingRed;
+    Rebuild();
+}
+
+void ChartPage::TakeBars() {
+    m_scene->Range().SetBarCount(BarCount());
+    m_scene->Range().ShowLatest();
+    m_cursor = {};
+}
+
+// ---- Drawing ----
+
+void ChartPage::Rebuild() {
+    const PlotTheme theme = PlotTheme::FromPalette(palette(), m_risingRed);
+    m_scene->Rebuild(theme, font());
+    OnStyle(theme);
+    m_cursor.pane = std::min(m_cursor.pane, PaneCount() - 1);
+    if (isVisible()) {
+        ShowMessage();
+    }
+    UpdateNames();
+    Draw();
+}
+
+void ChartPage::Draw() {
+    m_scene->Change(m_cursor);
+    if (isVisible()) {
+        m_scene->Update(QCustomPlot::rpRefreshHint);
+    }
+}
+
+void ChartPage::DrawCursor() {
+    m_scene->DrawCursor(m_cursor);
+    const QString text = CursorText();
+    setAccessibleDescription(text);
+    emit cursorMoved(text);
+}
+
+void ChartPage::ShowMessage() {
+    const QString text = Message();
+    QFont larger = font();
+    larger.setPointSizeF(QFontInfo(larger).pointSizeF() * 1.2);
+    m_message->setFont(larger);
+    m_message->setForegroundRole(QPalette::Text);
+    m_message->setText(text);
+    m_message->setVisible(!text.isEmpty());
+}
+
+void ChartPage::UpdateNames() {
+    setAccessibleName(SpokenName());
+    setAccessibleDescription(BarCount() > 0 ? CursorText() : Message());
+}
+
+void ChartPage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    const auto type = event->type();
+    if (m_scene && (type == QEvent::PaletteChange || type == QEvent::FontChange)) {
+        Rebuild();
+    }
+}
+
+void ChartPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    m_plot->setGeometry(rect());
+    m_plot->setViewport(rect());
+    m_message->setGeometry(rect());
+    m_scene->LayoutChanged();
+}
+
+void ChartPage::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    ShowMessage();
+}
+
+// ---- Zoom and pan ----
+
+void ChartPage::Zoom(double factor) {
+    PlotRange& range = m_scene->Range();
+    const bool cursorInView =
+        m_cursor.IsThere() && m_cursor.bar > range.Lower() && m_cursor.bar < range.Upper();
+    const double end = std::min(range.Upper(), BarCount() - 0.5);
+    range.Zoom(factor, cursorInView ? m_cursor.bar : end);
+    Draw();
+}
+
+void ChartPage::ZoomIn() {
+    Zoom(1 / kZoomStep);
+}
+
+void ChartPage::ZoomOut() {
+    Zoom(kZoomStep);
+}
+
+void ChartPage::ShowAll() {
+    m_scene->Range().ShowAll();
+    Draw();
+}
+
+void ChartPage::ShowLatest() {
+    m_scene->Range().ShowLatest();
+    Draw();
+}
+
+void ChartPage::ScrollBars(int bars) {
+    m_scene->Range().Scroll(bars);
+    Draw();
+}
+
+std::pair<int, int> ChartPage::VisibleBars() const {
+    return m_scene->Range().Bars();
+}
+
+// ---- The cursor line ----
+
+int ChartPage::PricePane() const {
+    m_scene->Mapping();  // the panes are there from the first drawing on
+    int pane = 0;
+    while (pane < PaneCount() && !m_scene->PaneShowsPrices(pane)) {
+        ++pane;
+    }
+    return pane < PaneCount() ? pane : -1;
+}
+
+void ChartPage::SetCursorBar(int index) {
+    m_cursor = {};
+    if (index >= 0 && BarCount() > 0) {
+        m_cursor.bar = std::min(index, BarCount() - 1);
+        m_scene->Range().ScrollTo(m_cursor.bar);
+        Draw();
+        const int pane = PricePane();
+        const double value = Model().CursorValue(m_cursor.bar);
+        if (pane >= 0 && std::isfinite(value)) {
+            m_cursor.pane = pane;
+            m_cursor.y = Mapping().panes[static_cast<std::size_t>(pane)].YOf(value);
+        }
+    }
+    DrawCursor();
+}
+
+QString ChartPage::CursorText() const {
+    return Model().BarText(m_scene->LegendBar(m_cursor));
+}
+
+QStringList ChartPage::LegendTexts() const {
+    QStringList texts;
+    for (int pane = 0; pane < PaneCount(); ++pane) {
+        QStringList studies;
+        for (const LegendEntry& entry : m_scene->LegendOf(pane, m_cursor)) {
+            studies << entry.Text();
+        }
+        texts << studies.join('\n');
+    }
+    return texts;
+}
+
+PlotMapping ChartPage::Mapping() const {
+    return m_scene->Mapping();
+}
+
+}  // namespace ta::terminal

@@ -1,0 +1,171 @@
+#pragma once
+
+#include "platform/TaData.h"
+#include "terminal/chart/HistoryDepth.h"
+#include "terminal/plot/PlotCursor.h"
+
+#include <QPointF>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+class QCustomPlot;
+class QLabel;
+class QMouseEvent;
+class QWheelEvent;
+
+namespace ta::terminal {
+
+class ChartScene;
+struct PlotMapping;
+class PlotModel;
+struct PlotTheme;
+
+/// A chart window, whatever it shows: a plot of a model with a cursor line, zoom and pan. What it
+/// shows and where that comes from is its heir's. Bar indices count from 0, the oldest bar; panes
+/// count from 0, the uppermost.
+///
+/// Mouse: wheel zooms around the bar under the mouse, drag pans, double click reports the pane or
+/// the study of its legend. Keys: Left/Right move the cursor line by a bar (with Ctrl the view by a
+/// tenth), Up/Down and +/- zoom, PageUp/PageDown go a page back or on, Home/End to the first or
+/// latest bars, Escape takes the cursor line away.
+class ChartPage : public QWidget {
+    Q_OBJECT
+
+public:
+    ~ChartPage() override;
+
+    // What is shown.
+
+    /// The symbol and the data period; without a symbol when there is more than one.
+    virtual const BarsKey& Shown() const = 0;
+    int Period() const { return Shown().period; }
+    int Count() const { return Shown().count; }
+    /// How much of the data period is loaded.
+    virtual HistoryDepth Depth() const = 0;
+    /// Loads and shows history, as much of it as `depth` says. A page of several symbols takes the
+    /// data period alone.
+    virtual void Show(const BarsKey& history, const HistoryDepth& depth) = 0;
+    /// The same in another data period; what stood in the middle of the view stays there, as far
+    /// as there are bars around it.
+    void ShowPeriod(int period, int count);
+    /// Asks for the history again and draws.
+    virtual void Reload() = 0;
+
+    /// The bars and what is drawn of them.
+    const PlotModel& Model() const { return *m_model; }
+    int PaneCount() const;
+    int BarCount() const;
+
+    /// true (the beginning): rising bars red, falling ones green; false: the reverse.
+    void SetRisingRed(bool risingRed);
+    bool RisingRed() const { return m_risingRed; }
+
+    // Zoom and pan.
+
+    void ZoomIn();
+    void ZoomOut();
+    void ShowAll();
+    void ShowLatest();
+    /// Moves the view by `bars`: on for positive, back for negative numbers. Stops at the ends.
+    void ScrollBars(int bars);
+    /// First and last bar index in view; (-1, -1) without data.
+    std::pair<int, int> VisibleBars() const;
+
+    // The cursor line.
+
+    /// Puts the cursor line on a bar and scrolls to it; -1 takes it away.
+    void SetCursorBar(int index);
+    /// -1 without cursor line.
+    int CursorBar() const { return m_cursor.bar; }
+    /// Date and values of the cursor's bar, of the last bar without a cursor; empty without data.
+    QString CursorText() const;
+    /// The legend of each pane as one text, studies separated by a line feed. There also when the
+    /// legends are hidden.
+    QStringList LegendTexts() const;
+
+    /// Bars and values to and from pixels of this widget.
+    PlotMapping Mapping() const;
+
+signals:
+    /// Another symbol or data period is shown.
+    void symbolChanged();
+    void loadFailed(const QString& reason);
+    /// There is less history than was asked for; the text says what and why.
+    void historyShort(const QString& text);
+    /// The bars or the studies, their names included, may be others than before.
+    void dataChanged();
+    /// A double click: on the legend of a study (counted from 1) or elsewhere in a pane (0).
+    void legendDoubleClicked(int pane, int study);
+    /// `text` as CursorText().
+    void cursorMoved(const QString& text);
+
+protected:
+    /// `model` is the heir's too, who tells of its changes by Rebuild().
+    ChartPage(std::shared_ptr<const PlotModel> model, QWidget* parent);
+
+    /// The same symbols in another data period.
+    virtual void SwitchPeriod(int period, int count) = 0;
+    /// What stands in the place of a chart; empty when there is one.
+    virtual QString Message() const = 0;
+    /// What a screen reader calls the page.
+    virtual QString SpokenName() const = 0;
+    /// The colours or the font are others now; by Rebuild(), before it draws.
+    virtual void OnStyle(const PlotTheme& /*theme*/) {}
+
+    /// The model has other bars: the cursor goes, and the latest of them come into view.
+    void TakeBars();
+    /// The model has other panes, studies or names, or the looks changed.
+    void Rebuild();
+    void Draw();
+    QCustomPlot& Plot() const { return *m_plot; }
+    ChartScene& Scene() const { return *m_scene; }
+    const PlotCursor& Cursor() const { return m_cursor; }
+    /// The uppermost pane that shows prices; -1: none.
+    int PricePane() const;
+
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void ScrollToTime(double time);
+    void ShowMessage();
+    void DrawCursor();
+    void UpdateNames();
+
+    void OnPress(const QMouseEvent& event);
+    void OnMove(const QMouseEvent& event);
+    void OnRelease(const QMouseEvent& event);
+    void OnDoubleClick(const QMouseEvent& event);
+    void OnWheel(const QWheelEvent& event);
+    void OnLeave();
+    bool OnKey(int key, Qt::KeyboardModifiers modifiers);
+    void Zoom(double factor);
+    void MoveCursorBy(int bars);
+    void PutCursorAt(const QPointF& position);
+
+    std::shared_ptr<const PlotModel> m_model;
+    bool m_risingRed = true;
+    PlotCursor m_cursor;
+    QCustomPlot* m_plot;
+    QLabel* m_message;
+    std::unique_ptr<ChartScene> m_scene;
+
+    /// Where the left button went down.
+    struct Drag {
+        bool active = false;
+        bool moved = false;
+        QPointF start;
+        double lower = 0;  ///< of the range then
+    };
+    Drag m_drag;
+};
+
+}  // namespace ta::terminal

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/ComparisonSets.h"
+#include "terminal/chart/ChartPage.h"
+#include "terminal/compare/Comparison.h"
+
+#include <memory>
+
+namespace ta::terminal {
+
+struct ChartTitle;
+class ComparisonModel;
+class MarketData;
+
+/// A chart window of symbols side by side: a line each, on one time axis, counted from a base date.
+/// What it says of a symbol that has no data stands in its legend.
+class ComparisonView : public ChartPage {
+    Q_OBJECT
+
+public:
+    /// `markets` stays the caller's and outlives the view. Begins without symbols.
+    explicit ComparisonView(const MarketData& markets, QWidget* parent = nullptr);
+
+    /// Loads the symbols, at most kMostCompared of them, and shows all their bars. Data types that
+    /// there are none of become daily; a base date that is no number becomes none.
+    void Compare(const ComparisonSet& set);
+    const ComparisonSet& Set() const { return m_set; }
+
+    /// What the values are. The part in view stays.
+    void SetMode(ComparisonMode mode);
+    ComparisonMode Mode() const { return m_mode; }
+    /// Days since 1970-01-01, see Count(); 0: the first bar of the data. The part in view stays.
+    void SetBaseDate(double baseDate);
+    /// The bar under the cursor line becomes the base date; without one the first bar in view.
+    void TakeBaseFromCursor();
+
+    /// The symbols' lines, and their names and values as the studies of the only pane.
+    const ComparisonModel& Model() const { return *m_model; }
+
+    const BarsKey& Shown() const override { return m_shown; }
+    HistoryDepth Depth() const override;
+    void Show(const BarsKey& history, const HistoryDepth& depth) override;
+    void Reload() override;
+
+protected:
+    void SwitchPeriod(int period, int count) override;
+    QString Message() const override;
+    QString SpokenName() const override;
+
+private:
+    ComparisonView(const MarketData& markets, const std::shared_ptr<ComparisonModel>& model,
+                   QWidget* parent);
+    void Load();
+    void Recount();
+    ChartTitle MakeTitle() const;
+    void TellMissing();
+
+    const MarketData& m_markets;
+    std::shared_ptr<ComparisonModel> m_model;
+    ComparisonSet m_set;
+    ComparisonMode m_mode = ComparisonMode::Percent;
+    BarsKey m_shown;
+};
+
+}  // namespace ta::terminal
