@@ -64,6 +64,7 @@ MXTechDataDlg::MXTechDataDlg(const char* title, const char* secondName, int data
     m_ui->setupUi(this);
     m_list = m_ui->dataTable;
     m_list->setModel(m_model);
+    m_list->horizontalHeader()->setTextElideMode(Qt::ElideRight);
     m_list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_list->verticalHeader()->setDefaultSectionSize(m_list->verticalHeader()->minimumSectionSize());
     SetTitle(title);
@@ -237,9 +238,14 @@ void MXTechDataDlg::SelectRow(int row) {
 int MXTechDataDlg::ContentsWidth(int column) const {
     const QFontMetrics metrics = m_list->fontMetrics();
     const CString& widest = m_model->Widest().At(static_cast<std::size_t>(column));
-    const int margin = m_list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, m_list);
-    return metrics.horizontalAdvance(WithWidestDigits(ToQString(widest), metrics)) +
-           2 * (margin + 1) + 1;
+    QStyleOptionViewItem cell;
+    cell.initFrom(m_list);
+    cell.font = m_list->font();
+    cell.features = QStyleOptionViewItem::HasDisplay;
+    cell.text = WithWidestDigits(ToQString(widest), metrics);
+    constexpr int kGridLine = 1;
+    return m_list->style()->sizeFromContents(QStyle::CT_ItemViewItem, &cell, {}, m_list).width() +
+           kGridLine;
 }
 
 void MXTechDataDlg::TuneColWidth() {

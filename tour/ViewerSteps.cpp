@@ -152,7 +152,7 @@ void ShowSaved(const Visit& visit) {
                      {visit.Pictured("save-file", ChooseFile(path)),
                       visit.Pictured("save-creates", Confirm), visit.Pictured("saved", Confirm)});
     visit.PushButton("saveButton", {ChooseFile(path), Confirm});  // replaced without a question
-    visit.PushButton("saveButton", {ChooseFile("/proc/not-here.csv"), Confirm,
+    visit.PushButton("saveButton", {ChooseFile(path + "/in-a-file.csv"), Confirm,
                                     visit.Pictured("save-fails", Confirm)});
 }
 

@@ -5,6 +5,7 @@
 #include "settings/Repository.h"
 #include "terminal/chart/ChartScene.h"
 #include "terminal/compare/ComparisonModel.h"
+#include "terminal/compare/ComparisonTable.h"
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/MarketData.h"
 
@@ -92,6 +93,10 @@ void ComparisonView::SwitchPeriod(int period, int count) {
 
 HistoryDepth ComparisonView::Depth() const {
     return DepthOf(m_set.history);
+}
+
+ChartTable ComparisonView::Table() const {
+    return ComparisonTable(*m_model);
 }
 
 void ComparisonView::SetMode(ComparisonMode mode) {

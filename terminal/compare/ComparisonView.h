@@ -40,6 +40,7 @@ public:
     const BarsKey& Shown() const override { return m_shown; }
     HistoryDepth Depth() const override;
     void Show(const BarsKey& history, const HistoryDepth& depth) override;
+    ChartTable Table() const override;
     void Reload() override;
 
 protected:

@@ -4,6 +4,8 @@
 
 #include "platform/Text.h"
 #include "terminal/chart/ChartTable.h"
+#include "terminal/compare/ComparisonModel.h"
+#include "terminal/compare/ComparisonView.h"
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Commands.h"
 #include "terminal/frame/ExportProfileFile.h"
@@ -33,7 +35,10 @@ protected:
         Fill();
         return *Viewer();
     }
-    MXTechDataDlg* Viewer() { return DataViewer::Of(Chart()).Window(); }
+    terminal::ChartPage& Page() {
+        return m_comparison ? static_cast<terminal::ChartPage&>(*m_comparison) : Chart();
+    }
+    MXTechDataDlg* Viewer() { return DataViewer::Of(Page()).Window(); }
     void Fill() { m_timers.Tick(MXTechDataDlg::kFillTimer, 100); }
     QTableView& List() {
         return *qobject_cast<QTableView*>(Viewer()->GetDlgItem(MXTechDataDlg::kIdList));
@@ -50,14 +55,14 @@ protected:
     }
 
     ManualTimers m_timers;
+    std::unique_ptr<terminal::ComparisonView> m_comparison;
 };
 
 TEST_F(DataViewerTest, ShowsTheChartsNumbersAndFollowsIt) {
     MXTechDataDlg& viewer = Open();
     EXPECT_EQ(Rows(), Chart().BarCount());
     const auto& model = Chart().Model();
-    EXPECT_EQ(List().model()->columnCount(),
-              static_cast<int>(terminal::ChartHeaders(model).size()));
+    EXPECT_EQ(List().model()->columnCount(), static_cast<int>(Chart().Table().headers.size()));
     EXPECT_GT(List().model()->columnCount(), 6);
     EXPECT_EQ(Heading(0) + Heading(4) + Heading(5), "DateCloseVolume");
     EXPECT_EQ(Cell(7, 0), "2019/01/08");
@@ -148,6 +153,38 @@ TEST_F(DataViewerTest, OneAChartWhichClosesWithItAndStaysWhereItWasPut) {
     Tabs().OpenSymbol(16, "9901");
     Fill();
     EXPECT_EQ(Rows(), 90);
+}
+
+TEST_F(DataViewerTest, OfAComparisonHasAColumnASymbol) {
+    m_comparison = std::make_unique<terminal::ComparisonView>(Session().Markets());
+    m_comparison->show();
+    m_comparison->Compare({{{2, "SPX"}, {16, "9901"}, {2, "gone"}}, {.recordCount = 5000}, 0});
+    DataViewer::Of(*m_comparison).Open();
+    Fill();
+    const auto headings = [this] {
+        return Heading(0) + '|' + Heading(1) + '|' + Heading(2) + '|' + Heading(3);
+    };
+    EXPECT_EQ(headings(), "Date|S&P 500 index (%)|Simulated Electronics (%)|gone ??? (%)");
+    EXPECT_EQ(Rows(), 300);
+    const auto& lines = m_comparison->Model().Result().lines;
+    EXPECT_EQ(Cell(7, 2), QString::number(lines[1].values[7], 'f', 2));
+    EXPECT_EQ(Cell(7, 3) + Cell(90, 2), "")
+        << "there are 90 bars of the second and none of the third";
+    EXPECT_EQ(Cell(90, 1), QString::number(lines[0].values[90], 'f', 2));
+    m_comparison->SetMode(terminal::ComparisonMode::Prices);
+    Fill();
+    EXPECT_EQ(headings(), "Date|S&P 500 index|Simulated Electronics|gone ???");
+    EXPECT_EQ(Cell(7, 1) + ' ' + Cell(7, 2), "108.00 108.0") << "with the decimals of each";
+    m_comparison->SetCursorBar(12);
+    EXPECT_TRUE(IsMarked(12));
+    ASSERT_TRUE(Await([this] { return Viewer()->isActiveWindow(); }));
+    List().setCurrentIndex(List().model()->index(40, 2));
+    QTest::keyClick(&List(), Qt::Key_Return);
+    EXPECT_EQ(m_comparison->CursorBar(), 40);
+    EXPECT_TRUE(IsMarked(40));
+    const QPointer<MXTechDataDlg> viewer = Viewer();
+    m_comparison.reset();
+    EXPECT_EQ(viewer, nullptr);
 }
 
 TEST_F(DataViewerTest, WhatItExportsReadsBackAsTheChartsBars) {

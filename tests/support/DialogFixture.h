@@ -60,6 +60,14 @@ protected:
     /// Selects what is in the field and types over it.
     static void Type(QWidget& field, const char* text);
 
+    /// The text of the one message that `action` brings.
+    template <class Action>
+    QString Told(const Action& action) {
+        prompts.ExpectMessage();
+        action();
+        return prompts.Last().text;
+    }
+
     /// Other texts for some keys, told to the dialog as a change of the language.
     void Translate(QWidget& dialog, std::initializer_list<std::pair<const CString, CString>> texts);
 
