@@ -1,10 +1,13 @@
-// The compare dialog's tree with a hundred thousand symbols, beside the toolkit's own tree.
+// The compare dialog's tree with a hundred thousand symbols, beside the toolkit's own tree; the
+// comparison chart beside plain graphs of the plotter.
 
 #include "bench/SideBySide.h"
 #include "dialogs/MXChangeSymbols.h"
 #include "dialogs/SymbolTreeModel.h"
 #include "platform/Text.h"
 #include "platform/ui/TextBridge.h"
+#include "terminal/chart/ChartScene.h"
+#include "terminal/compare/ComparisonModel.h"
 #include "tests/support/MemoryQuotes.h"
 
 #include <QApplication>
@@ -16,6 +19,8 @@
 #include <fmt/format.h>
 
 #include <malloc.h>
+
+#include <cmath>
 
 namespace {
 
@@ -181,5 +186,66 @@ void TypeOneKey(benchmark::State& state) {
     BKQuoteInterface::SetBKInterface(nullptr);
 }
 BENCHMARK(TypeOneKey)->Arg(0)->Arg(1)->Iterations(50)->Unit(benchmark::kMillisecond);
+
+// ---- The chart ----
+
+constexpr int kLines = ta::terminal::kMostCompared;
+constexpr int kBars = 5000;
+constexpr QSize kPlotSize(1280, 800);
+
+/// Symbols of different markets: each leaves out other days than the others.
+std::vector<ta::terminal::ComparisonSource> MakeSources() {
+    std::vector<ta::terminal::ComparisonSource> sources;
+    for (int line = 0; line < kLines; ++line) {
+        auto bars = std::make_shared<BarSeries>();
+        double close = 100;
+        for (int day = 10000; static_cast<int>(bars->size()) < kBars; ++day) {
+            close += std::sin(day * (0.01 + 0.003 * line)) + 0.02;
+            if (day % (7 + line) != 0) {
+                bars->push_back({static_cast<double>(day), close, close, close, close, 1});
+            }
+        }
+        sources.push_back({QString("Symbol %1").arg(line), 2, bars});
+    }
+    return sources;
+}
+
+/// Aligning the symbols, counting from the base and painting, beside as many graphs of the plotter
+/// with the same pens over bars that stand ready.
+void PaintComparison(benchmark::State& state) {
+    const auto sources = MakeSources();
+    const auto theme = ta::terminal::PlotTheme::FromPalette(QApplication::palette(), true);
+    ta::terminal::ComparisonModel model;
+    QCustomPlot plot;
+    plot.setViewport({{}, kPlotSize});
+    ta::terminal::ChartScene scene(plot, model);
+    const auto ours = [&] {
+        model.SetSources(sources, {});
+        model.SetBase(0, ta::terminal::ComparisonMode::Percent);
+        scene.Range().SetBarCount(model.BarCount());
+        scene.Range().ShowAll();
+        scene.Rebuild(theme, QApplication::font());
+        scene.Update();
+    };
+    QCustomPlot peerPlot;
+    peerPlot.setViewport({{}, kPlotSize});
+    const auto peer = [&] {
+        peerPlot.clearGraphs();
+        for (std::size_t line = 0; line < sources.size(); ++line) {
+            QVector<QCPGraphData> data;
+            data.reserve(kBars);
+            for (const Bar& bar : *sources[line].bars) {
+                data.append(QCPGraphData(bar.time, bar.close));
+            }
+            QCPGraph* graph = peerPlot.addGraph();
+            graph->setPen(QPen(theme.Readable(ta::terminal::ComparisonColour(line)), 2));
+            graph->data()->set(data, true);
+        }
+        peerPlot.rescaleAxes();
+        peerPlot.replot();
+    };
+    ta::bench::RunSideBySide(state, ours, peer);
+}
+BENCHMARK(PaintComparison)->Iterations(30)->Unit(benchmark::kMillisecond);
 
 }  // namespace

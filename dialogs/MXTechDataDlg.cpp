@@ -64,7 +64,6 @@ MXTechDataDlg::MXTechDataDlg(const char* title, const char* secondName, int data
     m_ui->setupUi(this);
     m_list = m_ui->dataTable;
     m_list->setModel(m_model);
-    m_list->horizontalHeader()->setTextElideMode(Qt::ElideRight);
     m_list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_list->verticalHeader()->setDefaultSectionSize(m_list->verticalHeader()->minimumSectionSize());
     SetTitle(title);

@@ -382,7 +382,7 @@
     <!-- comparison -->
     <message id="IDS_TERMINAL-COMPARE_BASE"><translation>base %1 %2</translation></message>
     <message id="IDS_TERMINAL-COMPARE_DIFFERENCE"><translation>price difference (the base price is not above 0)</translation></message>
-    <message id="IDS_TERMINAL-COMPARE_LATER_BASE"><translation>* base %1 %2 (first bar, after the base date)</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LATER_BASE"><translation>* first bar %1 %2</translation></message>
     <message id="IDS_TERMINAL-COMPARE_LEGEND_INDEXED"><translation>Indexed, base = 100</translation></message>
     <message id="IDS_TERMINAL-COMPARE_LEGEND_PERCENT"><translation>Change since the base</translation></message>
     <message id="IDS_TERMINAL-COMPARE_LEGEND_PRICES"><translation>Prices</translation></message>

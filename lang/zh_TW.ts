@@ -382,7 +382,7 @@
     <!-- comparison -->
     <message id="IDS_TERMINAL-COMPARE_BASE"><translation>基準 %1 %2</translation></message>
     <message id="IDS_TERMINAL-COMPARE_DIFFERENCE"><translation>價差（基準價不大於 0）</translation></message>
-    <message id="IDS_TERMINAL-COMPARE_LATER_BASE"><translation>※基準 %1 %2（首筆，晚於基準日）</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_LATER_BASE"><translation>※首筆 %1 %2</translation></message>
     <message id="IDS_TERMINAL-COMPARE_LEGEND_INDEXED"><translation>指數化，基準＝100</translation></message>
     <message id="IDS_TERMINAL-COMPARE_LEGEND_PERCENT"><translation>自基準日漲跌幅</translation></message>
     <message id="IDS_TERMINAL-COMPARE_LEGEND_PRICES"><translation>價格</translation></message>

@@ -79,7 +79,7 @@ void ShowTrendLinesTwice(Guide& guide) {
     Expect(guide.Chart().Drawings().LineCount() == lines,
            "the second window does not show the lines");
     Draw(guide, Command::DrawRailLine, {{0.35, 0.4}, {0.72, 0.16}, {0.5, 0.36}});
-    Expect(guide.Tabs().At(first).Drawings().LineCount() == lines + 1,
+    Expect(guide.Tabs().ChartAt(first)->Drawings().LineCount() == lines + 1,
            "the first window does not show a line of the second");
     guide.Picture("trend-lines-second-window");
 }

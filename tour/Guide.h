@@ -51,7 +51,7 @@ public:
     terminal::MainWindow& Window() const { return m_window; }
     const terminal::Frame& Parts() const { return m_window.Parts(); }
     ChartTabs& Tabs() const { return Parts().tabs; }
-    ChartView& Chart() const { return Tabs().Current(); }
+    ChartView& Chart() const { return *Tabs().CurrentChart(); }
 
     /// Writes what is on the display, the window with the menus and dialogs over it, to a PNG with
     /// the next number and this name, and prints its path.

@@ -17,6 +17,8 @@ struct Step {
 // The steps in the order of the tour; each begins where the one before it has ended.
 
 std::vector<Step> ChartSteps();
+/// The compare dialog and its chart, in both languages.
+std::vector<Step> CompareSteps();
 /// The history data, in both languages.
 std::vector<Step> DataSteps();
 /// The data viewer, in both languages. Leaves files that it saved beside the pictures, and what it

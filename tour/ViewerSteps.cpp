@@ -31,6 +31,10 @@ using Answer = Guide::Answers::value_type;
 
 // The forms of files, as the export dialog lists them.
 constexpr const char* kForms[] = {"fixed", "spreadsheet", "codepage", "analysis"};
+// When the progress of copying and saving shows, in milliseconds.
+constexpr int kUsualDelay = 500;
+constexpr int kNoProgress = 1000000;  // a slow machine must not show it in between
+
 constexpr int kSpreadsheetForm = 1;
 constexpr int kCodePageForm = 2;
 
@@ -166,6 +170,7 @@ void SaveAs(const Visit& visit, int form) {
     };
     const QString path = visit.FreshFile(QString(name) + ".csv");
     visit.PushButton("profileButton", {choose, ChooseFile(path), Confirm, Confirm});
+    Expect(QFile::exists(path), "the file is not saved");
 }
 
 /// What a person sees in the table, for those who compare it with the files.
@@ -209,9 +214,11 @@ void ShowViewer(Guide& guide, const QString& language) {
     Expect(viewer != nullptr, "the data viewer does not open");
     viewer->move(guide.Middle(*viewer));
     const Visit visit{guide, *viewer, language};
+    ui::SetProgressDelay(kNoProgress);
     for (const auto state : kStates) {
         state(visit);
     }
+    ui::SetProgressDelay(kUsualDelay);
     Push(*viewer, "closeButton");
 }
 
@@ -247,7 +254,7 @@ void ShowProgress(const Visit& visit) {
     visit.PushButton("copyButton", {visit.Pictured("progress", [](QWidget& progress) {
                          QTest::mouseClick(&Find<QPushButton>(progress, ""), Qt::LeftButton);
                      })});
-    ui::SetProgressDelay(500);
+    ui::SetProgressDelay(kUsualDelay);
 }
 
 void ShowLargeTable(Guide& guide, const QString& language) {

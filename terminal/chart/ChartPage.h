@@ -42,6 +42,8 @@ public:
 
     // What is shown.
 
+    /// What is shown, in the language in use, without the data period; may be empty.
+    virtual QString Name() const = 0;
     /// The symbol and the data period; without a symbol when there is more than one.
     virtual const BarsKey& Shown() const = 0;
     int Period() const { return Shown().period; }
@@ -51,6 +53,8 @@ public:
     /// Loads and shows history, as much of it as `depth` says. A page of several symbols takes the
     /// data period alone.
     virtual void Show(const BarsKey& history, const HistoryDepth& depth) = 0;
+    /// The same in another data period, its latest bars first.
+    virtual void SwitchPeriod(int period, int count) = 0;
     /// The same in another data period; what stood in the middle of the view stays there, as far
     /// as there are bars around it.
     void ShowPeriod(int period, int count);
@@ -111,8 +115,6 @@ protected:
     /// `model` is the heir's too, who tells of its changes by Rebuild().
     ChartPage(std::shared_ptr<const PlotModel> model, QWidget* parent);
 
-    /// The same symbols in another data period.
-    virtual void SwitchPeriod(int period, int count) = 0;
     /// What stands in the place of a chart; empty when there is one.
     virtual QString Message() const = 0;
     /// What a screen reader calls the page.

@@ -116,6 +116,11 @@ void ChartView::LoadHistory(bool evenWhenShared) {
     }
 }
 
+QString ChartView::Name() const {
+    const Symbol* symbol = m_data.FindSymbol(m_shown.market, m_shown.symbol);
+    return ui::ToQString(symbol ? NameOf(*symbol) : m_shown.symbol);
+}
+
 ChartTitle ChartView::MakeTitle() const {
     ChartTitle title;
     title.periodCode = m_shown.period;
@@ -123,7 +128,7 @@ ChartTitle ChartView::MakeTitle() const {
         return title;
     }
     const Symbol* symbol = m_data.FindSymbol(m_shown.market, m_shown.symbol);
-    title.symbol = ui::ToQString(symbol ? NameOf(*symbol) : m_shown.symbol);
+    title.symbol = Name();
     const CString period = Repository().PackTADataTypeString(m_shown.period, m_shown.count);
     title.period = Tr("IDS_TERMINAL-CHART_PERIOD").arg(ui::ToQString(period));
     title.priceDecimals = symbol ? DecimalsOfStep(symbol->priceStep) : 2;

@@ -43,6 +43,8 @@ public:
     /// The same, and as much of it as `depth` says, now and whenever this chart shows the data
     /// period again.
     void Show(const BarsKey& history, const HistoryDepth& depth) override;
+    void SwitchPeriod(int period, int count) override;
+    QString Name() const override;
     /// Of the data period that is shown.
     HistoryDepth Depth() const override;
     /// The depths of all data periods, where they are not the whole history. The setter is for a
@@ -78,7 +80,6 @@ signals:
     void groupVanished(const QString& newGroup);
 
 protected:
-    void SwitchPeriod(int period, int count) override;
     QString Message() const override;
     QString SpokenName() const override;
     void OnStyle(const PlotTheme& theme) override;

@@ -83,11 +83,13 @@ void ComparisonView::Show(const BarsKey& history, const HistoryDepth& depth) {
 }
 
 void ComparisonView::SwitchPeriod(int period, int count) {
-    m_set.history.dataType = period;
-    m_set.history.minutes = period == kMinutes ? count : m_set.history.minutes;
-    m_set = Usable(m_set);
-    Load();
-    TellMissing();
+    if (period <= kMinutes) {
+        m_set.history.dataType = period;
+        m_set.history.minutes = period == kMinutes ? count : m_set.history.minutes;
+        m_set = Usable(m_set);
+        Load();
+        TellMissing();
+    }
     emit symbolChanged();
 }
 
@@ -144,17 +146,22 @@ void ComparisonView::Recount() {
     m_model->SetBase(m_set.baseDate, m_mode);
     Rebuild();
     emit dataChanged();
+    emit cursorMoved(CursorText());
 }
 
 // ---- What is said ----
 
-ChartTitle ComparisonView::MakeTitle() const {
+QString ComparisonView::Name() const {
     QStringList codes;
     for (const ComparedSymbol& symbol : m_set.symbols) {
         codes << ui::ToQString(symbol.code);
     }
+    return Tr("IDS_TERMINAL-COMPARE_TITLE").arg(codes.join(", "));
+}
+
+ChartTitle ComparisonView::MakeTitle() const {
     ChartTitle title;
-    title.symbol = Tr("IDS_TERMINAL-COMPARE_TITLE").arg(codes.join(", "));
+    title.symbol = Name();
     title.periodCode = m_shown.period;
     const CString period = Repository().PackTADataTypeString(m_shown.period, m_shown.count);
     title.period = Tr("IDS_TERMINAL-CHART_PERIOD").arg(ui::ToQString(period));

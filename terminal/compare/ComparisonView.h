@@ -37,14 +37,16 @@ public:
     /// The symbols' lines, and their names and values as the studies of the only pane.
     const ComparisonModel& Model() const { return *m_model; }
 
+    QString Name() const override;
     const BarsKey& Shown() const override { return m_shown; }
     HistoryDepth Depth() const override;
     void Show(const BarsKey& history, const HistoryDepth& depth) override;
+    /// Another period than the compare dialog has changes nothing.
+    void SwitchPeriod(int period, int count) override;
     ChartTable Table() const override;
     void Reload() override;
 
 protected:
-    void SwitchPeriod(int period, int count) override;
     QString Message() const override;
     QString SpokenName() const override;
 

@@ -3,7 +3,7 @@
 #include "platform/ui/TextBridge.h"
 #include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
-#include "terminal/frame/Periods.h"
+#include "terminal/compare/ComparisonView.h"
 #include "terminal/frame/SymbolTexts.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/quotes/MarketData.h"
@@ -14,17 +14,10 @@
 namespace ta::terminal {
 namespace {
 
-QString PeriodText(const ChartView& chart) {
-    const int index = PeriodIndex(chart.Period(), chart.Count());
-    return index < 0
-               ? ui::ToQString(Repository().PackTADataTypeString(chart.Period(), chart.Count()))
-               : Tr(kPeriods[static_cast<std::size_t>(index)].textKey);
-}
-
-TabState StateOf(const ChartView& chart) {
-    return {chart.Market(),      ui::ToQString(chart.SymbolId()),
-            chart.Period(),      chart.Count(),
-            chart.GroupUniNum(), chart.Depths()};
+QString PeriodText(const ChartPage& page) {
+    const int index = PeriodIndex(page.Period(), page.Count());
+    return index < 0 ? ui::ToQString(Repository().PackTADataTypeString(page.Period(), page.Count()))
+                     : Tr(kPeriods[static_cast<std::size_t>(index)].textKey);
 }
 
 }  // namespace
@@ -43,38 +36,84 @@ ChartTabs::~ChartTabs() {
     disconnect();  // the tabs go one by one
 }
 
-ChartView& ChartTabs::At(int tab) const {
-    return *static_cast<ChartView*>(widget(tab));
+ChartPage& ChartTabs::At(int tab) const {
+    return *static_cast<ChartPage*>(widget(tab));
 }
 
-ChartView& ChartTabs::Add(const TabState& state) {
+ChartView* ChartTabs::ChartAt(int tab) const {
+    return qobject_cast<ChartView*>(widget(tab));
+}
+
+ComparisonView* ChartTabs::ComparisonAt(int tab) const {
+    return qobject_cast<ComparisonView*>(widget(tab));
+}
+
+// ---- Tabs ----
+
+ChartPage& ChartTabs::Add(const TabState& state) {
+    ChartPage& page = MakePage(state);
+    addTab(&page, QString());
+    ShowTitle(page);
+    return page;
+}
+
+ChartPage& ChartTabs::MakePage(const TabState& state) {
+    return state.comparison ? MakeComparison(*state.comparison) : MakeChart(state);
+}
+
+ChartPage& ChartTabs::MakeChart(const TabState& state) {
     auto* chart = new ChartView(m_markets);
     Connect(*chart);
+    ConnectChart(*chart);
     chart->SetRisingRed(m_risingRed);
     chart->SetGroup(Repository().GetGroupNameByUniNum(state.group));
     chart->SetDepths(state.depths);
     chart->Show({state.market, ui::FromQString(state.symbol), state.period, state.count});
-    addTab(chart, QString());
-    ShowTitle(*chart);
     return *chart;
 }
 
-void ChartTabs::Connect(ChartView& chart) {
-    const auto forward = [this, &chart](auto signal) {
-        return [this, &chart, signal](const auto&... values) {
-            if (currentWidget() == &chart) {
+ChartPage& ChartTabs::MakeComparison(const ComparisonState& state) {
+    auto* comparison = new ComparisonView(m_markets);
+    Connect(*comparison);
+    comparison->SetMode(state.mode);
+    comparison->Compare(state.set);
+    return *comparison;
+}
+
+TabState ChartTabs::StateOf(int tab) const {
+    if (const ComparisonView* comparison = ComparisonAt(tab)) {
+        TabState state;
+        state.comparison = {comparison->Set(), comparison->Mode()};
+        return state;
+    }
+    const ChartView& chart = *ChartAt(tab);
+    return {chart.Market(),      ui::ToQString(chart.SymbolId()),
+            chart.Period(),      chart.Count(),
+            chart.GroupUniNum(), chart.Depths()};
+}
+
+void ChartTabs::Connect(ChartPage& page) {
+    const auto forward = [this, &page](auto signal) {
+        return [this, &page, signal](const auto&... values) {
+            if (currentWidget() == &page) {
                 emit(this->*signal)(values...);
             }
         };
     };
-    connect(&chart, &ChartView::symbolChanged, this, [this, &chart] { ShowTitle(chart); });
-    connect(&chart, &ChartView::symbolChanged, this, forward(&ChartTabs::changed));
-    connect(&chart, &ChartView::groupChanged, this, forward(&ChartTabs::changed));
-    connect(&chart, &ChartView::cursorMoved, this, forward(&ChartTabs::cursorMoved));
-    connect(&chart, &ChartView::legendDoubleClicked, this,
-            forward(&ChartTabs::legendDoubleClicked));
-    connect(&chart, &ChartView::loadFailed, this, &ChartTabs::notice);
-    connect(&chart, &ChartView::historyShort, this, &ChartTabs::notice);
+    connect(&page, &ChartPage::symbolChanged, this, [this, &page] { ShowTitle(page); });
+    connect(&page, &ChartPage::symbolChanged, this, forward(&ChartTabs::changed));
+    connect(&page, &ChartPage::cursorMoved, this, forward(&ChartTabs::cursorMoved));
+    connect(&page, &ChartPage::legendDoubleClicked, this, forward(&ChartTabs::legendDoubleClicked));
+    connect(&page, &ChartPage::loadFailed, this, &ChartTabs::notice);
+    connect(&page, &ChartPage::historyShort, this, &ChartTabs::notice);
+}
+
+void ChartTabs::ConnectChart(ChartView& chart) {
+    connect(&chart, &ChartView::groupChanged, this, [this, &chart] {
+        if (currentWidget() == &chart) {
+            emit changed();
+        }
+    });
     connect(&chart, &ChartView::groupVanished, this, [this](const QString& newGroup) {
         emit notice(Tr("IDS_TERMINAL-FRAME_GROUP_VANISHED").arg(newGroup));
     });
@@ -83,15 +122,25 @@ void ChartTabs::Connect(ChartView& chart) {
 }
 
 void ChartTabs::AddCopy() {
-    setCurrentWidget(&Add(StateOf(Current())));
+    setCurrentWidget(&Add(StateOf(currentIndex())));
     Current().setFocus();
+}
+
+void ChartTabs::Compare(const ComparisonSet& set) {
+    if (ComparisonView* comparison = CurrentComparison()) {
+        comparison->Compare(set);
+    } else {
+        TabState state;
+        state.comparison = {set};
+        setCurrentWidget(&Add(state));
+    }
 }
 
 void ChartTabs::Close(int tab) {
     if (count() > 1 && tab >= 0 && tab < count()) {
-        QWidget* chart = widget(tab);
+        QWidget* page = widget(tab);
         removeTab(tab);
-        delete chart;
+        delete page;
     }
 }
 
@@ -103,9 +152,22 @@ void ChartTabs::tabRemoved(int) {
     emit changed();
 }
 
+// ---- The tab in front ----
+
+/// The current chart, or a new one in the data period of the comparison.
+ChartView& ChartTabs::ChartForSymbol() {
+    if (CurrentComparison() != nullptr) {
+        TabState state;
+        state.period = Current().Period();
+        state.count = Current().Count();
+        setCurrentWidget(&Add(state));
+    }
+    return *CurrentChart();
+}
+
 void ChartTabs::OpenSymbol(std::uint8_t market, const CString& id) {
-    ChartView& chart = Current();
-    const PeriodSet available = AvailablePeriods(m_markets, market, id);
+    ChartView& chart = ChartForSymbol();
+    const PeriodSet available = terminal::AvailablePeriods(m_markets, market, id);
     BarsKey wanted{market, id, chart.Period(), chart.Count()};
     if (available.any() && !m_markets.HasPeriod(market, id, wanted.period)) {
         std::size_t first = 0;
@@ -121,9 +183,8 @@ void ChartTabs::OpenSymbol(std::uint8_t market, const CString& id) {
 
 void ChartTabs::SelectPeriod(int index) {
     const FramePeriod& period = kPeriods[static_cast<std::size_t>(index)];
-    ChartView& chart = Current();
-    chart.Show({chart.Market(), chart.SymbolId(), period.code, period.count});
-    chart.setFocus();
+    Current().SwitchPeriod(period.code, period.count);
+    Current().setFocus();
 }
 
 void ChartTabs::ShowPeriod(int period, int count) {
@@ -132,8 +193,10 @@ void ChartTabs::ShowPeriod(int period, int count) {
 }
 
 void ChartTabs::SelectGroup(const CString& name) {
-    Current().SetGroup(name);
-    Current().setFocus();
+    if (ChartView* chart = CurrentChart()) {
+        chart->SetGroup(name);
+        chart->setFocus();
+    }
 }
 
 void ChartTabs::SetRisingRed(bool risingRed) {
@@ -146,7 +209,7 @@ void ChartTabs::SetRisingRed(bool risingRed) {
 QList<TabState> ChartTabs::States() const {
     QList<TabState> states;
     for (int i = 0; i < count(); ++i) {
-        states.append(StateOf(At(i)));
+        states.append(StateOf(i));
     }
     return states;
 }
@@ -154,12 +217,26 @@ QList<TabState> ChartTabs::States() const {
 std::vector<std::pair<CString, int>> ChartTabs::ViewsOfGroup(int uniNum) const {
     std::vector<std::pair<CString, int>> views;
     for (int i = 0; i < count(); ++i) {
-        if (At(i).GroupUniNum() == uniNum) {
+        if (const ChartView* chart = ChartAt(i); chart && chart->GroupUniNum() == uniNum) {
             views.emplace_back(ui::FromQString(tabToolTip(i)), i);
         }
     }
     return views;
 }
+
+PeriodSet ChartTabs::AvailablePeriods() const {
+    if (const ComparisonView* comparison = CurrentComparison()) {
+        PeriodSet available;
+        for (const ComparedSymbol& symbol : comparison->Set().symbols) {
+            available |= terminal::AvailablePeriods(m_markets, symbol.market, symbol.code);
+        }
+        return available;
+    }
+    const BarsKey& shown = Current().Shown();
+    return terminal::AvailablePeriods(m_markets, shown.market, shown.symbol);
+}
+
+// ---- Titles ----
 
 void ChartTabs::Retranslate() {
     for (int i = 0; i < count(); ++i) {
@@ -167,11 +244,9 @@ void ChartTabs::Retranslate() {
     }
 }
 
-void ChartTabs::ShowTitle(const ChartView& chart) {
-    const Symbol* symbol = m_markets.FindSymbol(chart.Market(), chart.SymbolId());
-    const QString name = ui::ToQString(symbol == nullptr ? chart.SymbolId() : NameOf(*symbol));
-    const QString text = name + ' ' + PeriodText(chart);
-    const int tab = indexOf(&chart);
+void ChartTabs::ShowTitle(const ChartPage& page) {
+    const QString text = page.Name() + ' ' + PeriodText(page);
+    const int tab = indexOf(&page);
     setTabText(tab, WithoutMnemonics(text));
     setTabToolTip(tab, text);
     for (const auto side : {QTabBar::LeftSide, QTabBar::RightSide}) {

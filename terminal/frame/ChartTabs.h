@@ -2,6 +2,7 @@
 
 #include "platform/Types.h"
 #include "terminal/frame/FrameState.h"
+#include "terminal/frame/Periods.h"
 
 #include <QTabWidget>
 
@@ -11,7 +12,9 @@
 
 namespace ta::terminal {
 
+class ChartPage;
 class ChartView;
+class ComparisonView;
 class MarketData;
 
 /// The chart windows, one a tab. What makes another chart or another symbol come to the front gives
@@ -25,13 +28,20 @@ public:
     explicit ChartTabs(MarketData& markets, QWidget* parent = nullptr);
     ~ChartTabs() override;
 
-    /// The chart in front.
-    ChartView& Current() const { return At(currentIndex()); }
+    /// The chart in front, of either kind.
+    ChartPage& Current() const { return At(currentIndex()); }
     /// `tab` is 0 to count() - 1.
-    ChartView& At(int tab) const;
+    ChartPage& At(int tab) const;
+    /// The same when it is a chart of a symbol and a group, or a comparison; null for the other.
+    ChartView* ChartAt(int tab) const;
+    ComparisonView* ComparisonAt(int tab) const;
+    ChartView* CurrentChart() const { return ChartAt(currentIndex()); }
+    ComparisonView* CurrentComparison() const { return ComparisonAt(currentIndex()); }
 
     /// A new tab, behind the others. A group that is not there leaves it on the default one.
-    ChartView& Add(const TabState& state);
+    ChartPage& Add(const TabState& state);
+    /// Shows a comparison in the tab in front when that is one, else in a new tab in front.
+    void Compare(const ComparisonSet& set);
     /// A new tab with what the current one shows, in front.
     void AddCopy();
     /// Closes a tab, unless it is the only one.
@@ -39,13 +49,13 @@ public:
     void CloseCurrent() { Close(currentIndex()); }
 
     /// Shows a symbol in the current chart, in the chart's period when the symbol has it, else in
-    /// the first one that it has.
+    /// the first one that it has. Where a comparison is in front, in a new tab.
     void OpenSymbol(std::uint8_t market, const CString& id);
     /// `index` is a position in kPeriods.
     void SelectPeriod(int index);
     /// Any period code, and how many minutes; what is in the middle of the view stays there.
     void ShowPeriod(int period, int count);
-    /// A name that is not known is ignored.
+    /// A name that is not known is ignored, as a comparison in front ignores any.
     void SelectGroup(const CString& name);
     /// For every chart, those to come included; see ChartView.
     void SetRisingRed(bool risingRed);
@@ -55,6 +65,8 @@ public:
     /// The tabs that show a group: title and position.
     std::vector<std::pair<CString, int>> ViewsOfGroup(int uniNum) const;
     void Retranslate();
+    /// Of the current chart; of a comparison what any of its symbols has.
+    PeriodSet AvailablePeriods() const;
 
 signals:
     /// Another chart is in front, it shows something else, or there are more or fewer tabs.
@@ -64,7 +76,7 @@ signals:
     void notice(const QString& text);
     /// To be shown until the next one comes; may be empty.
     void hint(const QString& text);
-    /// As ChartView::legendDoubleClicked, of the chart in front.
+    /// As ChartPage::legendDoubleClicked, of the chart in front.
     void legendDoubleClicked(int pane, int study);
 
 protected:
@@ -72,8 +84,14 @@ protected:
     void tabRemoved(int index) override;
 
 private:
-    void Connect(ChartView& chart);
-    void ShowTitle(const ChartView& chart);
+    TabState StateOf(int tab) const;
+    ChartPage& MakePage(const TabState& state);
+    ChartPage& MakeChart(const TabState& state);
+    ChartPage& MakeComparison(const ComparisonState& state);
+    void Connect(ChartPage& page);
+    void ConnectChart(ChartView& chart);
+    ChartView& ChartForSymbol();
+    void ShowTitle(const ChartPage& page);
 
     MarketData& m_markets;
     bool m_risingRed = true;

@@ -2,6 +2,7 @@
 
 #include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
+#include "terminal/compare/ComparisonView.h"
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Frame.h"
 #include "terminal/frame/FrameToolBar.h"
@@ -27,8 +28,9 @@ void OnChart(const Frame& frame) {
 
 /// The board of the chart in front, which gets the keys.
 DrawingBoard& Board(const Frame& frame) {
-    frame.tabs.Current().setFocus();
-    return frame.tabs.Current().Drawings();
+    ChartView& chart = *frame.tabs.CurrentChart();
+    chart.setFocus();
+    return chart.Drawings();
 }
 
 template <void (DrawingBoard::*action)()>
@@ -43,6 +45,19 @@ void Draw(const Frame& frame) {
 
 void Point(const Frame& frame) {
     Board(frame).ChooseTool(std::nullopt);
+}
+
+template <ComparisonMode mode>
+void CountIn(const Frame& frame) {
+    frame.tabs.CurrentComparison()->SetMode(mode);
+}
+
+void TakeBaseFromCursor(const Frame& frame) {
+    frame.tabs.CurrentComparison()->TakeBaseFromCursor();
+}
+
+void TakeFirstAsBase(const Frame& frame) {
+    frame.tabs.CurrentComparison()->SetBaseDate(0);
 }
 
 template <Language::Id language>
@@ -94,7 +109,19 @@ constexpr CommandRow kRows[] = {
     {Command::RisingRed, MenuId::Chart, "IDS_TERMINAL-FRAME_RISING_RED", "", TakeRisingRed, true,
      Look::Checkable},
     {Command::ViewData, MenuId::Chart, "IDS_TERMINAL-FRAME_VIEW_DATA", "Ctrl+B", ViewData, true},
-    {Command::EditSettings, MenuId::Group, "IDS_TERMINAL-FRAME_SETTINGS", "Ctrl+T", EditGroups},
+    {Command::Compare, MenuId::Chart, "IDS_TERMINAL-FRAME_COMPARE", "Ctrl+K", CompareSymbols},
+    {Command::ComparePercent, MenuId::Comparison, "IDS_TERMINAL-FRAME_COMPARE_PERCENT",
+     "Ctrl+Shift+P", CountIn<ComparisonMode::Percent>, false, Look::Mode, Needs::Comparison},
+    {Command::CompareIndexed, MenuId::Comparison, "IDS_TERMINAL-FRAME_COMPARE_INDEXED",
+     "Ctrl+Shift+X", CountIn<ComparisonMode::Indexed>, false, Look::Mode, Needs::Comparison},
+    {Command::ComparePrices, MenuId::Comparison, "IDS_TERMINAL-FRAME_COMPARE_PRICES",
+     "Ctrl+Shift+R", CountIn<ComparisonMode::Prices>, false, Look::Mode, Needs::Comparison},
+    {Command::CompareBaseCursor, MenuId::Comparison, "IDS_TERMINAL-FRAME_COMPARE_BASE_CURSOR",
+     "Ctrl+Shift+B", TakeBaseFromCursor, true, Look::Plain, Needs::Comparison},
+    {Command::CompareBaseFirst, MenuId::Comparison, "IDS_TERMINAL-FRAME_COMPARE_BASE_FIRST",
+     "Ctrl+Shift+Home", TakeFirstAsBase, false, Look::Plain, Needs::Comparison},
+    {Command::EditSettings, MenuId::Group, "IDS_TERMINAL-FRAME_SETTINGS", "Ctrl+T", EditGroups,
+     false, Look::Plain, Needs::Chart},
     {Command::ImportGroups, MenuId::Group, "IDS_TERMINAL-FRAME_GROUP_IMPORT", "Ctrl+Shift+I",
      ImportGroups, true},
     {Command::ExportGroups, MenuId::Group, "IDS_TERMINAL-FRAME_GROUP_EXPORT", "Ctrl+Shift+E",

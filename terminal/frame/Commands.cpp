@@ -24,6 +24,7 @@ constexpr MenuRow kMenus[] = {
     {MenuId::Help, "IDS_TERMINAL-FRAME_MENU_HELP"},
     {MenuId::Symbols, "IDS_TERMINAL-FRAME_MENU_SYMBOLS", MenuId::Chart},
     {MenuId::Periods, "IDS_TERMINAL-FRAME_MENU_PERIODS", MenuId::Chart},
+    {MenuId::Comparison, "IDS_TERMINAL-FRAME_MENU_COMPARISON", MenuId::Chart},
 };
 
 /// A command's text as a button shows it: without the mnemonic, which may stand in brackets.
@@ -50,7 +51,8 @@ Commands::Commands(QMenuBar& bar, std::span<const CommandRow> rows, const Runner
             row.within ? At(*row.within).addMenu(QString()) : bar.addMenu(QString());
     }
     std::map<Look, QActionGroup*> exclusive{{Look::Language, new QActionGroup(this)},
-                                            {Look::Tool, new QActionGroup(this)}};
+                                            {Look::Tool, new QActionGroup(this)},
+                                            {Look::Mode, new QActionGroup(this)}};
     for (const CommandRow& row : m_rows) {
         QMenu& menu = At(row.menu);
         if (row.separatorBefore) {
@@ -66,6 +68,14 @@ Commands::Commands(QMenuBar& bar, std::span<const CommandRow> rows, const Runner
         m_actions[row.command] = action;
     }
     Retranslate();
+}
+
+void Commands::Offer(Needs kind) {
+    for (const CommandRow& row : m_rows) {
+        if (row.needs != Needs::Anything) {
+            At(row.command).setEnabled(row.needs == kind);
+        }
+    }
 }
 
 void Commands::Retranslate() {

@@ -26,6 +26,12 @@ enum class Command {
     ShowAll,
     ShowLatest,
     RisingRed,
+    Compare,
+    ComparePercent,
+    CompareIndexed,
+    ComparePrices,
+    CompareBaseCursor,
+    CompareBaseFirst,
     ViewData,
     EditSettings,
     ImportGroups,
@@ -46,10 +52,14 @@ enum class Command {
     About,
 };
 
-enum class MenuId { File, Chart, Symbols, Periods, Group, Drawing, Language, Help };
+enum class MenuId { File, Chart, Symbols, Periods, Comparison, Group, Drawing, Language, Help };
 
-/// How a command's action looks; of the languages and of the tools one each is checked.
-enum class Look { Plain, Checkable, Language, Tool };
+/// How a command's action looks; of the languages, the tools and the modes of a comparison one each
+/// is checked.
+enum class Look { Plain, Checkable, Language, Tool, Mode };
+
+/// What has to be in front for a command to be offered.
+enum class Needs { Anything, Chart, Comparison };
 
 /// All that there is to say about a command.
 struct CommandRow {
@@ -60,6 +70,7 @@ struct CommandRow {
     void (*run)(const Frame& frame);
     bool separatorBefore = false;
     Look look = Look::Plain;
+    Needs needs = Needs::Anything;
 };
 
 /// The frame's menus and the actions in them, from a table.
@@ -77,6 +88,8 @@ public:
     QAction& At(Command command) const { return *m_actions.at(command); }
     QMenu& At(MenuId menu) const { return *m_menus.at(menu); }
 
+    /// Greys what does not go with the kind of chart in front.
+    void Offer(Needs kind);
     /// Sets every text in the language in use.
     void Retranslate();
 

@@ -39,29 +39,32 @@ DrawingBar::DrawingBar(Commands& commands, QWidget* parent)
     Retranslate();
 }
 
-void DrawingBar::Attach(DrawingBoard& board) {
-    if (m_board == &board) {
+void DrawingBar::Attach(DrawingBoard* board) {
+    if (board && m_board == board) {
         return;
     }
     if (m_board) {
         m_board->disconnect(this);
         m_board->ChooseTool(std::nullopt);
     }
-    m_board = &board;
-    connect(m_board, &DrawingBoard::changed, this, &DrawingBar::Refresh);
+    m_board = board;
+    if (m_board) {
+        connect(m_board, &DrawingBoard::changed, this, &DrawingBar::Refresh);
+    }
     Refresh();
 }
 
 void DrawingBar::Refresh() {
     for (const Tool& tool : kTools) {
-        if (m_board->Tool() == tool.kind) {
+        m_commands.At(tool.command).setEnabled(m_board);
+        if (m_board && m_board->Tool() == tool.kind) {
             m_commands.At(tool.command).setChecked(true);
         }
     }
-    const bool any = m_board->LineCount() > 0;
+    const bool any = m_board && m_board->LineCount() > 0;
     m_commands.At(Command::SelectLine).setEnabled(any);
     m_commands.At(Command::DeleteAllLines).setEnabled(any);
-    m_commands.At(Command::DeleteLine).setEnabled(m_board->Selected() >= 0);
+    m_commands.At(Command::DeleteLine).setEnabled(m_board && m_board->Selected() >= 0);
 }
 
 void DrawingBar::Retranslate() {

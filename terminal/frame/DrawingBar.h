@@ -22,8 +22,8 @@ public:
     explicit DrawingBar(Commands& commands, QWidget* parent = nullptr);
 
     /// From here on `board` is shown, which stays the caller's; the tool of the one before is
-    /// dropped.
-    void Attach(DrawingBoard& board);
+    /// dropped. Null: there is nothing to draw on, and the commands are greyed.
+    void Attach(DrawingBoard* board);
     void Retranslate();
 
 protected:

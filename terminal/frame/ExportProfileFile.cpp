@@ -1,11 +1,8 @@
 #include "terminal/frame/ExportProfileFile.h"
 
-#include "platform/ui/FileAccess.h"
 #include "platform/ui/TextBridge.h"
 
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
@@ -56,23 +53,11 @@ bool FromJson(const QJsonObject& json, ExportProfile& profile) {
     return true;
 }
 
-/// The file's entries; none without a file. false when it cannot be read or is no list.
-bool ReadEntries(const QString& path, QJsonArray& entries) {
-    if (!QFile::exists(path)) {
-        return true;
-    }
-    std::string bytes;
-    const bool isRead = ui::ReadWholeFile(path, bytes).isEmpty();
-    const QJsonDocument file = QJsonDocument::fromJson(QByteArray::fromStdString(bytes));
-    entries = file.array();
-    return isRead && file.isArray();
-}
-
 }  // namespace
 
 bool ExportProfileFile::bLoadExportProfiles(std::vector<ExportProfile>& profiles) {
     QJsonArray entries;
-    if (!ReadEntries(m_path, entries)) {
+    if (!m_file.Read(entries)) {
         return false;
     }
     profiles.clear();
@@ -87,7 +72,7 @@ bool ExportProfileFile::bLoadExportProfiles(std::vector<ExportProfile>& profiles
 
 bool ExportProfileFile::bSaveExportProfiles(const std::vector<ExportProfile>& profiles) {
     QJsonArray before;
-    if (!ReadEntries(m_path, before)) {
+    if (!m_file.Read(before)) {
         return false;
     }
     QJsonArray entries;
@@ -99,7 +84,7 @@ bool ExportProfileFile::bSaveExportProfiles(const std::vector<ExportProfile>& pr
             entries.append(entry);
         }
     }
-    return ui::WriteWholeFile(m_path, QJsonDocument(entries).toJson().toStdString()).isEmpty();
+    return m_file.Write(entries);
 }
 
 }  // namespace ta::terminal

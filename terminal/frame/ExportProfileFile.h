@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ExportProfiles.h"
+#include "terminal/frame/JsonListFile.h"
 
 #include <QString>
 
@@ -9,7 +10,7 @@ namespace ta::terminal {
 /// The user's export profiles in a JSON file.
 class ExportProfileFile : public ExportProfiles {
 public:
-    explicit ExportProfileFile(QString path) : m_path(std::move(path)) {}
+    explicit ExportProfileFile(QString path) : m_file(std::move(path)) {}
 
     /// No file is no profile. Entries that are none are passed over; a file that holds no list
     /// cannot be read.
@@ -19,7 +20,7 @@ public:
     bool bSaveExportProfiles(const std::vector<ExportProfile>& profiles) override;
 
 private:
-    QString m_path;
+    JsonListFile m_file;
 };
 
 }  // namespace ta::terminal

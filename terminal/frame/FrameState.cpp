@@ -1,6 +1,9 @@
 #include "terminal/frame/FrameState.h"
 
+#include "terminal/frame/ComparisonJson.h"
+
 #include <QFileInfo>
+#include <QJsonDocument>
 #include <QSettings>
 
 #include <algorithm>
@@ -51,6 +54,29 @@ QStringList DepthTexts(const HistoryDepths& depths) {
     return texts;
 }
 
+constexpr const char* kModes[] = {"percent", "indexed", "prices"};  // by ComparisonMode
+
+/// Nothing for a tab that is no comparison; an empty one for a text that cannot be read.
+std::optional<ComparisonState> ReadComparison(const QString& text) {
+    if (text.isEmpty()) {
+        return std::nullopt;
+    }
+    const QJsonObject json = QJsonDocument::fromJson(text.toUtf8()).object();
+    ComparisonState comparison{SetFromJson(json)};
+    const auto* const mode = std::ranges::find_if(
+        kModes, [mode = json["mode"].toString()](const char* known) { return mode == known; });
+    if (mode != std::end(kModes)) {
+        comparison.mode = static_cast<ComparisonMode>(mode - kModes);
+    }
+    return comparison;
+}
+
+QString ComparisonText(const ComparisonState& comparison) {
+    QJsonObject json = ToJson(comparison.set);
+    json["mode"] = kModes[static_cast<std::size_t>(comparison.mode)];
+    return QJsonDocument(json).toJson(QJsonDocument::Compact);
+}
+
 TabState ReadTab(const QSettings& file) {
     TabState tab;
     tab.market = static_cast<unsigned char>(file.value("market").toUInt());
@@ -59,6 +85,7 @@ TabState ReadTab(const QSettings& file) {
     tab.count = file.value("count").toInt();
     tab.group = file.value("group", -1).toInt();
     tab.depths = ReadDepths(file.value("depths").toStringList());
+    tab.comparison = ReadComparison(file.value("comparison").toString());
     return tab;
 }
 
@@ -69,6 +96,9 @@ void WriteTab(QSettings& file, const TabState& tab) {
     file.setValue("count", tab.count);
     file.setValue("group", tab.group);
     file.setValue("depths", DepthTexts(tab.depths));
+    if (tab.comparison) {
+        file.setValue("comparison", ComparisonText(*tab.comparison));
+    }
 }
 
 }  // namespace

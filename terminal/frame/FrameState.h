@@ -1,13 +1,25 @@
 #pragma once
 
+#include "platform/ComparisonSets.h"
 #include "terminal/chart/HistoryDepth.h"
+#include "terminal/compare/Comparison.h"
 #include "terminal/lang/Language.h"
 
 #include <QByteArray>
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace ta::terminal {
+
+/// What a comparison chart shows.
+struct ComparisonState {
+    ComparisonSet set;
+    ComparisonMode mode = ComparisonMode::Percent;
+
+    bool operator==(const ComparisonState&) const = default;
+};
 
 /// One chart window of the frame.
 struct TabState {
@@ -17,6 +29,7 @@ struct TabState {
     int count = 0;   ///< minutes of a bar; 0 for the other periods
     int group = -1;  ///< UniNum of the chart's group
     HistoryDepths depths = {};
+    std::optional<ComparisonState> comparison = {};  ///< in the place of all others above
 
     bool operator==(const TabState&) const = default;
 };

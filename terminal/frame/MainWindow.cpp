@@ -4,6 +4,7 @@
 #include "platform/ui/TextBridge.h"
 #include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
+#include "terminal/compare/ComparisonView.h"
 #include "terminal/frame/CommandTable.h"
 #include "terminal/frame/PeriodBar.h"
 #include "terminal/frame/SymbolMenu.h"
@@ -13,6 +14,7 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
@@ -41,6 +43,20 @@ QStringList DroppedFiles(const QMimeData& data) {
     return files;
 }
 
+/// A text that is cut with an ellipsis, as that of a comparison may be wider than the window.
+class CutLabel : public QLabel {
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setPen(palette().color(foregroundRole()));
+        painter.drawText(rect(), Qt::AlignVCenter,
+                         fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+    }
+};
+
 }  // namespace
 
 MainWindow::MainWindow(Session& session, QWidget* parent)
@@ -57,9 +73,10 @@ MainWindow::MainWindow(Session& session, QWidget* parent)
       m_drawingBar(new DrawingBar(m_frame.commands, this)),
       m_periodMenu(new PeriodMenu(m_frame.commands.At(MenuId::Periods), this)),
       m_newTabButton(new QToolButton(&m_frame.tabs)),
-      m_cursorText(new QLabel(this)) {
+      m_cursorText(new CutLabel(this)) {
     setAcceptDrops(true);
     setCentralWidget(&m_frame.tabs);
+    m_cursorText->setMinimumWidth(1);
     statusBar()->addPermanentWidget(m_cursorText);
     MakeNewTabButton();
     MakeToolBars();
@@ -108,7 +125,11 @@ void MainWindow::ConnectParts() {
     connect(&tabs, &ChartTabs::hint, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
     connect(&tabs, &ChartTabs::legendDoubleClicked, this, [this](int pane, int study) {
-        EditStudies(m_frame, pane, study);
+        if (m_frame.tabs.CurrentComparison()) {
+            CompareSymbols(m_frame);
+        } else {
+            EditStudies(m_frame, pane, study);
+        }
         RefreshGroups();
     });
     const SymbolBox& box = m_frame.toolBar.Symbol();
@@ -236,22 +257,35 @@ void MainWindow::Retranslate() {
 }
 
 void MainWindow::Refresh() {
-    const ChartView& chart = m_frame.tabs.Current();
-    const MarketData& markets = m_frame.session.Markets();
-    const Symbol* symbol = markets.FindSymbol(chart.Market(), chart.SymbolId());
-    const PeriodSet available = AvailablePeriods(markets, chart.Market(), chart.SymbolId());
-    const int period = PeriodIndex(chart.Period(), chart.Count());
-    m_drawingBar->Attach(chart.Drawings());
-    m_frame.toolBar.Symbol().Show(symbol == nullptr ? ui::ToQString(chart.SymbolId())
+    const ChartPage& chart = m_frame.tabs.Current();
+    const BarsKey& shown = chart.Shown();
+    const Symbol* symbol = m_frame.session.Markets().FindSymbol(shown.market, shown.symbol);
+    const PeriodSet available = m_frame.tabs.AvailablePeriods();
+    const int period = PeriodIndex(shown.period, shown.count);
+    RefreshCommands();
+    m_frame.toolBar.Symbol().Show(symbol == nullptr ? ui::ToQString(shown.symbol)
                                                     : TitleOf(*symbol));
     m_frame.toolBar.ShowPeriods(available, period);
     m_frame.periodBar.Show(chart);
     m_periodMenu->Show(available, period);
     RefreshGroups();
     m_cursorText->setText(chart.CursorText());
-    m_frame.commands.At(Command::CloseTab).setEnabled(m_frame.tabs.count() > 1);
     setWindowTitle(m_frame.tabs.tabToolTip(m_frame.tabs.currentIndex()) + " - " +
                    Tr("IDS_TERMINAL-FRAME_TITLE"));
+}
+
+void MainWindow::RefreshCommands() {
+    const Commands& commands = m_frame.commands;
+    const ChartTabs& tabs = m_frame.tabs;
+    const ChartView* chart = tabs.CurrentChart();
+    m_frame.commands.Offer(chart ? Needs::Chart : Needs::Comparison);
+    m_drawingBar->Attach(chart ? &chart->Drawings() : nullptr);
+    commands.At(Command::CloseTab).setEnabled(tabs.count() > 1);
+    if (const ComparisonView* comparison = tabs.CurrentComparison()) {
+        constexpr Command kModes[] = {Command::ComparePercent, Command::CompareIndexed,
+                                      Command::ComparePrices};
+        commands.At(kModes[static_cast<std::size_t>(comparison->Mode())]).setChecked(true);
+    }
 }
 
 void MainWindow::RefreshGroups() {
@@ -259,7 +293,9 @@ void MainWindow::RefreshGroups() {
     for (const CString& group : GroupNames()) {
         names.append(ui::ToQString(group));
     }
-    m_frame.toolBar.ShowGroups(names, ui::ToQString(m_frame.tabs.Current().GroupName()));
+    const ChartView* chart = m_frame.tabs.CurrentChart();
+    m_frame.toolBar.ShowGroups(names, chart ? ui::ToQString(chart->GroupName()) : QString());
+    m_frame.toolBar.Group().setEnabled(chart);
 }
 
 }  // namespace ta::terminal

@@ -52,6 +52,7 @@ private:
 
     void Retranslate();
     void Refresh();
+    void RefreshCommands();
     void RefreshGroups();
 
     Frame m_frame;

@@ -1,7 +1,7 @@
 #include "terminal/frame/PeriodBar.h"
 
 #include "dialogs/MXSetHistDataBanner.h"
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/ChartPage.h"
 #include "terminal/lang/Language.h"
 
 #include <QCoreApplication>
@@ -19,8 +19,9 @@ PeriodBar::PeriodBar(QWidget* parent)
     Retranslate();
 }
 
-void PeriodBar::Show(const ChartView& chart) {
-    m_banner->SetState(chart.Market(), chart.SymbolId(), chart.Period(), chart.Count());
+void PeriodBar::Show(const ChartPage& chart) {
+    const BarsKey& shown = chart.Shown();
+    m_banner->SetState(shown.market, shown.symbol, shown.period, shown.count);
 }
 
 QList<int> PeriodBar::Favourites() const {

@@ -7,7 +7,7 @@ class MXSetHistDataBanner;
 
 namespace ta::terminal {
 
-class ChartView;
+class ChartPage;
 
 /// The bar over the chart that switches its data period. Setting what is shown emits nothing.
 class PeriodBar : public QToolBar {
@@ -17,7 +17,7 @@ public:
     explicit PeriodBar(QWidget* parent = nullptr);
 
     /// Shows the chart's data period and what its symbol has.
-    void Show(const ChartView& chart);
+    void Show(const ChartPage& chart);
     /// Bar lengths that the user keeps at the top of the box.
     QList<int> Favourites() const;
     void SetFavourites(const QList<int>& favourites);

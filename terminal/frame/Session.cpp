@@ -52,6 +52,7 @@ Session::Session(const Options& options)
           FrameStatePath(options.configFile.isEmpty() ? DefaultStorePath() : options.configFile)),
       m_lastState(LoadFrameState(m_statePath)),
       m_entitlement(m_statePath),
+      m_comparisonSets(m_statePath + ".comparisons.json"),
       m_exportProfiles(m_statePath + ".export-profiles.json"),
       m_store(std::make_unique<SqliteStore>()) {
     connect(&m_language, &Language::changed, this, &Session::TakeQtTexts);
@@ -84,6 +85,7 @@ void Session::HangIn() {
     services.entitlement = &m_entitlement;
     services.chartModule = &m_chartModule;
     services.numberDisplay = &m_numberDisplay;
+    services.comparisonSets = &m_comparisonSets;
     services.exportProfiles = &m_exportProfiles;
     services.frameWindow = &FrameWindow();
     services.messageBoxTitle = ui::FromQString(Tr("IDS_TERMINAL-FRAME_TITLE"));

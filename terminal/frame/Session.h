@@ -2,6 +2,7 @@
 
 #include "terminal/entitlement/TerminalEntitlement.h"
 #include "terminal/frame/CommandLine.h"
+#include "terminal/frame/ComparisonSetFile.h"
 #include "terminal/frame/ExportProfileFile.h"
 #include "terminal/frame/FrameState.h"
 #include "terminal/lang/Language.h"
@@ -60,6 +61,7 @@ private:
     TerminalEntitlement m_entitlement;
     TerminalChartModule m_chartModule;
     TerminalNumberDisplay m_numberDisplay;
+    ComparisonSetFile m_comparisonSets;
     ExportProfileFile m_exportProfiles;
     std::unique_ptr<MarketData> m_markets;
     std::unique_ptr<TerminalQuotes> m_quotes;

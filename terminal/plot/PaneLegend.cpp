@@ -7,6 +7,14 @@ constexpr double kGap = 6;         // between the values of a study
 constexpr double kEntryGap = 16;   // between studies
 constexpr double kRowLeading = 2;  // between rows
 
+double WidthOf(const LegendEntry& entry, const QFontMetricsF& metrics) {
+    double width = -kGap;
+    for (const LegendSpan& span : entry.spans) {
+        width += metrics.horizontalAdvance(span.text) + kGap;
+    }
+    return width;
+}
+
 }  // namespace
 
 PaneLegend::PaneLegend(QCustomPlot& plot, const QString& layer) : QCPLayerable(&plot, layer) {}
@@ -19,6 +27,11 @@ void PaneLegend::Arrange(const QPointF& corner, double width, double height) {
     double x = 0;
     double y = 0;
     for (const LegendEntry& entry : m_entries) {
+        const double entryWidth = WidthOf(entry, metrics);
+        if (x > 0 && x + entryWidth > width && entryWidth <= width && y + 2 * rowHeight <= height) {
+            x = 0;
+            y += rowHeight;
+        }
         for (const LegendSpan& span : entry.spans) {
             const double spanWidth = metrics.horizontalAdvance(span.text);
             if (x > 0 && x + spanWidth > width) {

@@ -19,7 +19,8 @@ public:
     void SetEntries(std::vector<LegendEntry> entries) { m_entries = std::move(entries); }
     const std::vector<LegendEntry>& Entries() const { return m_entries; }
     void SetFont(const QFont& font) { m_font = font; }
-    /// Places the texts from a left upper corner. Rows that `height` has no room for are left out,
+    /// Places the texts from a left upper corner. An entry that a row has room for stays in one,
+    /// where there are rows enough. Rows that `height` has no room for are left out,
     /// but for the first.
     void Arrange(const QPointF& corner, double width, double height);
     /// Of the arranged rows, pixels; 0 when hidden or empty.

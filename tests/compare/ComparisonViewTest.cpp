@@ -49,7 +49,7 @@ TEST_F(ComparisonViewTest, TheLegendNamesValueAndBaseOfEachSymbol) {
     EXPECT_EQ(Legend().toStdString(),
               "Change since the base D 2013/10/24\n"
               "bars +200.00% base 2013/10/22 10.00\n"
-              "bars -20.00% * base 2013/10/23 5.00 (first bar, after the base date)\n"
+              "bars -20.00% * first bar 2013/10/23 5.00\n"
               "gone ??? no data\nx ??? no data");
     compared->SetMode(ComparisonMode::Indexed);
     EXPECT_TRUE(Legend().contains("Indexed, base = 100") && Legend().contains("bars 300.00 "));
@@ -95,7 +95,9 @@ TEST_F(ComparisonViewTest, TheBaseIsNeverWhatHappensToBeInView) {
     Press(Qt::Key_Left);
     Press(Qt::Key_Left);
     EXPECT_EQ(compared->CursorBar(), shown.second - 1);
+    QSignalSpy told(compared.get(), &ChartPage::cursorMoved);
     compared->TakeBaseFromCursor();
+    EXPECT_TRUE(told.last()[0].toString().contains(" 100.00")) << "the values are others now";
     EXPECT_EQ(compared->Set().baseDate, kFirstDay + shown.second - 1);
     EXPECT_EQ(compared->VisibleBars(), shown);
 }
@@ -139,9 +141,10 @@ TEST_F(ComparisonViewTest, LoadsAsMuchAsIsAskedForInEachPeriod) {
     EXPECT_EQ(failed.count(), 1);
     EXPECT_EQ(compared->BarCount(), 0);
     EXPECT_EQ(compared->findChild<QLabel*>()->text(), "None of the compared symbols has data");
+    QSignalSpy shown(compared.get(), &ChartPage::symbolChanged);
     compared->ShowPeriod(kSeconds, 5);
-    EXPECT_EQ(compared->Period(), kDaily) << "there are no comparisons of seconds";
-    EXPECT_EQ(compared->BarCount(), 60);
+    EXPECT_EQ(compared->Shown(), (BarsKey{0, {}, kMinutes, 7})) << "there are none of seconds";
+    EXPECT_EQ(shown.count(), 1) << "for a bar that shows seconds now";
 }
 
 TEST_F(ComparisonViewTest, TakesNoMoreThanItsMost) {

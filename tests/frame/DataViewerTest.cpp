@@ -35,10 +35,7 @@ protected:
         Fill();
         return *Viewer();
     }
-    terminal::ChartPage& Page() {
-        return m_comparison ? static_cast<terminal::ChartPage&>(*m_comparison) : Chart();
-    }
-    MXTechDataDlg* Viewer() { return DataViewer::Of(Page()).Window(); }
+    MXTechDataDlg* Viewer() { return DataViewer::Of(Tabs().Current()).Window(); }
     void Fill() { m_timers.Tick(MXTechDataDlg::kFillTimer, 100); }
     QTableView& List() {
         return *qobject_cast<QTableView*>(Viewer()->GetDlgItem(MXTechDataDlg::kIdList));
@@ -55,7 +52,6 @@ protected:
     }
 
     ManualTimers m_timers;
-    std::unique_ptr<terminal::ComparisonView> m_comparison;
 };
 
 TEST_F(DataViewerTest, ShowsTheChartsNumbersAndFollowsIt) {
@@ -156,35 +152,35 @@ TEST_F(DataViewerTest, OneAChartWhichClosesWithItAndStaysWhereItWasPut) {
 }
 
 TEST_F(DataViewerTest, OfAComparisonHasAColumnASymbol) {
-    m_comparison = std::make_unique<terminal::ComparisonView>(Session().Markets());
-    m_comparison->show();
-    m_comparison->Compare({{{2, "SPX"}, {16, "9901"}, {2, "gone"}}, {.recordCount = 5000}, 0});
-    DataViewer::Of(*m_comparison).Open();
+    Tabs().Compare({{{2, "SPX"}, {16, "9901"}, {2, "gone"}}, {.recordCount = 5000}, 0});
+    terminal::ComparisonView& comparison = *Tabs().CurrentComparison();
+    QTest::keyClick(&Window(), Qt::Key_B, Qt::ControlModifier);
+    ASSERT_NE(Viewer(), nullptr);
     Fill();
     const auto headings = [this] {
         return Heading(0) + '|' + Heading(1) + '|' + Heading(2) + '|' + Heading(3);
     };
     EXPECT_EQ(headings(), "Date|S&P 500 index (%)|Simulated Electronics (%)|gone ??? (%)");
     EXPECT_EQ(Rows(), 300);
-    const auto& lines = m_comparison->Model().Result().lines;
+    const auto& lines = comparison.Model().Result().lines;
     EXPECT_EQ(Cell(7, 2), QString::number(lines[1].values[7], 'f', 2));
     EXPECT_EQ(Cell(7, 3) + Cell(90, 2), "")
         << "there are 90 bars of the second and none of the third";
     EXPECT_EQ(Cell(90, 1), QString::number(lines[0].values[90], 'f', 2));
-    m_comparison->SetMode(terminal::ComparisonMode::Prices);
+    comparison.SetMode(terminal::ComparisonMode::Prices);
     Fill();
     EXPECT_EQ(headings(), "Date|S&P 500 index|Simulated Electronics|gone ???");
     EXPECT_EQ(Cell(7, 1) + ' ' + Cell(7, 2), "108.00 108.0") << "with the decimals of each";
-    m_comparison->SetCursorBar(12);
+    comparison.SetCursorBar(12);
     EXPECT_TRUE(IsMarked(12));
     ASSERT_TRUE(Await([this] { return Viewer()->isActiveWindow(); }));
     List().setCurrentIndex(List().model()->index(40, 2));
     QTest::keyClick(&List(), Qt::Key_Return);
-    EXPECT_EQ(m_comparison->CursorBar(), 40);
+    EXPECT_EQ(comparison.CursorBar(), 40);
     EXPECT_TRUE(IsMarked(40));
     const QPointer<MXTechDataDlg> viewer = Viewer();
-    m_comparison.reset();
-    EXPECT_EQ(viewer, nullptr);
+    Choose(Command::CloseTab);
+    EXPECT_TRUE(Await([&] { return viewer == nullptr; }));
 }
 
 TEST_F(DataViewerTest, WhatItExportsReadsBackAsTheChartsBars) {

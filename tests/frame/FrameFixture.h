@@ -35,7 +35,7 @@ protected:
     terminal::MainWindow& Window() { return *m_window; }
     terminal::Session& Session() { return *m_session; }
     terminal::ChartTabs& Tabs() { return m_window->Parts().tabs; }
-    terminal::ChartView& Chart() { return Tabs().Current(); }
+    terminal::ChartView& Chart() { return *Tabs().CurrentChart(); }
     terminal::FrameToolBar& ToolBar() const { return m_window->Parts().toolBar; }
     QString Status() const;
 

@@ -19,9 +19,13 @@ TEST(FrameState, ComesBackAsItWas) {
     const QTemporaryDir folder;
     const QString path = folder.filePath("state.ini");
     FrameState state{
-        .tabs = {{2, "SPX", 0, 0, 0, {{{0, 0}, {0, 60, 1}}, {{3, 7}, {1, 1440, 18000}}}},
-                 {16, "9901", 3, 15, 7},
-                 {'U', "檔案-1", 2, 0, -1}},
+        .tabs =
+            {{2, "SPX", 0, 0, 0, {{{0, 0}, {0, 60, 1}}, {{3, 7}, {1, 1440, 18000}}}},
+             {16, "9901", 3, 15, 7},
+             {'U', "檔案-1", 2, 0, -1},
+             {.symbol = {},
+              .comparison = {{{{{2, "SPX"}, {'U', "\xA5\xD0-1"}}, {3, 7, 1, 60, 18000}, 18000.375},
+                              ComparisonMode::Prices}}}},
         .currentTab = 1,
         .language = Language::English,
         .risingRed = false,
@@ -44,6 +48,10 @@ TEST(FrameState, StartsWithDefaultsWithoutAFileOrWithGarbage) {
     EXPECT_EQ(LoadFrameState(garbage), FrameState());
     Write(garbage, "[tabs]\nsize=1\n1\\depths=0/0/0/60, a/b/c/d/e, 0/0/0/-5/1, 2/0/0/9/1, \n");
     EXPECT_EQ(LoadFrameState(garbage).tabs[0].depths, (HistoryDepths{{{2, 0}, {0, 9, 1}}}));
+    // A comparison that cannot be read leaves the other tabs alone.
+    Write(garbage, "[tabs]\nsize=2\n1\\comparison={\"symbols\n2\\symbol=SPX\n");
+    EXPECT_EQ(LoadFrameState(garbage).tabs[0].comparison, ComparisonState());
+    EXPECT_EQ(LoadFrameState(garbage).tabs[1].symbol, "SPX");
     Write(garbage, "[tabs]\nsize=2000000000\n");
     EXPECT_LE(LoadFrameState(garbage).tabs.size(), 50);
 }

@@ -343,8 +343,8 @@ TEST_F(SettingsSheet, ChartsOfADeletedGroupShowTheDefaultGroup) {
         Save(sheet);
     });
     EXPECT_FALSE(GroupsInRepository().contains("短線"));
-    EXPECT_EQ(Tabs().At(0).GroupName(), Repository().GetSystemDefaultGroup());
-    EXPECT_EQ(Tabs().At(1).GroupName(), ui::FromQString("趨勢"));
+    EXPECT_EQ(Tabs().ChartAt(0)->GroupName(), Repository().GetSystemDefaultGroup());
+    EXPECT_EQ(Tabs().ChartAt(1)->GroupName(), ui::FromQString("趨勢"));
     EXPECT_TRUE(Repository().GetGroupNameByUniNum(number).empty()) << "The record is not cleared.";
     EXPECT_EQ(GroupsInBox(), GroupsInRepository());
 }

@@ -96,7 +96,7 @@ TEST_F(MainWindowTest, TabsOpenWithTheCurrentSymbolAndClose) {
     EXPECT_EQ(Chart().SymbolId(), "9901");
     EXPECT_EQ(&Chart(), &Tabs().At(1));
     Tabs().OpenSymbol(2, "SPX");
-    EXPECT_EQ(Tabs().At(0).SymbolId(), "9901");
+    EXPECT_EQ(Tabs().ChartAt(0)->SymbolId(), "9901");
     QTest::keyClick(Tabs().tabBar(), Qt::Key_Left);
     EXPECT_EQ(Box().text(), "9901 模擬電子");
     Choose(Command::CloseTab);
@@ -189,11 +189,11 @@ TEST_F(MainWindowTest, NextRunBringsBackGroupsTabsAndSettings) {
     EXPECT_EQ(Tabs().currentIndex(), 1);
     EXPECT_EQ(Chart().SymbolId(), "AMZN");
     EXPECT_EQ(Chart().GroupName(), ui::FromQString("趨勢"));
-    EXPECT_EQ(Tabs().At(0).GroupName(), ui::FromQString("短線"));
-    EXPECT_EQ(Tabs().At(0).Count(), 15);
+    EXPECT_EQ(Tabs().ChartAt(0)->GroupName(), ui::FromQString("短線"));
+    EXPECT_EQ(Tabs().ChartAt(0)->Count(), 15);
     EXPECT_EQ(Window().menuBar()->actions().first()->text(), "&File");
     for (int i = 0; i < 3; ++i) {
-        EXPECT_FALSE(Tabs().At(i).RisingRed()) << i;
+        EXPECT_FALSE(Tabs().ChartAt(i)->RisingRed()) << i;
     }
 }
 
@@ -234,8 +234,8 @@ protected:
         // The window's own timer finds it.
         ASSERT_TRUE(Await([&] { return GroupsInBox() == groups; }));
         for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(Tabs().At(i).GroupName(), ui::FromQString(shown));
-            EXPECT_EQ(Tabs().At(i).PaneCount(), 4);
+            EXPECT_EQ(Tabs().ChartAt(i)->GroupName(), ui::FromQString(shown));
+            EXPECT_EQ(Tabs().ChartAt(i)->PaneCount(), 4);
         }
         EXPECT_EQ(ToolBar().Group().currentText(), shown);
     }

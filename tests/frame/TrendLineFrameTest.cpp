@@ -153,9 +153,9 @@ TEST_F(TrendLineFrame, ToolsWorkOnTheChartInFront) {
     Click(0.3, 0.5);
     Choose(Command::NewTab);
     EXPECT_TRUE(IsChecked(Command::DrawPointer));
-    EXPECT_FALSE(Tabs().At(0).Drawings().Tool()) << "Dropped with its tab.";
+    EXPECT_FALSE(Tabs().ChartAt(0)->Drawings().Tool()) << "Dropped with its tab.";
     DrawSegment(0.5);
-    EXPECT_EQ(Tabs().At(0).Drawings().LineCount(), 1);
+    EXPECT_EQ(Tabs().ChartAt(0)->Drawings().LineCount(), 1);
     Tabs().Close(1);
     EXPECT_TRUE(IsEnabled(Command::DeleteAllLines));
     m_prompts.ExpectYesNo(true);

@@ -1,6 +1,6 @@
 #include "terminal/frame/DataViewer.h"
 
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/ChartPage.h"
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Frame.h"
 #include "terminal/frame/openers/Openers.h"

@@ -69,7 +69,7 @@ void TellChartsOfChanges(CTaSettingSheet& sheet) {
 /// default group. The group to show: the active one of the sheet when the user has added it; else
 /// empty.
 CString RunSheet(const Frame& frame, Page page, int pane, int study) {
-    const ChartView& chart = frame.tabs.Current();
+    const ChartView& chart = *frame.tabs.CurrentChart();
     const std::set<int> before = GroupNumbers();
     CTaSettingSheet sheet("IDS_TERMINAL-FRAME_SETTINGS_TITLE", &frame.window, FirstPage(page),
                           chart.GroupName(), chart.PaneCount(), pane, study);
@@ -87,7 +87,7 @@ CString RunSheet(const Frame& frame, Page page, int pane, int study) {
 
 void Edit(const Frame& frame, Page page, int pane, int study) {
     const CString added = RunSheet(frame, page, pane, study);
-    ChartView& chart = frame.tabs.Current();
+    ChartView& chart = *frame.tabs.CurrentChart();
     if (!added.empty()) {
         chart.SetGroup(added);
     }

@@ -16,7 +16,7 @@ namespace {
 /// A period with lines to see, unless they are there already.
 void ShowPeriodWithLines(const Frame& frame, const TrendLineSymbol& symbol) {
     const auto& periods = symbol.periods;
-    const ChartView& chart = frame.tabs.Current();
+    const ChartPage& chart = frame.tabs.Current();
     if (std::ranges::find(periods, std::pair(chart.Period(), chart.Count())) != periods.end()) {
         return;
     }

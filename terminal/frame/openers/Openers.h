@@ -16,6 +16,11 @@ void OpenPriceFile(const Frame& frame);
 /// why or has cancelled, or another one is being read.
 bool OpenPriceFile(const Frame& frame, const QString& path);
 
+/// Chooses symbols for the comparison in front, or for a new one that begins with the symbol and
+/// the history of the chart in front. Without a base date the first day of the data is offered, and
+/// stays none unless the user chooses another.
+void CompareSymbols(const Frame& frame);
+
 /// The data viewer of the chart, which stays open beside it.
 void ViewData(const Frame& frame);
 
