@@ -4,6 +4,7 @@
 #include "dialogs/ComparisonText.h"
 #include "platform/Text.h"
 #include "tests/support/MemoryQuotes.h"
+#include "tests/support/MemorySets.h"
 
 #include <gtest/gtest.h>
 
@@ -168,20 +169,8 @@ TEST(PastedCodes, AreParted) {
     EXPECT_EQ(CodesOfText("\xA4\x5D,a"), (Codes{"\xA4\x5D", "a"}));
 }
 
-class KeptSymbols : public ComparisonSets {
-public:
-    std::vector<CString> Names() const override { return {}; }
-    bool Load(const CString&, ComparisonSet&) const override { return false; }
-    bool Save(const CString&, const ComparisonSet&) override { return false; }
-    bool Remove(const CString&) override { return false; }
-    std::vector<ComparedSymbol> RecentSymbols() const override { return recent; }
-    void SetRecentSymbols(const std::vector<ComparedSymbol>& symbols) override { recent = symbols; }
-
-    std::vector<ComparedSymbol> recent;
-};
-
 TEST(RecentSymbolsTest, TheTenNewestFirst) {
-    KeptSymbols kept;
+    MemorySets kept;
     for (int i = 0; i < 12; ++i) {
         RememberSymbol(&kept, {1, std::to_string(i)});
     }

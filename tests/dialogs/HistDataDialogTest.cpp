@@ -77,18 +77,18 @@ protected:
         }
         return text;
     }
-    void ExpectFault(const char* key) {
-        prompts.ExpectMessage();
-        m_fault = key;
-    }
-    void CheckFault() const {
-        EXPECT_EQ(prompts.Last().text, m_fault);
+    /// The text of the warning that `action` brings.
+    std::string Fault(const std::function<void()>& action) {
+        const QString text = Told(action);
         EXPECT_EQ(prompts.Last().title, "Terminal");
         EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Warning);
+        return text.toStdString();
     }
-
-private:
-    const char* m_fault = "";
+    static void TypeDate(QDateEdit& date, const char* digits) {
+        date.setFocus();
+        date.setSelectedSection(QDateTimeEdit::YearSection);
+        QTest::keyClicks(&date, digits);
+    }
 };
 
 struct OpeningCase {
@@ -199,10 +199,7 @@ TEST_F(HistData, Editing) {
         {"a typed date, 30 days ago",
          [&](auto& dialog) {
              PressAlt(dialog, Qt::Key_S);
-             auto& date = Find<QDateEdit>(dialog, "startDate");
-             date.setFocus();
-             date.setSelectedSection(QDateTimeEdit::YearSection);
-             QTest::keyClicks(&date, "20200516");
+             TypeDate(Find<QDateEdit>(dialog, "startDate"), "20200516");
          },
          "D of DWMm, 5-, since 100-, 2020-05-16+", "0 5 1 100 18398 "},
         {"Escape", [](auto& dialog) { Press(dialog, Qt::Key_Escape); },
@@ -229,9 +226,7 @@ TEST_F(HistData, CountsOutOfRangeAreCorrectedAndTold) {
         Press(dialog, Qt::Key_A, Qt::ControlModifier);
         Press(dialog, Qt::Key_Delete);
         QTest::keyClicks(&count, typed);
-        ExpectFault("50 to 4000");
-        Press(dialog, Qt::Key_Enter);
-        CheckFault();
+        EXPECT_EQ(Fault([&] { Press(dialog, Qt::Key_Enter); }), "50 to 4000");
         EXPECT_EQ(count.text(), kept);
         EXPECT_EQ(count.selectedText(), kept);
         EXPECT_TRUE(count.hasFocus());
@@ -246,52 +241,33 @@ TEST_F(HistData, CountsOutOfRangeAreCorrectedAndTold) {
     EXPECT_EQ(Result(since), "0 5 1 10 18000 ");
 }
 
-struct DateCase {
-    QDate date;
-    const char* fault;
-};
-
 TEST_F(HistData, RefusedStartDates) {
-    for (const DateCase& c :
-         std::vector<DateCase>{{{1970, 1, 1}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_BEFORE"},
-                               {{2020, 6, 16}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER"},
-                               {{2069, 12, 31}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_AFTER"},
-                               {{2020, 6, 5}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_MID"},
-                               {{2020, 5, 17}, "IDS_DIALOG-SETHISTDATA_VALID_DATE_MID"}}) {
-        SCOPED_TRACE(c.date.toString(Qt::ISODate).toStdString());
+    const std::function<void(MXSetHistData&)> ways[] = {
+        // out of the field, all but Cancel
+        [](auto& dialog) { Press(dialog, Qt::Key_Enter); },
+        [](auto& dialog) { PressAlt(dialog, Qt::Key_O); },
+        [](auto& dialog) { Press(dialog, Qt::Key_Backtab); },
+        [](auto& dialog) { Click(Find<QWidget>(dialog, "okButton")); },
+    };
+    const std::pair<const char*, const char*> cases[] = {{"19700101", "BEFORE"},
+                                                         {"20200616", "AFTER"},
+                                                         {"20691231", "AFTER"},
+                                                         {"20200605", "MID"},
+                                                         {"20200517", "MID"}};
+    for (const auto& [typed, fault] : cases) {
+        SCOPED_TRACE(typed);
         MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
         Show(dialog);
         auto& date = Find<QDateEdit>(dialog, "startDate");
-        const auto type = [&] {
-            date.setFocus();
-            date.setSelectedSection(QDateTimeEdit::YearSection);
-            QTest::keyClicks(&date, c.date.toString("yyyyMMdd"));
-        };
-        const auto refused = [&] {
-            CheckFault();
-            EXPECT_EQ(DateOf(date), "2019-04-14");
-            EXPECT_EQ(Result(dialog), "open");
+        for (const auto& leave : ways) {
+            TypeDate(date, typed);
+            EXPECT_EQ(Fault([&] { leave(dialog); }),
+                      CString("IDS_DIALOG-SETHISTDATA_VALID_DATE_") + fault);
+            EXPECT_EQ(Result(dialog) + ' ' + DateOf(date), "open 2019-04-14");
             QApplication::processEvents();
             EXPECT_TRUE(date.hasFocus());
-        };
-        // By each way out of the field but Cancel.
-        type();
-        ExpectFault(c.fault);
-        Press(dialog, Qt::Key_Enter);
-        refused();
-        type();
-        ExpectFault(c.fault);
-        PressAlt(dialog, Qt::Key_O);
-        refused();
-        type();
-        ExpectFault(c.fault);
-        Press(dialog, Qt::Key_Backtab);
-        refused();
-        type();
-        ExpectFault(c.fault);
-        Click(Find<QWidget>(dialog, "okButton"));
-        refused();
-        type();
+        }
+        TypeDate(date, typed);
         Click(Find<QWidget>(dialog, "cancelButton"));
         EXPECT_FALSE(dialog.isVisible());
     }
@@ -307,10 +283,7 @@ TEST_F(HistData, ADateHalfTypedIsNoneOfACancelsBusiness) {
     for (const auto& leave : ways) {
         MXSetHistData dialog(0, "", 0, 5, 1, 100, 18000, false);
         Show(dialog);
-        auto& date = Find<QDateEdit>(dialog, "startDate");
-        date.setFocus();
-        date.setSelectedSection(QDateTimeEdit::YearSection);
-        QTest::keyClicks(&date, "20690101");
+        TypeDate(Find<QDateEdit>(dialog, "startDate"), "20690101");
         leave(dialog);
         QApplication::processEvents();
         EXPECT_FALSE(dialog.isVisible());  // and no message came
@@ -325,9 +298,10 @@ TEST_F(HistData, ChangeDateTellsWhetherItWasTaken) {
     auto& minutes = Find<QComboBox>(dialog, "minutesCombo");
     minutes.setEnabled(true);
     minutes.setFocus();  // and goes with the dialog
-    ExpectFault("IDS_DIALOG-SETHISTDATA_VALID_DATE_MID");
-    EXPECT_FALSE(dialog.bChangeDate({2020, 6, 15}));
-    CheckFault();
+    EXPECT_EQ(Fault([&] {
+                  EXPECT_FALSE(dialog.bChangeDate({2020, 6, 15}));
+              }),
+              "IDS_DIALOG-SETHISTDATA_VALID_DATE_MID");
 }
 
 TEST_F(HistData, WhatASymbolHas) {
