@@ -50,7 +50,7 @@ struct Ran {
         QProcess process;
         process.setEnvironment(QProcess::systemEnvironment() + environment);
         process.start(QDir(QCoreApplication::applicationDirPath()).filePath(program), arguments);
-        constexpr int kLongest = 180000;
+        constexpr int kLongest = 330000;
         if (process.waitForFinished(kLongest) && process.exitStatus() == QProcess::NormalExit) {
             exitCode = process.exitCode();
         }
