@@ -8,8 +8,6 @@
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/MarketData.h"
 
-#include <qcustomplot.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -60,8 +58,6 @@ ComparisonView::ComparisonView(const MarketData& markets, QWidget* parent)
 ComparisonView::ComparisonView(const MarketData& markets,
                                const std::shared_ptr<ComparisonModel>& model, QWidget* parent)
     : ChartPage(model, parent), m_markets(markets), m_model(model) {
-    // The toolkit's way of painting a wide jagged line takes some hundred milliseconds.
-    Plot().setPlottingHint(QCP::phFastPolylines);
     if (Language* language = Language::Instance()) {
         connect(language, &Language::changed, this, &ComparisonView::Reload);
     }
