@@ -238,7 +238,7 @@ void PaintComparison(benchmark::State& state) {
                 data.append(QCPGraphData(bar.time, bar.close));
             }
             QCPGraph* graph = peerPlot.addGraph();
-            graph->setPen(QPen(theme.Readable(ta::terminal::ComparisonColour(line)), 2));
+            graph->setPen(QPen(theme.Readable(ta::terminal::ComparisonColour(line)), 1));
             graph->data()->set(data, true);
         }
         peerPlot.rescaleAxes();

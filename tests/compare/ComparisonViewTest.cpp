@@ -3,6 +3,7 @@
 #include "terminal/compare/ComparisonView.h"
 
 #include "terminal/compare/ComparisonModel.h"
+#include "terminal/plot/PaneLegend.h"
 #include "terminal/plot/PlotTheme.h"
 #include "tests/chart/ChartFixture.h"
 
@@ -145,6 +146,21 @@ TEST_F(ComparisonViewTest, LoadsAsMuchAsIsAskedForInEachPeriod) {
     compared->ShowPeriod(kSeconds, 5);
     EXPECT_EQ(compared->Shown(), (BarsKey{0, {}, kMinutes, 7})) << "there are none of seconds";
     EXPECT_EQ(shown.count(), 1) << "for a bar that shows seconds now";
+}
+
+TEST_F(ComparisonViewTest, ALegendEntryStaysInOneRow) {
+    QCustomPlot plot;
+    PaneLegend legend(plot, "overlay");
+    const QFontMetricsF metrics(plot.font());
+    legend.SetFont(plot.font());
+    legend.SetEntries({{1, {{"name", {}}, {"value", {}}}}, {2, {{"name", {}}, {"value", {}}}}});
+    const double entry = metrics.horizontalAdvance("name value");
+    legend.Arrange({}, 1.7 * entry, 200);
+    EXPECT_EQ(legend.StudyAt({1.3 * entry, 2}), -1) << "it has room for its name alone";
+    EXPECT_EQ(legend.StudyAt({2, metrics.height() + 4}), 2);
+    legend.Arrange({}, 0.8 * entry, 200);
+    EXPECT_EQ(legend.StudyAt({2, 2}), 1) << "wider than a row, it begins where it is";
+    EXPECT_EQ(legend.StudyAt({2, metrics.height() + 4}), 1);
 }
 
 TEST_F(ComparisonViewTest, TakesNoMoreThanItsMost) {

@@ -49,7 +49,7 @@ TEST(FrameState, StartsWithDefaultsWithoutAFileOrWithGarbage) {
     Write(garbage, "[tabs]\nsize=1\n1\\depths=0/0/0/60, a/b/c/d/e, 0/0/0/-5/1, 2/0/0/9/1, \n");
     EXPECT_EQ(LoadFrameState(garbage).tabs[0].depths, (HistoryDepths{{{2, 0}, {0, 9, 1}}}));
     // A comparison that cannot be read leaves the other tabs alone.
-    Write(garbage, "[tabs]\nsize=2\n1\\comparison={\"symbols\n2\\symbol=SPX\n");
+    Write(garbage, "[tabs]\nsize=2\n1\\comparison={symbols\n2\\symbol=SPX\n");
     EXPECT_EQ(LoadFrameState(garbage).tabs[0].comparison, ComparisonState());
     EXPECT_EQ(LoadFrameState(garbage).tabs[1].symbol, "SPX");
     Write(garbage, "[tabs]\nsize=2000000000\n");
