@@ -218,7 +218,6 @@ void PaintComparison(benchmark::State& state) {
     ta::terminal::ComparisonModel model;
     QCustomPlot plot;
     plot.setViewport({{}, kPlotSize});
-    plot.setPlottingHint(QCP::phFastPolylines);  // as the view sets it
     ta::terminal::ChartScene scene(plot, model);
     const auto ours = [&] {
         model.SetSources(sources, {});
@@ -230,7 +229,6 @@ void PaintComparison(benchmark::State& state) {
     };
     QCustomPlot peerPlot;
     peerPlot.setViewport({{}, kPlotSize});
-    peerPlot.setPlottingHint(QCP::phFastPolylines);
     const auto peer = [&] {
         peerPlot.clearGraphs();
         for (std::size_t line = 0; line < sources.size(); ++line) {
@@ -240,7 +238,7 @@ void PaintComparison(benchmark::State& state) {
                 data.append(QCPGraphData(bar.time, bar.close));
             }
             QCPGraph* graph = peerPlot.addGraph();
-            graph->setPen(QPen(theme.Readable(ta::terminal::ComparisonColour(line)), 2));
+            graph->setPen(QPen(theme.Readable(ta::terminal::ComparisonColour(line)), 1));
             graph->data()->set(data, true);
         }
         peerPlot.rescaleAxes();

@@ -1,5 +1,6 @@
 #include "dialogs/MXTechDataDlg.h"
 
+#include "dialogs/TechDataGoToDlg.h"
 #include "dialogs/TechDataModel.h"
 #include "dialogs/TechDataWriter.h"
 #include "platform/ui/TextBridge.h"
@@ -123,6 +124,7 @@ void MXTechDataDlg::reInitializeList(const char* title, int dataType, int dataPa
         m_market = market;
         m_symbol = symbol;
         m_selectAtEnd = false;
+        m_goneTo.reset();
         EnableExports(false);
         m_model->SetSource(market, symbol, dataType);
         m_model->Restart();
@@ -147,7 +149,7 @@ bool MXTechDataDlg::SetDataValue(std::size_t row, const OneRecord& record) {
 void MXTechDataDlg::vInsertOneData(const OneRecord& record) {
     Guard([&] {
         if (m_model->Insert(record)) {
-            ShowLastRow();
+            SelectRow(m_model->rowCount() - 1);
         } else {
             m_selectAtEnd = true;
         }
@@ -195,6 +197,9 @@ void MXTechDataDlg::FillBatch() {
     m_model->NoteRows(noted, first + count);
     m_model->Append(count);
     MarkRow();
+    if (m_goneTo >= first && m_goneTo < first + count) {
+        SelectRow(static_cast<int>(*m_goneTo));
+    }
 }
 
 void MXTechDataDlg::EndFill() {
@@ -205,7 +210,10 @@ void MXTechDataDlg::EndFill() {
     m_list->setFocus();
     m_list->scrollToBottom();
     if (std::exchange(m_selectAtEnd, false)) {
-        ShowLastRow();
+        SelectRow(m_model->rowCount() - 1);
+    }
+    if (std::exchange(m_goneTo, {})) {
+        m_list->scrollTo(m_list->currentIndex());
     }
     TuneColWidth();
 }
@@ -216,22 +224,27 @@ void MXTechDataDlg::EnableExports(bool enabled) {
     }
 }
 
-void MXTechDataDlg::ShowLastRow() {
+void MXTechDataDlg::SelectRow(int row) {
     if (m_list != nullptr) {
-        const QModelIndex last = m_model->index(m_model->rowCount() - 1, 0);
+        const QModelIndex index = m_model->index(row, 0);
         // Whatever keys the user holds down.
         m_list->selectionModel()->setCurrentIndex(
-            last, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        m_list->scrollTo(last);
+            index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        m_list->scrollTo(index);
     }
 }
 
 int MXTechDataDlg::ContentsWidth(int column) const {
     const QFontMetrics metrics = m_list->fontMetrics();
     const CString& widest = m_model->Widest().At(static_cast<std::size_t>(column));
-    const int margin = m_list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, m_list);
-    return metrics.horizontalAdvance(WithWidestDigits(ToQString(widest), metrics)) +
-           2 * (margin + 1) + 1;
+    QStyleOptionViewItem cell;
+    cell.initFrom(m_list);
+    cell.font = m_list->font();
+    cell.features = QStyleOptionViewItem::HasDisplay;
+    cell.text = WithWidestDigits(ToQString(widest), metrics);
+    constexpr int kGridLine = 1;
+    return m_list->style()->sizeFromContents(QStyle::CT_ItemViewItem, &cell, {}, m_list).width() +
+           kGridLine;
 }
 
 void MXTechDataDlg::TuneColWidth() {
@@ -258,6 +271,8 @@ void MXTechDataDlg::MakeActions() {
              [this] { OnSetColumn(); });
     AddEntry("IDS_TADIALOGS-TECHDATA_FIT_DATA", Qt::CTRL | Qt::Key_2,
              [this] { OnSetColumnByDataOnly(); });
+    m_menu->addSeparator();
+    AddEntry("IDS_TADIALOGS-TECHDATA_GOTO", Qt::CTRL | Qt::Key_G, [this] { OnGoToDate(); });
     m_menu->addSeparator();
     AddEntry("IDS_TADIALOGS-TECHDATA_COPY_ROWS", QKeySequence::Copy, [this] { OnCopyRows(false); });
     AddEntry("IDS_TADIALOGS-TECHDATA_COPY_ROWS_HEADED", Qt::CTRL | Qt::SHIFT | Qt::Key_C,
@@ -291,6 +306,7 @@ void MXTechDataDlg::OnEraseAll() {
     Guard([this] {
         KillTimer(kFillTimer);
         m_selectAtEnd = false;
+        m_goneTo.reset();
         m_model->Erase();
         EnableExports(true);
         PostToOwner(m_eraseMessage, 0, 0);
@@ -326,19 +342,41 @@ void MXTechDataDlg::MarkTime(double time) {
 }
 
 int MXTechDataDlg::MarkRow() {
-    const double time = m_markedTime;
-    const TechDataTable& table = m_model->Table();
-    int first = 0;
-    int last = m_model->rowCount();
-    while (first < last) {
-        const int middle = first + (last - first) / 2;
-        const OneRecord* const record = table.Record(static_cast<std::size_t>(middle));
-        (record != nullptr && record->time < time ? first : last) =
-            record != nullptr && record->time < time ? middle + 1 : middle;
-    }
-    const OneRecord* const found = table.Record(static_cast<std::size_t>(first));
-    const bool isThere = found != nullptr && found->time == time;
-    const int row = isThere ? first : -1;
+    const std::size_t first = m_model->Table().RowFrom(m_markedTime);
+    const OneRecord* const found = m_model->Table().Record(first);
+    const bool isThere = found != nullptr && found->time == m_markedTime;
+    const int row = isThere ? static_cast<int>(first) : -1;
     m_model->Mark(row);
     return row;
+}
+
+void MXTechDataDlg::OnGoToDate() {
+    Guard([this] {
+        if (m_model->Table().RecordToCome(0) == nullptr) {
+            TellKey("IDS_TADIALOGS-TECHDATA_GOTO_NONE");
+            return;
+        }
+        // Made on the heap: the owner may take this window away while the user chooses.
+        const QPointer<TechDataGoToDlg> dialog(
+            new TechDataGoToDlg(m_model->Table(), m_list->currentIndex().row(), this));
+        const bool isChosen = dialog->DoModal() == kIdOk;
+        if (dialog == nullptr) {
+            return;
+        }
+        const std::size_t row = dialog->Row();
+        delete dialog.data();
+        if (isChosen) {
+            GoToRow(row);
+        }
+    });
+}
+
+void MXTechDataDlg::GoToRow(std::size_t row) {
+    if (m_model->Table().IsFilling()) {
+        m_goneTo = row;
+    }
+    if (row < m_model->Table().RowCount()) {
+        SelectRow(static_cast<int>(row));
+    }
+    emit timeActivated(double{m_model->Table().RecordToCome(row)->time});
 }

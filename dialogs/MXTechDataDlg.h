@@ -11,6 +11,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QAction;
@@ -115,6 +116,10 @@ public:
     void OnExport();
     /// The selected rows to the clipboard; nothing when none is selected.
     void OnCopyRows(bool withHeadings);
+    /// Asks for a date; selects and shows its first row, or the last one before it, and emits
+    /// timeActivated. A row that is still to come is shown when the fill brings it, and stays in
+    /// view at its end.
+    void OnGoToDate();
 
     /// Marks the row of a time and brings it into view; no row when the table has none of it, until
     /// the fill brings it. NaN: none at all. The records are in the order of their times.
@@ -125,7 +130,7 @@ public:
     static const char* timeToString(double fraction);
 
 signals:
-    /// The user has double-clicked a row, or pressed Enter on it.
+    /// The user has double-clicked a row, or pressed Enter on it, or gone to a date.
     void timeActivated(double time);
 
 protected:
@@ -145,7 +150,8 @@ private:
     void FillBatch();
     void EndFill();
     void EnableExports(bool enabled);
-    void ShowLastRow();
+    void SelectRow(int row);
+    void GoToRow(std::size_t row);
     /// Marks the row of the time that MarkTime got last; the row, or -1.
     int MarkRow();
     void ActivateRow();
@@ -172,7 +178,8 @@ private:
     bool m_isShow = true;
     int m_widthMode = 0;
     double m_markedTime = std::numeric_limits<double>::quiet_NaN();
-    bool m_selectAtEnd = false;  ///< a row was inserted while the table was filling
+    bool m_selectAtEnd = false;           ///< a row was inserted while the table was filling
+    std::optional<std::size_t> m_goneTo;  ///< the row that the user has gone to during the fill
     ta::techdata::TechDataModel* m_model;
     std::unique_ptr<Ui::MXTechDataDlg> m_ui;
     QPointer<QTableView> m_list;

@@ -130,8 +130,9 @@ QVariant TechDataModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant TechDataModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    const bool isName = orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0 &&
-                        section < columnCount();
+    const bool isText = role == Qt::DisplayRole || role == Qt::ToolTipRole;
+    const bool isName =
+        orientation == Qt::Horizontal && isText && section >= 0 && section < columnCount();
     return isName ? ui::ToQString(m_names[static_cast<std::size_t>(section)]) : QVariant();
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstdint>
 #include <functional>
 
@@ -38,10 +39,37 @@ bool TechDataTable::IsOwn(std::size_t row) const {
 }
 
 const OneRecord* TechDataTable::Record(std::size_t row) const {
+    return row < m_rows ? RecordToCome(row) : nullptr;
+}
+
+const OneRecord* TechDataTable::RecordToCome(std::size_t row) const {
     if (IsOwn(row)) {
         return &m_own[row - m_firstOwn];
     }
-    return row < m_rows && row < m_records->size() ? &(*m_records)[row] : nullptr;
+    const bool isThere = row < m_records->size() && (m_filling || row < m_rows);
+    return isThere ? &(*m_records)[row] : nullptr;
+}
+
+std::size_t TechDataTable::RowFrom(double time) const {
+    std::size_t first = 0;
+    std::size_t last = m_filling ? std::max(m_rows, m_records->size()) : m_rows;
+    while (first < last) {
+        const std::size_t middle = first + (last - first) / 2;
+        const OneRecord* const record = RecordToCome(middle);
+        const bool isBefore = record != nullptr && record->time < time;
+        (isBefore ? first : last) = isBefore ? middle + 1 : middle;
+    }
+    return first;
+}
+
+std::optional<std::size_t> TechDataTable::RowOfDay(long day) const {
+    const std::size_t row = RowFrom(static_cast<double>(day));
+    const OneRecord* const record = RecordToCome(row);
+    if (record != nullptr && std::floor(record->time) == static_cast<double>(day)) {
+        return row;
+    }
+    const bool isInside = row > 0 && record != nullptr;
+    return isInside ? std::optional(row - 1) : std::nullopt;
 }
 
 void TechDataTable::Empty(bool fill) {

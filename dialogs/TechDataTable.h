@@ -3,6 +3,7 @@
 #include "dialogs/TechData.h"
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace ta::techdata {
@@ -25,6 +26,14 @@ public:
     /// The record of a row; null for a row beyond what there is now. Good until the owner changes
     /// his vector or another operation is called.
     const OneRecord* Record(std::size_t row) const;
+    /// The same in the list as it will be when it is full.
+    const OneRecord* RecordToCome(std::size_t row) const;
+    /// The first row of the full list at or behind a time; behind the last record when there is
+    /// none. The records are in the order of their times.
+    std::size_t RowFrom(double time) const;
+    /// The full list's first row of a day (since 1970-01-01), or else the last one before that day;
+    /// nothing for a day before the first record's or behind the last one's.
+    std::optional<std::size_t> RowOfDay(long day) const;
     /// How often the list was emptied or got another vector: a pass over its rows that sees the
     /// number change goes over other rows than it began with.
     unsigned Generation() const { return m_generation; }

@@ -194,6 +194,13 @@
     <message id="IDS_TADIALOGS-TECHDATA_FORM_CODE_PAGE"><translation>Code page</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_FORM_FIXED"><translation>Fixed, as “Save to CSV file”</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_FORM_SPREADSHEET"><translation>Spreadsheet (UTF-8)</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO"><translation>&amp;Go to date...</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_CANCEL"><translation>&amp;Cancel</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_CAPTION"><translation>Go to Date</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_DATE"><translation>&amp;Date:</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_NONE"><translation>There are no rows to go to.</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_OK"><translation>&amp;Go</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_OUTSIDE"><translation>The rows are of %1 to %2 only.</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_LOST"><translation>The code page lacks these characters, which will be saved as “?”: %1</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_NAME_EMPTY"><translation>Please enter a name for the profile.</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PREVIEW"><translation>Pre&amp;view:</translation></message>

@@ -194,6 +194,13 @@
     <message id="IDS_TADIALOGS-TECHDATA_FORM_CODE_PAGE"><translation>指定字碼頁</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_FORM_FIXED"><translation>固定格式（與「儲存到CSV檔」相同）</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_FORM_SPREADSHEET"><translation>試算表（UTF-8）</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO"><translation>前往日期(&amp;G)...</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_CANCEL"><translation>取消(&amp;C)</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_CAPTION"><translation>前往日期</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_DATE"><translation>日期(&amp;D)：</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_NONE"><translation>沒有資料列，無法前往日期。</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_OK"><translation>前往(&amp;G)</translation></message>
+    <message id="IDS_TADIALOGS-TECHDATA_GOTO_OUTSIDE"><translation>資料的日期範圍是 %1 至 %2。</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_LOST"><translation>此字碼頁沒有下列字元，將以「?」儲存：%1</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_NAME_EMPTY"><translation>請輸入設定檔的名稱。</translation></message>
     <message id="IDS_TADIALOGS-TECHDATA_PREVIEW"><translation>預覽(&amp;V)：</translation></message>

@@ -10,8 +10,8 @@ class TADIALOGS_EXPORT NumberDisplay {
 public:
     virtual ~NumberDisplay() = default;
 
-    /// `code` says how: 10 + k or 20 + k (31 or 41 for k = 1) is k decimals, 0 to 9 that many
-    /// decimals, -1 and -9 as few decimals as the value needs.
+    /// `code` says how: 10 + k or 20 + k (31 or 41 for k = 1) is k decimals, 0 to 9 that many,
+    /// -1 as few decimals as the value needs, -9 two. An empty text for NaN.
     virtual CString CApi_DisplayDouble(double value, int code) const = 0;
 
     // A price in parts of a whole (halves to 256ths), in four notations, of which

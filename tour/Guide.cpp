@@ -116,6 +116,14 @@ void Guide::Picture(const QString& name) {
     QTextStream(stdout) << path << Qt::endl;
 }
 
+QString Guide::FileBeside(const QString& name) const {
+    return QDir(m_folder).absoluteFilePath(name);
+}
+
+QPoint Guide::Middle(const QWidget& dialog) const {
+    return m_window.pos() + m_window.rect().center() - dialog.rect().center();
+}
+
 void Guide::MenuPicture(MenuId menu, const QString& name) {
     QMenu& opened = Parts().commands.At(menu);
     m_window.menuBar()->setActiveAction(opened.menuAction());
@@ -141,8 +149,7 @@ QPixmap Guide::Display() const {
     for (const QWidget* widget : ShownOver(m_window)) {
         QPoint position = widget->pos() - m_window.pos();
         if (IsDialog(*widget)) {
-            // In the middle of the window, where a window manager would put it.
-            position = m_window.rect().center() - widget->rect().center();
+            position = Middle(*widget) - m_window.pos();
             PaintFrame(painter, *widget, position);
         }
         painter.drawPixmap(position, const_cast<QWidget*>(widget)->grab());

@@ -22,8 +22,9 @@ std::vector<Step> ChartSteps();
 std::vector<Step> PeriodSteps();
 /// The compare dialog and its chart, in both languages.
 std::vector<Step> CompareSteps();
-/// The data viewer, in both languages.
-std::vector<Step> DataSteps();
+/// The data viewer, in both languages. Leaves files that it saved beside the pictures, and what it
+/// showed: "data-zh-fixed.csv", ..., "data-zh-shown.json".
+std::vector<Step> ViewerSteps();
 /// The first writes the file that the second reads.
 std::vector<Step> GroupFileSteps();
 /// Everything stays as it was.

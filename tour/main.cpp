@@ -12,7 +12,7 @@ namespace {
 
 using namespace ta;
 
-constexpr int kLongestTour = 120000;  // milliseconds
+constexpr int kLongestTour = 300000;  // milliseconds
 constexpr QSize kPictureSize(1280, 800);
 
 /// A display of the usual size in memory; the one that comes without asking is 800 x 800.
@@ -72,7 +72,7 @@ terminal::Options OwnPlaces(const QString& data) {
 
 void RunTour(tour::Guide& guide) {
     for (const auto& steps :
-         {tour::ChartSteps(), tour::PeriodSteps(), tour::CompareSteps(), tour::DataSteps(),
+         {tour::ChartSteps(), tour::PeriodSteps(), tour::CompareSteps(), tour::ViewerSteps(),
           tour::GroupFileSteps(), tour::SheetSteps(), tour::DrawingSteps()}) {
         for (const tour::Step& step : steps) {
             guide.Begin(step.name);

@@ -21,6 +21,7 @@ class QWheelEvent;
 namespace ta::terminal {
 
 class ChartScene;
+struct ChartTable;
 struct PlotMapping;
 class PlotModel;
 struct PlotTheme;
@@ -60,6 +61,8 @@ public:
     /// Asks for the history again and draws.
     virtual void Reload() = 0;
 
+    /// The numbers behind it.
+    virtual ChartTable Table() const = 0;
     /// The bars and what is drawn of them.
     const PlotModel& Model() const { return *m_model; }
     int PaneCount() const;

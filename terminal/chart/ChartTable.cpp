@@ -9,9 +9,10 @@
 namespace ta::terminal {
 namespace {
 
-// The display code of what is no price: as few decimals as needed. A price's code is its number of
-// decimals, for markets without a rule of their own.
-constexpr int kPlainCode = -1;
+// Display codes of what is no price, which escape the unit rule of the market: as few decimals as
+// the value needs, and two. A price's code is its number of decimals, for markets without a rule.
+constexpr int kFewDecimals = -1;
+constexpr int kTwoDecimals = -9;
 
 struct BarColumn {
     const char* key;
@@ -40,32 +41,26 @@ void ForEachOutput(const ChartModel& model, const OutputVisitor& visit) {
     }
 }
 
-techdata::HeaderInfo Heading(const QString& name, int displayCode) {
-    return {ui::FromQString(name), 0, 0, displayCode};
-}
-
 QString OutputName(const ChartStudy& study, const ChartOutput& output) {
     const QString name =
         study.parameters.isEmpty() ? study.name : study.name + '(' + study.parameters + ')';
     return study.outputs.size() == 1 ? name : name + ' ' + output.name;
 }
 
-}  // namespace
-
-techdata::Headers ChartHeaders(const ChartModel& model) {
-    const int priceCode = model.Title().priceDecimals;
-    techdata::Headers headers{Heading(Tr("IDS_TERMINAL-TABLE_DATE"), kPlainCode)};
+techdata::Headers HeadersOf(const ChartModel& model) {
+    const int priceDecimals = model.Title().priceDecimals;
+    techdata::Headers headers{DateHeading()};
     for (const BarColumn& column : kBarColumns) {
-        headers.push_back(Heading(Tr(column.key), priceCode));
+        headers.push_back(NumberHeading(Tr(column.key), NumberKind::Price, priceDecimals));
     }
     ForEachOutput(model, [&](const ChartStudy& study, std::size_t output) {
-        headers.push_back(Heading(OutputName(study, study.outputs[output]),
-                                  study.numbers == NumberKind::Price ? priceCode : kPlainCode));
+        headers.push_back(
+            NumberHeading(OutputName(study, study.outputs[output]), study.numbers, priceDecimals));
     });
     return headers;
 }
 
-techdata::Records ChartRecords(const ChartModel& model) {
+techdata::Records RecordsOf(const ChartModel& model) {
     techdata::Records records;
     records.reserve(model.Bars().size());
     for (const Bar& bar : model.Bars()) {
@@ -83,7 +78,24 @@ techdata::Records ChartRecords(const ChartModel& model) {
     return records;
 }
 
-CString ChartCaption(const ChartModel& model) {
+}  // namespace
+
+ChartTable MakeChartTable(const ChartModel& model, const CString& group) {
+    return {TableCaption(model), group, HeadersOf(model), RecordsOf(model)};
+}
+
+techdata::HeaderInfo DateHeading() {
+    return {ui::FromQString(Tr("IDS_TERMINAL-TABLE_DATE")), 0, 0, kFewDecimals};
+}
+
+techdata::HeaderInfo NumberHeading(const QString& name, NumberKind numbers, int priceDecimals) {
+    const int code = numbers == NumberKind::Price    ? priceDecimals
+                     : numbers == NumberKind::Volume ? kFewDecimals
+                                                     : kTwoDecimals;
+    return {ui::FromQString(name), 0, 0, code};
+}
+
+CString TableCaption(const PlotModel& model) {
     return ui::FromQString(model.Title().symbol + ' ' + model.Title().period);
 }
 

@@ -5,6 +5,7 @@
 #include "settings/Messages.h"
 #include "settings/Repository.h"
 #include "terminal/chart/ChartScene.h"
+#include "terminal/chart/ChartTable.h"
 #include "terminal/lang/Language.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/plot/ChartModel.h"
@@ -61,6 +62,10 @@ void ChartView::SetGroup(const CString& name) {
         RedrawGroup();
         emit groupChanged();
     }
+}
+
+ChartTable ChartView::Table() const {
+    return MakeChartTable(*m_model, m_groupName);
 }
 
 void ChartView::Reload() {

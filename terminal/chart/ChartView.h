@@ -64,6 +64,7 @@ public:
 
     /// The bars and the studies of the group, calculated.
     const ChartModel& Model() const { return *m_model; }
+    ChartTable Table() const override;
     void Reload() override;
 
     /// The trend lines of the symbol and data period, and the tools to draw them.

@@ -5,10 +5,9 @@
 #include "settings/Repository.h"
 #include "terminal/chart/ChartScene.h"
 #include "terminal/compare/ComparisonModel.h"
+#include "terminal/compare/ComparisonTable.h"
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/MarketData.h"
-
-#include <qcustomplot.h>
 
 #include <algorithm>
 #include <cmath>
@@ -60,8 +59,6 @@ ComparisonView::ComparisonView(const MarketData& markets, QWidget* parent)
 ComparisonView::ComparisonView(const MarketData& markets,
                                const std::shared_ptr<ComparisonModel>& model, QWidget* parent)
     : ChartPage(model, parent), m_markets(markets), m_model(model) {
-    // The toolkit's way of painting a wide jagged line takes some hundred milliseconds.
-    Plot().setPlottingHint(QCP::phFastPolylines);
     if (Language* language = Language::Instance()) {
         connect(language, &Language::changed, this, &ComparisonView::Reload);
     }
@@ -98,6 +95,10 @@ void ComparisonView::SwitchPeriod(int period, int count) {
 
 HistoryDepth ComparisonView::Depth() const {
     return DepthOf(m_set.history);
+}
+
+ChartTable ComparisonView::Table() const {
+    return ComparisonTable(*m_model);
 }
 
 void ComparisonView::SetMode(ComparisonMode mode) {

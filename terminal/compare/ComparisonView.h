@@ -43,6 +43,7 @@ public:
     void Show(const BarsKey& history, const HistoryDepth& depth) override;
     /// Another period than the compare dialog has changes nothing.
     void SwitchPeriod(int period, int count) override;
+    ChartTable Table() const override;
     void Reload() override;
 
 protected:

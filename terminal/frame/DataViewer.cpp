@@ -1,8 +1,8 @@
 #include "terminal/frame/DataViewer.h"
 
+#include "terminal/chart/ChartPage.h"
 #include "terminal/chart/ChartTable.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/plot/ChartModel.h"
+#include "terminal/plot/PlotModel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,6 @@
 namespace ta::terminal {
 namespace {
 
-using techdata::Headers;
 using techdata::Records;
 
 unsigned MessageOf(const char* name) {
@@ -40,14 +39,14 @@ bool SameColumn(const techdata::HeaderInfo& left, const techdata::HeaderInfo& ri
 
 }  // namespace
 
-DataViewer& DataViewer::Of(ChartView& chart) {
+DataViewer& DataViewer::Of(ChartPage& chart) {
     auto* const viewer = chart.findChild<DataViewer*>({}, Qt::FindDirectChildrenOnly);
     return viewer != nullptr ? *viewer : *new DataViewer(chart);
 }
 
-DataViewer::DataViewer(ChartView& chart) : QObject(&chart), m_chart(chart) {
-    connect(&chart, &ChartView::dataChanged, this, &DataViewer::Follow);
-    connect(&chart, &ChartView::cursorMoved, this, &DataViewer::MarkCursor);
+DataViewer::DataViewer(ChartPage& chart) : QObject(&chart), m_chart(chart) {
+    connect(&chart, &ChartPage::dataChanged, this, &DataViewer::Follow);
+    connect(&chart, &ChartPage::cursorMoved, this, &DataViewer::MarkCursor);
 }
 
 DataViewer::~DataViewer() {
@@ -65,12 +64,13 @@ void DataViewer::Open() {
 
 void DataViewer::MakeWindow() {
     m_shown = m_chart.Shown();
-    m_headers = ChartHeaders(m_chart.Model());
-    m_records = ChartRecords(m_chart.Model());
-    m_window = new MXTechDataDlg(ChartCaption(m_chart.Model()).c_str(), m_chart.GroupName().c_str(),
-                                 DataTypeOf(m_shown), m_headers, m_records, 0, CloseMessage(),
-                                 EraseMessage(), m_shown.market, m_shown.symbol, m_shown.period,
-                                 m_shown.count, this, m_chart.window());
+    ChartTable table = m_chart.Table();
+    m_headers = std::move(table.headers);
+    m_records = std::move(table.records);
+    m_window =
+        new MXTechDataDlg(table.caption.c_str(), table.group.c_str(), DataTypeOf(m_shown),
+                          m_headers, m_records, 0, CloseMessage(), EraseMessage(), m_shown.market,
+                          m_shown.symbol, m_shown.period, m_shown.count, this, m_chart.window());
     connect(m_window, &MXTechDataDlg::timeActivated, this, &DataViewer::GoTo);
     m_window->Create();
     if (!m_geometry.isEmpty()) {
@@ -101,21 +101,22 @@ void DataViewer::Follow() {
     if (m_window == nullptr) {
         return;
     }
-    Headers headers = ChartHeaders(m_chart.Model());
-    Records records = ChartRecords(m_chart.Model());
-    if (Continues(headers, records)) {
-        Amend(records);
+    ChartTable table = m_chart.Table();
+    if (Continues(table)) {
+        Amend(table.records);
     } else {
-        Fill(std::move(headers), std::move(records));
+        Fill(std::move(table));
     }
+    MarkCursor();  // a chart that is loaded again has no cursor line any more
 }
 
 /// Whether they are the bars of before, with other values or new bars behind them.
-bool DataViewer::Continues(const Headers& headers, const Records& records) const {
+bool DataViewer::Continues(const ChartTable& table) const {
+    const Records& records = table.records;
     const auto sameTime = [](const OneRecord& left, const OneRecord& right) {
         return left.time == right.time;
     };
-    return m_chart.Shown() == m_shown && std::ranges::equal(headers, m_headers, SameColumn) &&
+    return m_chart.Shown() == m_shown && std::ranges::equal(table.headers, m_headers, SameColumn) &&
            !m_records.empty() && records.size() >= m_records.size() &&
            std::equal(m_records.begin(), m_records.end(), records.begin(), sameTime);
 }
@@ -133,13 +134,12 @@ void DataViewer::Amend(const Records& records) {
     }
 }
 
-void DataViewer::Fill(Headers headers, Records records) {
+void DataViewer::Fill(ChartTable table) {
     m_shown = m_chart.Shown();
-    m_headers = std::move(headers);
-    m_records = std::move(records);
-    m_window->reInitializeList(ChartCaption(m_chart.Model()).c_str(), DataTypeOf(m_shown),
-                               m_shown.period, m_shown.count, m_shown.market, m_shown.symbol);
-    MarkCursor();
+    m_headers = std::move(table.headers);
+    m_records = std::move(table.records);
+    m_window->reInitializeList(table.caption.c_str(), DataTypeOf(m_shown), m_shown.period,
+                               m_shown.count, m_shown.market, m_shown.symbol);
 }
 
 void DataViewer::MarkCursor() {

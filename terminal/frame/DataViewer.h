@@ -10,17 +10,18 @@
 
 namespace ta::terminal {
 
-class ChartView;
+class ChartPage;
+struct ChartTable;
 
-/// The data viewer of one chart and the owner of its vectors: follows the chart's symbol, period,
-/// group and bars, marks the row of the bar under the cursor line, and brings the chart to the bar
-/// of a row. Belongs to the chart and goes with it.
+/// The data viewer of one chart window, a comparison too, and the owner of its vectors: follows the
+/// chart's symbol, period, group and bars, marks the row of the bar under the cursor line, and
+/// brings the chart to the bar of a row. Belongs to the chart and goes with it.
 class DataViewer : public QObject, public CWnd {
     Q_OBJECT
 
 public:
     /// The viewer of a chart, made by the first call.
-    static DataViewer& Of(ChartView& chart);
+    static DataViewer& Of(ChartPage& chart);
     ~DataViewer() override;
 
     /// Shows the window where it was last, or brings it to the front.
@@ -32,17 +33,17 @@ public:
                              std::intptr_t lParam) override;
 
 private:
-    explicit DataViewer(ChartView& chart);
+    explicit DataViewer(ChartPage& chart);
     void MakeWindow();
     void Close();
     void Follow();
-    void Fill(techdata::Headers headers, techdata::Records records);
+    void Fill(ChartTable table);
     void Amend(const techdata::Records& records);
-    bool Continues(const techdata::Headers& headers, const techdata::Records& records) const;
+    bool Continues(const ChartTable& table) const;
     void MarkCursor();
     void GoTo(double time);
 
-    ChartView& m_chart;
+    ChartPage& m_chart;
     BarsKey m_shown;
     techdata::Headers m_headers;
     techdata::Records m_records;

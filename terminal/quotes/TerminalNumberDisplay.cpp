@@ -40,6 +40,9 @@ std::optional<int> DecimalsOf(int code) {
     if (code == 31 || code == 41) {
         return 1;
     }
+    if (code == -9) {
+        return 2;
+    }
     return code >= 0 && code <= 29 ? std::optional(code % 10) : std::nullopt;
 }
 
@@ -81,7 +84,7 @@ int DigitsOf(std::int64_t number) {
 
 CString TerminalNumberDisplay::CApi_DisplayDouble(double value, int code) const {
     if (!std::isfinite(value)) {
-        return kNotAvailable;
+        return std::isnan(value) ? CString() : kNotAvailable;
     }
     const auto decimals = DecimalsOf(code);
     CString text;

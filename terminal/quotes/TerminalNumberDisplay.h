@@ -5,13 +5,13 @@
 namespace ta::terminal {
 
 /// How the terminal writes numbers. No thousands separators, so that texts can stand in a CSV
-/// file; "N/A" for what is not a finite number; never "-0".
+/// file; "N/A" for what is infinite; never "-0".
 ///
 /// Fraction codes: 1 halves, 2 quarters, 3 eighths, 4 16ths, 5 32nds, 6 64ths, 7 128ths,
 /// 8 256ths; any other code gives "N/A". The value is rounded to the nearest fraction.
 class TerminalNumberDisplay : public ta::NumberDisplay {
 public:
-    /// Codes as in NumberDisplay; -1, -9 and unknown codes give up to 6 decimals without trailing
+    /// Codes as in NumberDisplay; -1 and unknown codes give up to 6 decimals without trailing
     /// zeros.
     CString CApi_DisplayDouble(double value, int code) const override;
 

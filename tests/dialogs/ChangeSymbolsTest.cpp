@@ -147,6 +147,11 @@ protected:
         return !dialog.isVisible();
     }
 
+    /// What OK tells, and stays.
+    QString Refused(MXChangeSymbols& dialog) {
+        return Told([&] { EXPECT_FALSE(Ok(dialog)); });
+    }
+
     MemorySets sets;
 };
 
@@ -196,9 +201,7 @@ TEST_F(ChangeSymbols, AnEmptyBackEnd) {
     Button(*dialog, "addButton");
     Button(*dialog, "deleteButton");
     Button(*dialog, "deleteAllButton");
-    prompts.ExpectMessage();
-    EXPECT_FALSE(Ok(*dialog));
-    EXPECT_EQ(prompts.Last().text, kMinimum);
+    EXPECT_EQ(Refused(*dialog), kMinimum);
 }
 
 TEST_F(ChangeSymbols, Adding) {
@@ -219,9 +222,10 @@ TEST_F(ChangeSymbols, Adding) {
     QTest::mouseDClick(Tree(*dialog).viewport(), Qt::LeftButton, {}, row.center());
     EXPECT_EQ(Chosen(*dialog), "16:9901|16:9902|109:SXF1|3:X1");
     EXPECT_FALSE(IsEnabled(*dialog, "addButton")) << "the limit";
-    prompts.ExpectMessage();
-    QTest::mouseDClick(Tree(*dialog).viewport(), Qt::LeftButton, {}, row.center());
-    EXPECT_EQ(prompts.Last().text, kLimit);
+    EXPECT_EQ(Told([&] {
+                  QTest::mouseDClick(Tree(*dialog).viewport(), Qt::LeftButton, {}, row.center());
+              }),
+              kLimit);
     EXPECT_EQ(prompts.Last().title, "Terminal");
     EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Warning);
     EXPECT_EQ(dialog->GetSymbols().size(), 4U);
@@ -231,17 +235,9 @@ TEST_F(ChangeSymbols, TheLimit) {
     for (const int limit : {0, -2, 2}) {
         const auto dialog = Open(kTwo, limit);
         Select(*dialog, {"9902 Beta", "9903 Gamma"});
-        prompts.ExpectMessage();  // one, also for several symbols
-        Button(*dialog, "addButton");
-        EXPECT_EQ(prompts.Last().text, kLimit);
+        // One message, also for several symbols.
+        EXPECT_EQ(Told([&] { Button(*dialog, "addButton"); }), kLimit);
         EXPECT_EQ(Chosen(*dialog), "16:9901|109:SXF1");
-        if (limit < 2) {
-            prompts.ExpectMessage();
-            EXPECT_FALSE(Ok(*dialog));
-            EXPECT_EQ(prompts.Last().text, kLimit);
-        } else {
-            EXPECT_TRUE(Ok(*dialog));
-        }
     }
     const auto dialog = Open({}, 3);
     Select(*dialog, {"9901 Alpha", "9902 Beta", "9903 Gamma"});
@@ -394,24 +390,22 @@ TEST_F(ChangeSymbols, FindingAnywhere) {
 
 TEST_F(ChangeSymbols, PastedCodes) {
     const auto dialog = Open({}, 3);
+    const auto paste = [&](const char* codes) {
+        QApplication::clipboard()->setText(codes);
+        return Told([&] { Press(*dialog, Qt::Key_V, Qt::ControlModifier); });
+    };
     for (QWidget* where :
          {static_cast<QWidget*>(&List(*dialog)), static_cast<QWidget*>(&Tree(*dialog))}) {
         where->setFocus();
-        QApplication::clipboard()->setText("sxf2\t9902, 77\r\n9902;SXF");
-        prompts.ExpectMessage();
-        Press(*dialog, Qt::Key_V, Qt::ControlModifier);
-        EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-COMPARE_CODES_NOT_FOUND 77, SXF");
+        EXPECT_EQ(paste("sxf2\t9902, 77\r\n9902;SXF"),
+                  "IDS_TADIALOGS-COMPARE_CODES_NOT_FOUND 77, SXF");
         EXPECT_EQ(Chosen(*dialog), "109:SXF2|16:9902");
     }
-    QApplication::clipboard()->setText("1 2 3 4 5 6 7 8 9 10 11 12 13 14");
-    prompts.ExpectMessage();
-    Press(*dialog, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_TRUE(prompts.Last().text.endsWith(
-        "_NOT_FOUND IDS_TADIALOGS-COMPARE_CODES_MORE 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12 2"));
-    QApplication::clipboard()->setText("9901 9903 X1");
-    prompts.ExpectMessage();
-    Press(*dialog, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(prompts.Last().text, kLimit);
+    EXPECT_TRUE(
+        paste("1 2 3 4 5 6 7 8 9 10 11 12 13 14")
+            .endsWith("_NOT_FOUND IDS_TADIALOGS-COMPARE_CODES_MORE 1, 2, 3, 4, 5, 6, 7, 8, 9, "
+                      "10, 11, 12 2"));
+    EXPECT_EQ(paste("9901 9903 X1"), kLimit);
     EXPECT_EQ(Chosen(*dialog), "109:SXF2|16:9902|16:9901");
 }
 
@@ -519,9 +513,7 @@ TEST_F(ChangeSymbols, ABaseDateInTheFuture) {
     for (const double base : {kToday + 1.0, 36524.0, 1e9}) {
         const auto dialog = Open(kTwo, 5, 2, base);
         auto& picker = Find<QDateTimeEdit>(*dialog, "baseDate");
-        prompts.ExpectMessage();
-        EXPECT_FALSE(Ok(*dialog));
-        EXPECT_EQ(prompts.Last().text, kFuture);
+        EXPECT_EQ(Refused(*dialog), kFuture);
         EXPECT_EQ(picker.date(), QDate(2020, 6, 15));
         EXPECT_TRUE(picker.hasFocus());
         EXPECT_TRUE(Ok(*dialog));
@@ -534,9 +526,8 @@ TEST_F(ChangeSymbols, ABaseDateInTheFuture) {
     picker.setFocus();
     picker.setSelectedSection(QDateTimeEdit::YearSection);
     QTest::keyClicks(&picker, "20200616");
-    prompts.ExpectMessage();
-    Press(*dialog, Qt::Key_Enter);
-    EXPECT_EQ(prompts.Last().text, kFuture) << "a typed date counts without leaving the field";
+    EXPECT_EQ(Told([&] { Press(*dialog, Qt::Key_Enter); }), kFuture)
+        << "a typed date counts without leaving the field";
     EXPECT_TRUE(dialog->isVisible());
 }
 
@@ -550,11 +541,9 @@ TEST_F(ChangeSymbols, TheNumberOfSymbolsAtOk) {
         const auto dialog = Open(symbols, limit);
         Find<QDateTimeEdit>(*dialog, "baseDate").setDate({2020, 1, 2});
         if (fault != nullptr) {
-            prompts.ExpectMessage();
-        }
-        EXPECT_EQ(Ok(*dialog), fault == nullptr);
-        if (fault != nullptr) {
-            EXPECT_EQ(prompts.Last().text, fault);
+            EXPECT_EQ(Refused(*dialog), fault);
+        } else {
+            EXPECT_TRUE(Ok(*dialog));
         }
         EXPECT_EQ(dialog->GetBaseDate(), 18263) << "changed also where the number is refused";
     }
@@ -659,9 +648,7 @@ TEST_F(CompareSets, NamesAndQuestions) {
     InSets(*dialog, [this](QWidget& window) {
         const auto& remove = Find<QPushButton>(window, "removeButton");
         EXPECT_FALSE(remove.isEnabled());
-        prompts.ExpectMessage();
-        Keep(window, "  ");
-        EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-COMPARE_SETS_NAMELESS");
+        EXPECT_EQ(Told([&] { Keep(window, "  "); }), "IDS_TADIALOGS-COMPARE_SETS_NAMELESS");
         prompts.ExpectYesNo(false);
         Keep(window, "old");
         EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-COMPARE_SETS_ASK_REPLACE old");
@@ -692,21 +679,12 @@ TEST_F(CompareSets, FailuresAreTold) {
     sets.broken = true;
     const auto dialog = Open(kTwo);
     InSets(*dialog, [this](QWidget& window) {
-        const auto told = [this](const char* fault) {
-            EXPECT_EQ(prompts.Last().text.toStdString(),
-                      std::string("IDS_TADIALOGS-COMPARE_SETS_NOT_") + fault);
-        };
-        prompts.ExpectMessage();
-        Keep(window, "new");
-        told("KEPT new");
+        const QString prefix = "IDS_TADIALOGS-COMPARE_SETS_NOT_";
+        EXPECT_EQ(Told([&] { Keep(window, "new"); }), prefix + "KEPT new");
         Type(Find<QLineEdit>(window, "nameEdit"), "old");
-        prompts.ExpectMessage();
-        Press(window, Qt::Key_Enter);
-        told("READ old");
+        EXPECT_EQ(Told([&] { Press(window, Qt::Key_Enter); }), prefix + "READ old");
         prompts.ExpectYesNo(true);
-        prompts.ExpectMessage();
-        PressAlt(window, Qt::Key_D);
-        told("REMOVED old");
+        EXPECT_EQ(Told([&] { PressAlt(window, Qt::Key_D); }), prefix + "REMOVED old");
         EXPECT_TRUE(window.isVisible());
         Press(window, Qt::Key_Escape);
     });

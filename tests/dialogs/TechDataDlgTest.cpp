@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDir>
 #include <QHeaderView>
 #include <QLabel>
@@ -49,16 +50,15 @@ public:
 class MemoryProfiles : public ExportProfiles {
 public:
     std::vector<ExportProfile> profiles;
-    bool readable = true;
-    bool writable = true;
+    bool broken = false;
 
     bool bLoadExportProfiles(std::vector<ExportProfile>& out) override {
-        out = readable ? profiles : out;
-        return readable;
+        out = broken ? out : profiles;
+        return !broken;
     }
     bool bSaveExportProfiles(const std::vector<ExportProfile>& in) override {
-        profiles = writable ? in : profiles;
-        return writable;
+        profiles = broken ? profiles : in;
+        return !broken;
     }
 };
 
@@ -107,10 +107,29 @@ protected:
         }
         return texts.join('|').toStdString();
     }
-    bool AreExportsEnabled() {
-        return Item<QWidget>(*viewer, MXTechDataDlg::kIdCopy).isEnabled() &&
-               Item<QWidget>(*viewer, MXTechDataDlg::kIdSaveCsv).isEnabled() &&
-               Item<QWidget>(*viewer, MXTechDataDlg::kIdExport).isEnabled();
+    /// How many of the exports are enabled.
+    int Exports() {
+        const auto ids = {MXTechDataDlg::kIdCopy, MXTechDataDlg::kIdSaveCsv,
+                          MXTechDataDlg::kIdExport};
+        return static_cast<int>(std::ranges::count_if(
+            ids, [this](int id) { return Item<QWidget>(*viewer, id).isEnabled(); }));
+    }
+    /// What the copy button tells.
+    QString Copy() {
+        return Told([this] { Click(*viewer, MXTechDataDlg::kIdCopy); });
+    }
+    void PressControl(Qt::Key key, Qt::KeyboardModifiers more = {}) {
+        Press(*viewer, key, Qt::ControlModifier | more);
+    }
+    void Refill() { viewer->reInitializeList("T", kDailyData, 0, 0); }
+    /// What the owner has given, as the accessors have it.
+    CString Given() {
+        unsigned char market = 0;
+        CString symbol;
+        viewer->GetSymbolInfo(market, symbol);
+        return fmt::format("{} {} {} {} {} {} {}", market, symbol, viewer->GetTADataParam(),
+                           viewer->GetTADataType(), viewer->GetSecondName(),
+                           viewer->GetOwnerMessage(), viewer->bIsShow());
     }
     /// What the owner has got, after `before` of it was there without delivery.
     CString Posted(const CString& before = {}) {
@@ -126,9 +145,7 @@ protected:
         if (!QFile::exists(path)) {
             prompts.ExpectYesNo(true);
         }
-        prompts.ExpectMessage();
-        Click(*viewer, MXTechDataDlg::kIdSaveCsv);
-        return prompts.Last().text;
+        return Told([this] { Click(*viewer, MXTechDataDlg::kIdSaveCsv); });
     }
     /// Runs `action` as soon as the progress shows.
     void AtProgress(const std::function<void(QProgressDialog&)>& action) {
@@ -144,6 +161,11 @@ protected:
         });
     }
     static void CancelWork(QProgressDialog& progress) { Click(Find<QPushButton>(progress, "")); }
+
+    bool IsInView(int row) {
+        return List().viewport()->rect().intersects(
+            List().visualRect(List().model()->index(row, 0)));
+    }
 
     Owner owner;
     MemoryProfiles profiles;
@@ -164,28 +186,29 @@ TEST_F(TechDataViewer, FillsInBatchesFitsOnceEarlyAndAtTheEnd) {
     Show(dialog);
     EXPECT_EQ(Period(), 100);
     EXPECT_EQ(Rows(), 0);
-    EXPECT_FALSE(AreExportsEnabled());
+    EXPECT_EQ(Exports(), 0);
     const int unfitted = List().columnWidth(1);
     Tick();
     const int early = List().columnWidth(1);
     EXPECT_NE(early, unfitted);  // fitted when row 100 was about to come
-    CString rows = std::to_string(Rows());
-    for (int tick = 2; tick <= 4; ++tick) {
-        Tick();
-        rows += fmt::format(" {}", Rows());
-        EXPECT_EQ(List().columnWidth(1), early);
+    for (const int rows : {300, 600, 900, 1000}) {
+        EXPECT_EQ(fmt::format("{} {} {}", Rows(), Exports(), List().columnWidth(1)),
+                  fmt::format("{} 0 {}", rows, early));
+        if (rows < 1000) {
+            Tick();
+        }
     }
-    EXPECT_EQ(rows, "300 600 900 1000");
-    EXPECT_FALSE(AreExportsEnabled());
     viewer->setFocus();
     Tick();
     EXPECT_EQ(Period(), 0);
-    EXPECT_TRUE(AreExportsEnabled());
+    EXPECT_EQ(Exports(), 3);
     EXPECT_TRUE(List().hasFocus());
-    EXPECT_TRUE(
-        List().viewport()->rect().intersects(List().visualRect(List().model()->index(999, 0))));
-    EXPECT_GE(List().columnWidth(1), List().fontMetrics().horizontalAdvance("1000000000000.00"));
+    EXPECT_TRUE(IsInView(999));
     EXPECT_GT(List().columnWidth(1), early);
+    for (const int column : {0, 1}) {
+        const QModelIndex widest = List().model()->index(100, column);
+        EXPECT_GE(List().columnWidth(column), List().sizeHintForIndex(widest).width());
+    }
     EXPECT_EQ(Cell(100, 0), "2024/06/13");
     EXPECT_EQ(Cell(100, 1), "1000000000000.00");
 }
@@ -207,8 +230,7 @@ TEST_F(TechDataViewer, WithoutRecordsOrHeadersTheFirstTickIsTheLast) {
         Open(0);
         Tick();
         EXPECT_EQ(Period(), 0);
-        prompts.ExpectMessage();
-        Click(*viewer, MXTechDataDlg::kIdCopy);
+        Copy();
         EXPECT_EQ(Clipboard(), withHeaders ? "T\r\nA\tB\t\r\n" : "T\r\n\r\n");
     }
 }
@@ -231,7 +253,7 @@ TEST_F(TechDataViewer, TheOwnerChangesHisVectorsBetweenTicks) {
     EXPECT_EQ(Cell(2, 0) + Cell(299, 1), "");
     Tick();  // the list is longer than the records now: the fill is over
     EXPECT_EQ(Period(), 0);
-    EXPECT_TRUE(AreExportsEnabled());
+    EXPECT_EQ(Exports(), 3);
     EXPECT_EQ(Rows(), 300);
     headers = MakeHeaders({"A", "B", "C"});
     EXPECT_EQ(Cell(1, 0) + Cell(1, 1), "2024/03/06");  // the record does not fit any more
@@ -250,28 +272,16 @@ TEST_F(TechDataViewer, TheOwnerChangesHisVectorsBetweenTicks) {
     EXPECT_EQ(List().model()->columnCount(), 3);
     EXPECT_EQ(List().model()->headerData(2, Qt::Horizontal).toString(), "Z");
     EXPECT_EQ(Period(), 1000);
-    EXPECT_FALSE(AreExportsEnabled());
+    EXPECT_EQ(Exports(), 0);
     Fill();
     EXPECT_EQ(Column(0), "2024/03/05 00:00|2024/03/06 00:00|2024/03/07 00:00");
-    unsigned char market = 0;
-    CString symbol;
-    viewer->GetSymbolInfo(market, symbol);
-    EXPECT_EQ(fmt::format("{} {} {} {}", market, symbol, viewer->GetTADataParam(),
-                          viewer->GetTADataType()),
-              "109 NEW 7 8");
+    EXPECT_EQ(Given(), "109 NEW 7 8 second 49409 true");
     viewer.reset();  // before the vectors
 }
 
 TEST_F(TechDataViewer, Accessors) {
     Open(1);
-    unsigned char market = 0;
-    CString symbol;
-    viewer->GetSymbolInfo(market, symbol);
-    EXPECT_EQ(
-        fmt::format("{} {} {} {} {} {}", market, symbol, viewer->GetTADataParam(),
-                    viewer->GetTADataType(), viewer->GetSecondName(), viewer->GetOwnerMessage()),
-        "77 SYM/1 5 6 second 49409");
-    EXPECT_TRUE(viewer->bIsShow());
+    EXPECT_EQ(Given(), "77 SYM/1 5 6 second 49409 true");
     viewer->vSetIsShow(false);
     EXPECT_FALSE(viewer->bIsShow());
     EXPECT_STREQ(MXTechDataDlg::timeToString(0.5), "12:00");
@@ -287,8 +297,7 @@ TEST_F(TechDataViewer, InsertedAndReplacedRows) {
     viewer->vInsertOneData(records.back());
     EXPECT_EQ(Cell(600, 1), "7.00");
     EXPECT_EQ(List().currentIndex().row(), 600);
-    EXPECT_TRUE(
-        List().viewport()->rect().intersects(List().visualRect(List().model()->index(600, 0))));
+    EXPECT_TRUE(IsInView(600));
     viewer->vInsertOneData({30001, {8}});  // the owner has it not
     EXPECT_EQ(Cell(601, 1), "8.00");
     EXPECT_TRUE(viewer->SetDataValue(600, {30000, {7.5}}));
@@ -298,7 +307,7 @@ TEST_F(TechDataViewer, InsertedAndReplacedRows) {
     EXPECT_FALSE(viewer->SetDataValue(600, {30000, {1, 2}}));
     EXPECT_EQ(Cell(600, 1) + Cell(601, 1), "7.508.00");
     // While the list fills, the row comes with the fill, is selected then, and widens its column.
-    viewer->reInitializeList("T", kDailyData, 0, 0);
+    Refill();
     Tick();
     viewer->vInsertOneData({30002, {1e15}});
     EXPECT_EQ(Rows(), 300);
@@ -315,14 +324,14 @@ TEST_F(TechDataViewer, BothWidthModes) {
     const int heading =
         List().fontMetrics().horizontalAdvance(QString::fromStdString(headers[1].name));
     EXPECT_GE(List().columnWidth(1), heading);
-    Press(*viewer, Qt::Key_2, Qt::ControlModifier);
+    PressControl(Qt::Key_2);
     EXPECT_EQ(viewer->GetColumnWidthMode(), 1);
     EXPECT_LT(List().columnWidth(1), heading);
     EXPECT_EQ(Rows(), 5);
-    viewer->reInitializeList("T", kDailyData, 0, 0);
+    Refill();
     Fill();
     EXPECT_LT(List().columnWidth(1), heading);
-    Press(*viewer, Qt::Key_1, Qt::ControlModifier);  // fills again
+    PressControl(Qt::Key_1);  // fills again
     EXPECT_EQ(viewer->GetColumnWidthMode(), 0);
     EXPECT_EQ(Rows(), 0);
     EXPECT_EQ(Period(), 1000);
@@ -344,7 +353,7 @@ TEST_F(TechDataViewer, ClosingAndErasingArePostedAndLeaveTheRestToTheOwner) {
         EXPECT_TRUE(viewer->isVisible());
     }
     Tick();
-    Press(*viewer, Qt::Key_Delete, Qt::ControlModifier);
+    PressControl(Qt::Key_Delete);
     EXPECT_EQ(Rows(), 0);
     EXPECT_EQ(Period(), 0);
     EXPECT_EQ(records.size(), 1000U);
@@ -403,8 +412,7 @@ TEST_F(TechDataViewer, RowsAreTiedToTheChart) {
     QObject::connect(viewer.get(), &MXTechDataDlg::timeActivated,
                      [&](double time) { activated.push_back(time); });
     viewer->MarkTime(records[2].time);
-    EXPECT_TRUE(
-        List().viewport()->rect().intersects(List().visualRect(List().model()->index(2, 0))));
+    EXPECT_TRUE(IsInView(2));
     const auto isMarked = [&](int row) {
         return List().model()->index(row, 0).data(Qt::BackgroundRole).isValid();
     };
@@ -422,19 +430,76 @@ TEST_F(TechDataViewer, RowsAreTiedToTheChart) {
     viewer->MarkTime(-5);
 }
 
+TEST_F(TechDataViewer, GoesToADateAlsoOfARowThatIsStillToCome) {
+    DialogDriver driver;
+    Show(Open(1000));
+    Tick();
+    std::vector<double> activated;
+    QObject::connect(viewer.get(), &MXTechDataDlg::timeActivated,
+                     [&](double time) { activated.push_back(time); });
+    const auto dateOf = [](int row) { return QDate(2024, 3, 5).addDays(row); };
+    const auto choose = [&](QWidget& dialog, int row) {
+        QApplication::clipboard()->setText(dateOf(row).toString("yyyy-M-d"));
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+    };
+    const auto press = [&] {
+        Show(*viewer);
+        PressControl(Qt::Key_G);
+    };
+    const auto goTo = [&](int shown, int row) {
+        driver.Expect([=](QWidget& dialog) {
+            EXPECT_EQ(Find<QDateEdit>(dialog, "dateEdit").date(), dateOf(shown));
+            choose(dialog, row);
+        });
+        press();
+    };
+    goTo(999, 100);
+    EXPECT_EQ(List().currentIndex().row(), 100);
+    goTo(100, 500);
+    EXPECT_EQ(List().currentIndex().row(), 100);
+    EXPECT_EQ(activated, (std::vector{records[100].time, records[500].time}));
+    Tick();
+    EXPECT_EQ(List().currentIndex().row(), 500);
+    EXPECT_TRUE(List().selectionModel()->isRowSelected(500));
+    Fill();
+    EXPECT_TRUE(IsInView(500)) << "though the end of the fill shows the last row";
+    driver.Expect([&](QWidget& dialog) {
+        for (const int outside : {-1, 1000}) {
+            EXPECT_EQ(Told([&] { choose(dialog, outside); }),
+                      "IDS_TADIALOGS-TECHDATA_GOTO_OUTSIDE 2024/03/05 2026/11/29");
+        }
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    press();
+    EXPECT_EQ(activated.size(), 2U);
+    goTo(500, 3);
+    EXPECT_TRUE(IsInView(3));
+    EXPECT_EQ(List().currentIndex().row(), 3);
+    // Rows that come again begin without a date to go to; without rows there is none.
+    Refill();
+    goTo(999, 500);
+    Refill();
+    Fill();
+    EXPECT_TRUE(IsInView(999));
+    EXPECT_NE(List().currentIndex().row(), 500);
+    viewer->OnEraseAll();
+    EXPECT_EQ(Told(press), "IDS_TADIALOGS-TECHDATA_GOTO_NONE");
+    OpenFull(1);
+    driver.Expect([&](QWidget&) { viewer.reset(); });
+    viewer->OnGoToDate();
+}
+
 // ---- Copy and save ----
 
 TEST_F(TechDataViewer, CopiesTheWholeTable) {
     OpenFull(2);
-    prompts.ExpectMessage();
-    Click(*viewer, MXTechDataDlg::kIdCopy);
+    EXPECT_EQ(Copy(), "IDS_DIALOG-TECHDATA_COPY2CLIPBOARD_SUCCESS");
     EXPECT_EQ(Clipboard(), "T\r\nA\tB\t\r\n2024/03/05\t0.00\t\r\n2024/03/06\t1.00\t\r\n");
-    EXPECT_EQ(prompts.Last().text, "IDS_DIALOG-TECHDATA_COPY2CLIPBOARD_SUCCESS");
     EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::None);
     EXPECT_EQ(prompts.Last().title, "Terminal");
     headers[1].name = text::FromUtf8("成交量");
-    prompts.ExpectMessage();
-    Click(*viewer, MXTechDataDlg::kIdCopy);
+    Copy();
     EXPECT_TRUE(Clipboard().startsWith("T\r\nA\t成交量\t\r\n"));
 }
 
@@ -447,10 +512,8 @@ TEST_F(TechDataViewer, ToldWhenAnotherProgramHasTheClipboard) {
             clipboard.setText("theirs");
         }
     });
-    prompts.ExpectMessage();
-    Click(*viewer, MXTechDataDlg::kIdCopy);
+    EXPECT_EQ(Copy(), "IDS_TADIALOGS-TECHDATA_CLIPBOARD_HELD");
     QObject::disconnect(connection);
-    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_CLIPBOARD_HELD");
 }
 
 TEST_F(TechDataViewer, CopiesSelectedRows) {
@@ -462,18 +525,18 @@ TEST_F(TechDataViewer, CopiesSelectedRows) {
     };
     QApplication::clipboard()->setText("before");
     List().clearSelection();
-    Press(*viewer, Qt::Key_C, Qt::ControlModifier);
+    PressControl(Qt::Key_C);
     EXPECT_EQ(Clipboard(), "before");
     select(3, {});
     select(4, Qt::ShiftModifier);
     select(0, Qt::ControlModifier);
     const QString rows = "2024/03/05\t0.00\r\n2024/03/08\t3.00\r\n2024/03/09\t4.00\r\n";
-    Press(*viewer, Qt::Key_C, Qt::ControlModifier);
+    PressControl(Qt::Key_C);
     EXPECT_EQ(Clipboard(), rows);
-    Press(*viewer, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    PressControl(Qt::Key_C, Qt::ShiftModifier);
     EXPECT_EQ(Clipboard(), "A\tB\r\n" + rows);
     QTest::keyClick(&List(), Qt::Key_A, Qt::ControlModifier);
-    Press(*viewer, Qt::Key_C, Qt::ControlModifier);
+    PressControl(Qt::Key_C);
     EXPECT_EQ(Clipboard().count('\n'), 5);
 }
 
@@ -521,38 +584,36 @@ TEST_F(TechDataViewer, ACancelLeavesFileAndClipboardAsTheyWere) {
 }
 
 TEST_F(TechDataViewer, OtherRowsOrAGoneWindowEndTheWork) {
-    OpenFull(2);
     const QString path = Path("x.csv");
     Write(path, "old");
-    AtProgress([&](QProgressDialog&) { viewer->reInitializeList("T", 1, 0, 0); });
-    EXPECT_EQ(SaveAs(path), "IDS_TADIALOGS-TECHDATA_CHANGED");
+    QApplication::clipboard()->setText("before");
+    const auto goAway = [this](QProgressDialog&) { viewer.reset(); };
+    const auto refill = [this](QProgressDialog&) { Refill(); };
+    const QString changed = "IDS_TADIALOGS-TECHDATA_CHANGED";
+    OpenFull(2);
+    AtProgress(refill);
+    EXPECT_EQ(SaveAs(path), changed);
     Fill();
     prompts.ExpectSaveFile(path);
-    prompts.Meanwhile([&] { viewer->reInitializeList("T", 1, 0, 0); });
-    prompts.ExpectMessage();
-    Click(*viewer, MXTechDataDlg::kIdSaveCsv);
-    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_CHANGED");
+    prompts.Meanwhile([this] { Refill(); });
+    EXPECT_EQ(Told([this] { Click(*viewer, MXTechDataDlg::kIdSaveCsv); }), changed);
     Fill();
-    QApplication::clipboard()->setText("before");
-    AtProgress([&](QProgressDialog&) { viewer->OnEraseAll(); });
-    prompts.ExpectMessage();
-    Click(*viewer, MXTechDataDlg::kIdCopy);
-    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_CHANGED");
+    AtProgress([this](QProgressDialog&) { viewer->OnEraseAll(); });
+    EXPECT_EQ(Copy(), changed);
     OpenFull(2);
-    AtProgress([&](QProgressDialog&) { viewer.reset(); });
+    AtProgress(goAway);
     viewer->OnCopy2clipboard();
     OpenFull(2);
-    AtProgress([&](QProgressDialog&) { viewer.reset(); });
+    AtProgress(goAway);
     prompts.ExpectSaveFile(path);
     viewer->OnCopy2csv();
     OpenFull(2);  // the window goes while the user reads that the rows are others now
-    AtProgress([&](QProgressDialog&) { viewer->reInitializeList("T", 1, 0, 0); });
+    AtProgress(refill);
     prompts.ExpectSaveFile(path);
     prompts.ExpectMessage();
-    prompts.Meanwhile([&] { viewer.reset(); });
+    prompts.Meanwhile([this] { viewer.reset(); });
     viewer->OnCopy2csv();
-    EXPECT_EQ(Clipboard(), "before");
-    EXPECT_EQ(Read(path), "old");
+    EXPECT_EQ(Clipboard() + Read(path).c_str(), "beforeold");
 }
 
 // ---- Export profiles ----
@@ -649,7 +710,7 @@ TEST_F(TechDataProfiles, FormColumnsRowsAndDecimalsAreChosenAndKept) {
     // Another day, another table.
     headers = MakeHeaders({"A", "=C"});
     records = MakeRecords(2, 1);
-    viewer->reInitializeList("T", kDailyData, 0, 0);
+    Refill();
     Fill();
     Export([&](QDialog& dialog) {
         Choose(dialog, "profileCombo", "mine");
@@ -668,9 +729,7 @@ TEST_F(TechDataProfiles, AreReplacedDeletedAndNamed) {
     Show(*viewer);
     Export(
         [&](QDialog& dialog) {
-            prompts.ExpectMessage();
-            Keep(dialog, "  ");
-            EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_NAME_EMPTY");
+            EXPECT_EQ(Told([&] { Keep(dialog, "  "); }), "IDS_TADIALOGS-TECHDATA_NAME_EMPTY");
             Choose(dialog, "profileCombo", "b");
             EXPECT_EQ(Preview(dialog), "B\n0.00\n");
             prompts.ExpectYesNo(false);
@@ -681,26 +740,22 @@ TEST_F(TechDataProfiles, AreReplacedDeletedAndNamed) {
             ExportProfile replaced = b;
             replaced.name = "a";
             EXPECT_EQ(profiles.profiles, (std::vector{replaced, b}));
-            profiles.writable = false;
-            prompts.ExpectMessage();
-            Click(Find<QPushButton>(dialog, "deleteButton"));
-            EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_PROFILES_UNWRITABLE");
-            profiles.writable = true;
+            profiles.broken = true;
+            EXPECT_EQ(Told([&] { Click(Find<QPushButton>(dialog, "deleteButton")); }),
+                      "IDS_TADIALOGS-TECHDATA_PROFILES_UNWRITABLE");
+            profiles.broken = false;
             Click(Find<QPushButton>(dialog, "deleteButton"));
             EXPECT_EQ(profiles.profiles, std::vector{b});
             EXPECT_EQ(Find<QComboBox>(dialog, "profileCombo").count(), 2);
             EXPECT_FALSE(Find<QWidget>(dialog, "deleteButton").isEnabled());
         },
         false);
-    profiles.readable = false;
-    prompts.ExpectMessage();
-    Export(
-        [&](QDialog& dialog) {
-            Keep(dialog, "over those that are there");
-            EXPECT_FALSE(Find<QWidget>(dialog, "deleteButton").isEnabled());
-        },
-        false);
-    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE");
+    profiles.broken = true;
+    const auto keepOver = [](QDialog& dialog) {
+        Keep(dialog, "over those that are there");
+        EXPECT_FALSE(Find<QWidget>(dialog, "deleteButton").isEnabled());
+    };
+    EXPECT_EQ(Told([&] { Export(keepOver, false); }), "IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE");
     EXPECT_EQ(profiles.profiles, std::vector{b});
 }
 
@@ -729,7 +784,7 @@ TEST_F(TechDataProfiles, AskBeforeCharactersOrRowsAreLost) {
     // One line of headings and as many rows as fill the rest; then one more.
     viewer->hide();
     records.assign(kSpreadsheetLines - 1, {19787, {1}});
-    viewer->reInitializeList("T", kDailyData, 0, 0);
+    Refill();
     List().viewport()->resize(700, QWIDGETSIZE_MAX);
     Fill();
     for (const char* note : {"", "IDS_TADIALOGS-TECHDATA_TOO_LONG 1048577 1048576"}) {
@@ -755,12 +810,11 @@ TEST_F(TechDataProfiles, RowsThatComeAgainMeanwhileAreNotWritten) {
     OpenFull(2);
     Show(*viewer);
     Write(Path("out.csv"), "old");
-    Export([&](QDialog&) { viewer->reInitializeList("T", 1, 0, 0); });
+    Export([&](QDialog&) { Refill(); });
     EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_CHANGED");
     prompts.ExpectSaveFile(Path("out.csv"));
-    prompts.ExpectMessage();
-    viewer->OnCopy2csv();  // which the button cannot while they come
-    EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-TECHDATA_CHANGED");
+    // Which the button cannot while they come.
+    EXPECT_EQ(Told([this] { viewer->OnCopy2csv(); }), "IDS_TADIALOGS-TECHDATA_CHANGED");
     EXPECT_EQ(Out(), "old");
 }
 

@@ -365,6 +365,30 @@ TEST_F(TechDataRows, ReplacingOneRow) {
     EXPECT_EQ(Shown(), "01257");
 }
 
+TEST_F(TechDataRows, OfADayOrTheLastOneBeforeIt) {
+    records = {{10, {0}}, {11.25, {1}}, {11.5, {2}}, {14.75, {3}}};
+    const auto rowsOfDays = [this] {
+        CString rows;
+        for (const long day : {9, 10, 11, 12, 13, 14, 15}) {
+            const auto row = table.RowOfDay(day);
+            rows += row ? std::to_string(*row) : "-";
+        }
+        return rows;
+    };
+    EXPECT_EQ(rowsOfDays(), "-01223-") << "also of those that are still to come";
+    Fill();
+    Fill();
+    EXPECT_EQ(rowsOfDays(), "-01223-");
+    Insert({15, {4}});
+    EXPECT_EQ(rowsOfDays(), "-012234");
+    records.resize(2);
+    table.Restart();
+    Fill();
+    EXPECT_EQ(rowsOfDays(), "-01----");
+    table.Erase();
+    EXPECT_EQ(rowsOfDays(), "-------");
+}
+
 TEST_F(TechDataRows, WithoutHeadersOrRecords) {
     records.clear();
     headers.clear();

@@ -4,6 +4,8 @@
 
 #include "platform/Text.h"
 #include "terminal/chart/ChartTable.h"
+#include "terminal/compare/ComparisonModel.h"
+#include "terminal/compare/ComparisonView.h"
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Commands.h"
 #include "terminal/frame/ExportProfileFile.h"
@@ -14,6 +16,7 @@
 #include "tests/support/ManualTimers.h"
 
 #include <QComboBox>
+#include <QDateEdit>
 #include <QPushButton>
 #include <QTableView>
 
@@ -32,7 +35,7 @@ protected:
         Fill();
         return *Viewer();
     }
-    MXTechDataDlg* Viewer() { return DataViewer::Of(Chart()).Window(); }
+    MXTechDataDlg* Viewer() { return DataViewer::Of(Tabs().Current()).Window(); }
     void Fill() { m_timers.Tick(MXTechDataDlg::kFillTimer, 100); }
     QTableView& List() {
         return *qobject_cast<QTableView*>(Viewer()->GetDlgItem(MXTechDataDlg::kIdList));
@@ -55,8 +58,7 @@ TEST_F(DataViewerTest, ShowsTheChartsNumbersAndFollowsIt) {
     MXTechDataDlg& viewer = Open();
     EXPECT_EQ(Rows(), Chart().BarCount());
     const auto& model = Chart().Model();
-    EXPECT_EQ(List().model()->columnCount(),
-              static_cast<int>(terminal::ChartHeaders(model).size()));
+    EXPECT_EQ(List().model()->columnCount(), static_cast<int>(Chart().Table().headers.size()));
     EXPECT_GT(List().model()->columnCount(), 6);
     EXPECT_EQ(Heading(0) + Heading(4) + Heading(5), "DateCloseVolume");
     EXPECT_EQ(Cell(7, 0), "2019/01/08");
@@ -113,6 +115,16 @@ TEST_F(DataViewerTest, IsTiedToTheCursorLine) {
     QTest::keyClick(&List(), Qt::Key_Return);
     EXPECT_EQ(Chart().CursorBar(), 40);
     EXPECT_TRUE(IsMarked(40));
+    DialogDriver driver;
+    driver.Expect([](QWidget& dialog) {
+        dialog.findChild<QDateEdit*>("dateEdit")->setDate({2019, 1, 8});
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    QTest::keyClick(&List(), Qt::Key_G, Qt::ControlModifier);
+    EXPECT_EQ(Chart().CursorBar(), 7);
+    EXPECT_TRUE(IsMarked(7));
+    Chart().Reload();  // takes the cursor line away
+    EXPECT_FALSE(IsMarked(7));
 }
 
 TEST_F(DataViewerTest, OneAChartWhichClosesWithItAndStaysWhereItWasPut) {
@@ -137,6 +149,38 @@ TEST_F(DataViewerTest, OneAChartWhichClosesWithItAndStaysWhereItWasPut) {
     Tabs().OpenSymbol(16, "9901");
     Fill();
     EXPECT_EQ(Rows(), 90);
+}
+
+TEST_F(DataViewerTest, OfAComparisonHasAColumnASymbol) {
+    Tabs().Compare({{{2, "SPX"}, {16, "9901"}, {2, "gone"}}, {.recordCount = 5000}, 0});
+    terminal::ComparisonView& comparison = *Tabs().CurrentComparison();
+    QTest::keyClick(&Window(), Qt::Key_B, Qt::ControlModifier);
+    ASSERT_NE(Viewer(), nullptr);
+    Fill();
+    const auto headings = [this] {
+        return Heading(0) + '|' + Heading(1) + '|' + Heading(2) + '|' + Heading(3);
+    };
+    EXPECT_EQ(headings(), "Date|S&P 500 index (%)|Simulated Electronics (%)|gone ??? (%)");
+    EXPECT_EQ(Rows(), 300);
+    const auto& lines = comparison.Model().Result().lines;
+    EXPECT_EQ(Cell(7, 2), QString::number(lines[1].values[7], 'f', 2));
+    EXPECT_EQ(Cell(7, 3) + Cell(90, 2), "")
+        << "there are 90 bars of the second and none of the third";
+    EXPECT_EQ(Cell(90, 1), QString::number(lines[0].values[90], 'f', 2));
+    comparison.SetMode(terminal::ComparisonMode::Prices);
+    Fill();
+    EXPECT_EQ(headings(), "Date|S&P 500 index|Simulated Electronics|gone ???");
+    EXPECT_EQ(Cell(7, 1) + ' ' + Cell(7, 2), "108.00 108.0") << "with the decimals of each";
+    comparison.SetCursorBar(12);
+    EXPECT_TRUE(IsMarked(12));
+    ASSERT_TRUE(Await([this] { return Viewer()->isActiveWindow(); }));
+    List().setCurrentIndex(List().model()->index(40, 2));
+    QTest::keyClick(&List(), Qt::Key_Return);
+    EXPECT_EQ(comparison.CursorBar(), 40);
+    EXPECT_TRUE(IsMarked(40));
+    const QPointer<MXTechDataDlg> viewer = Viewer();
+    Choose(Command::CloseTab);
+    EXPECT_TRUE(Await([&] { return viewer == nullptr; }));
 }
 
 TEST_F(DataViewerTest, WhatItExportsReadsBackAsTheChartsBars) {

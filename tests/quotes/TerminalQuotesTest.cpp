@@ -149,7 +149,8 @@ TEST(NumberDisplay, DecimalsByCode) {
                                                        {-0.001, 22, "0.00"},
                                                        {-0.0, -1, "0"},
                                                        {1e15, 10, "1000000000000000"},
-                                                       {nan, 12, "N/A"},
+                                                       {0.1 + 0.2, -9, "0.30"},
+                                                       {nan, 12, ""},
                                                        {-infinity, -1, "N/A"}}) {
         EXPECT_EQ(display.CApi_DisplayDouble(c.value, c.code), c.text) << c.value << ' ' << c.code;
     }

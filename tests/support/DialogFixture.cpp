@@ -123,11 +123,10 @@ QStringList DialogFixture::Texts(const QListWidget& list) {
 }
 
 QString DialogFixture::ToldBy(const std::function<void()>& action, ui::PromptIcon icon) {
-    prompts.ExpectMessage();
-    action();
+    const QString text = Told(action);
     EXPECT_EQ(prompts.Last().icon, icon);
     EXPECT_EQ(prompts.Last().title, "Terminal");
-    return prompts.Last().text;
+    return text;
 }
 
 void DialogFixture::Translate(QWidget& dialog,

@@ -69,7 +69,14 @@ protected:
                           const std::function<void()>& atEnd = {});
     static QStringList Texts(const QListWidget& list);
 
-    /// The text of the message box that `action` brings up.
+    /// The text of the one message that `action` brings.
+    template <class Action>
+    QString Told(const Action& action) {
+        prompts.ExpectMessage();
+        action();
+        return prompts.Last().text;
+    }
+    /// The same, of a box with the terminal's title and this icon.
     QString ToldBy(const std::function<void()>& action,
                    ui::PromptIcon icon = ui::PromptIcon::Warning);
 
