@@ -101,12 +101,16 @@ TEST_F(GroupImportTest, ShowsWhatThereIsAndWhatWillBe) {
 TEST_F(GroupImportTest, GroupsThatTheNextLoadWillReplaceAreNamed) {
     entitlement.denied = {Function::AdvancedStudies};
     Load();
-    const CTAGroupImport& dialog = Open({"X", "B"});
+    std::string bytes = FileOf({"X", "B", "Y"});
+    for (const CString& group : Names{"[X]", "[B]"}) {
+        bytes.replace(bytes.find("=23", bytes.find(group)), 3, "=25");
+    }
+    const CTAGroupImport& dialog = OpenBytes(bytes);
     Ok();
-    EXPECT_EQ(dialog.ResultText(), kImportOk + "\nadded 1, overwritten 1\nno first pane: X;B");
+    EXPECT_EQ(dialog.ResultText(), kImportOk + "\nadded 2, overwritten 1\nno first pane: X;B");
     StudyLists lists;
     Repository().GetStudyListByGroupName("X", lists);
-    EXPECT_EQ(lists[0][0], 23) << "kept until then";
+    EXPECT_EQ(lists[0][0], 25) << "kept until then";
 }
 
 TEST_F(GroupImportTest, OkLoadsTheMarkedGroupsAndStoresTheList) {

@@ -205,7 +205,7 @@ TEST(TimeLabelTest, SecondsOfADay) {
         bars[i].time =
             DayOfDate(2020, 4, 17) + (9 * 3600 + 5 * (static_cast<int>(i) + 1)) / 86400.0;
     }
-    EXPECT_EQ(TextsOf(MakeTimeLabels(bars, 0, 5, 2)), "04/17 09:00:10 09:00:20 09:00:30");
+    EXPECT_EQ(TextsOf(MakeTimeLabels(bars, 0, 5, 2)), "04/17 09:00:20 09:00:30");
     EXPECT_EQ(TextsOf(MakeTimeLabels(bars, 1, 119, 40)), "09:05 09:10");
 }
 

@@ -18,6 +18,9 @@ bool MemoryQuotes::bGetQuoteServiceID(std::vector<std::uint8_t>& ids, Texts& nam
 bool MemoryQuotes::bGetItemDataByItemNo(std::uint8_t market, const CString& code,
                                         const Items& items, std::vector<X1Format>& values,
                                         bool) const {
+    if (!Enter("bGetItemDataByItemNo")) {
+        return false;
+    }
     values.clear();
     const auto data = Get(itemData, {market, code});
     for (const std::uint16_t item : items) {

@@ -49,6 +49,7 @@ public:
     std::map<Code, std::pair<double, double>> priceSteps;  ///< up and down
 
     CString LangGetLangString(const CString& key) const override {
+        Enter("LangGetLangString");
         return language.contains(key) ? language.at(key) : key;
     }
     bool bGetQuoteServiceID(std::vector<std::uint8_t>& ids, Texts& names) const override;

@@ -42,6 +42,14 @@ double OfferedDay(const ComparisonSet& set, const BarSeries& bars) {
     return std::floor(bars.front().time);
 }
 
+/// The base date as it was, unless the dialog, which makes a day of a moment, has another one.
+double ChosenBase(const MXChangeSymbols& dialog, const ComparisonSet& before, double offered) {
+    if (!dialog.HasBaseDate()) {
+        return 0;
+    }
+    return dialog.GetBaseDate() == offered ? before.baseDate : dialog.GetBaseDate();
+}
+
 }  // namespace
 
 void CompareSymbols(const Frame& frame) {
@@ -51,10 +59,8 @@ void CompareSymbols(const Frame& frame) {
     MXChangeSymbols dialog(before.symbols, kMostCompared, before.history, kDateAlone, offered,
                            &frame.window);
     if (dialog.DoModal() == ui::kIdOk) {
-        // The dialog makes a day of a moment, and today of no day.
-        const bool same = offered == 0 || dialog.GetBaseDate() == offered;
-        frame.tabs.Compare({dialog.GetSymbols(), dialog.GetHisDataType(),
-                            same ? before.baseDate : dialog.GetBaseDate()});
+        frame.tabs.Compare(
+            {dialog.GetSymbols(), dialog.GetHisDataType(), ChosenBase(dialog, before, offered)});
     }
     frame.tabs.Current().setFocus();
 }
