@@ -29,6 +29,15 @@ bool IsOffered(const AllowedPeriods& allowed, int dataType) {
     return dataType == kSeconds ? allowed.second : IsAllowed(allowed, dataType);
 }
 
+AllowedPeriods Among(const std::vector<int>& dataTypes, AllowedPeriods periods) {
+    bool* const byType[] = {&periods.daily, &periods.weekly, &periods.monthly, &periods.minute,
+                            &periods.second};
+    for (int type = kDaily; !dataTypes.empty() && type <= kSeconds; ++type) {
+        *byType[type] = *byType[type] && std::ranges::find(dataTypes, type) != dataTypes.end();
+    }
+    return periods;
+}
+
 }  // namespace
 
 MXSetHistDataBanner::MXSetHistDataBanner(std::uint8_t market, const CString& symbol, int dataType,
@@ -77,9 +86,9 @@ MXSetHistDataBanner::~MXSetHistDataBanner() {
 }
 
 void MXSetHistDataBanner::SetState(std::uint8_t market, const CString& symbol, int dataType,
-                                   int count) {
+                                   int count, const std::vector<int>& only) {
     GuardFor(this, [&] {
-        m_parts->allowed = PeriodsOf(market, symbol);
+        m_parts->allowed = Among(only, PeriodsOf(market, symbol));
         m_parts->buttons.EnableRows([this](int type) { return IsOffered(m_parts->allowed, type); });
         m_parts->buttons.SetValue(dataType);
         m_dataType = dataType;

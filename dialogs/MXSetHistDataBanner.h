@@ -28,8 +28,10 @@ public:
     /// Shows what a chart has loaded; periodChosen is not sent. `dataType`: 0 daily, 1 weekly, 2
     /// monthly, 3 minutes, 4 seconds; none is marked for another number. `count`: minutes or
     /// seconds of a bar, 1 to 999, for types 3 and 4. Market 0 or an empty symbol: every period.
-    /// When memory is short the user is told.
-    void SetState(std::uint8_t market, const CString& symbol, int dataType, int count);
+    /// `only`: where it is not empty, the data types beside which none is enabled. When memory is
+    /// short the user is told.
+    void SetState(std::uint8_t market, const CString& symbol, int dataType, int count,
+                  const std::vector<int>& only = {});
     int GetDataType() const { return m_dataType; }
     /// Of a bar of the type shown; 0 for days, weeks and months.
     int GetCount() const;

@@ -84,6 +84,9 @@ void ChartView::Retranslate() {
     }
     m_model->SetBars(m_model->SharedBars(), MakeTitle());
     RedrawGroup();
+    if (m_hasTold) {
+        emit historyShort(ShortfallText(*m_all, Depth()));
+    }
 }
 
 std::shared_ptr<const BarSeries> ChartView::FindBars(bool evenWhenShared) {

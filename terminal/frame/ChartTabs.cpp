@@ -23,6 +23,9 @@ ChartTabs::ChartTabs(MarketData& markets, QWidget* parent)
     setTabsClosable(true);
     setElideMode(Qt::ElideRight);
     connect(this, &QTabWidget::tabCloseRequested, this, &ChartTabs::Close);
+    // What was told of another tab goes.
+    connect(this, &QTabWidget::currentChanged, this,
+            [this](int tab) { emit notice(m_told.value(widget(tab))); });
     connect(this, &QTabWidget::currentChanged, this, &ChartTabs::changed);
 }
 
@@ -69,6 +72,7 @@ ChartPage& ChartTabs::MakeChart(const TabState& state) {
 ChartPage& ChartTabs::MakeComparison(const ComparisonState& state) {
     auto* comparison = new ComparisonView(m_markets);
     Connect(*comparison);
+    comparison->SetRisingRed(m_risingRed);
     comparison->SetMode(state.mode);
     comparison->Compare(state.set);
     return *comparison;
@@ -98,8 +102,22 @@ void ChartTabs::Connect(ChartPage& page) {
     connect(&page, &ChartPage::symbolChanged, this, forward(&ChartTabs::changed));
     connect(&page, &ChartPage::cursorMoved, this, forward(&ChartTabs::cursorMoved));
     connect(&page, &ChartPage::legendDoubleClicked, this, forward(&ChartTabs::legendDoubleClicked));
-    connect(&page, &ChartPage::loadFailed, this, &ChartTabs::notice);
-    connect(&page, &ChartPage::historyShort, this, &ChartTabs::notice);
+    const auto keepTold = [this, &page](const QString& text) { KeepTold(page, text); };
+    connect(&page, &ChartPage::loadFailed, this, keepTold);
+    connect(&page, &ChartPage::historyShort, this, keepTold);
+    const auto* typing =
+        new TypingBox(page, m_markets, [this] { return HasPeriod(AvailablePeriods(), kMinutes); });
+    connect(typing, &TypingBox::minutesChosen, this,
+            [this](int minutes) { ShowPeriod(kMinutes, minutes); });
+    connect(typing, &TypingBox::symbolChosen, this, &ChartTabs::OpenSymbol);
+    connect(typing, &TypingBox::refused, this, &ChartTabs::notice);
+}
+
+void ChartTabs::KeepTold(const ChartPage& page, const QString& text) {
+    m_told[&page] = text;
+    if (currentWidget() == &page) {
+        emit notice(text);
+    }
 }
 
 void ChartTabs::ConnectChart(ChartView& chart) {
@@ -111,11 +129,6 @@ void ChartTabs::ConnectChart(ChartView& chart) {
     connect(&chart, &ChartView::groupVanished, this, [this](const QString& newGroup) {
         emit notice(Tr("IDS_TERMINAL-FRAME_GROUP_VANISHED").arg(newGroup));
     });
-    const auto* typing = new TypingBox(chart, m_markets);
-    connect(typing, &TypingBox::minutesChosen, this,
-            [this](int minutes) { ShowPeriod(kMinutes, minutes); });
-    connect(typing, &TypingBox::symbolChosen, this, &ChartTabs::OpenSymbol);
-    connect(typing, &TypingBox::refused, this, &ChartTabs::notice);
     connect(&chart.Drawings(), &DrawingBoard::notice, this, &ChartTabs::notice);
     connect(&chart.Drawings(), &DrawingBoard::hint, this, &ChartTabs::hint);
 }
@@ -139,6 +152,7 @@ void ChartTabs::Close(int tab) {
     if (count() > 1 && tab >= 0 && tab < count()) {
         QWidget* page = widget(tab);
         removeTab(tab);
+        m_told.remove(page);
         delete page;
     }
 }

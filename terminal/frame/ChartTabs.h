@@ -4,6 +4,7 @@
 #include "terminal/frame/FrameState.h"
 #include "terminal/frame/Periods.h"
 
+#include <QHash>
 #include <QTabWidget>
 
 #include <cstdint>
@@ -90,11 +91,13 @@ private:
     ChartPage& MakeComparison(const ComparisonState& state);
     void Connect(ChartPage& page);
     void ConnectChart(ChartView& chart);
+    void KeepTold(const ChartPage& page, const QString& text);
     ChartView& ChartForSymbol();
     void ShowTitle(const ChartPage& page);
 
     MarketData& m_markets;
     bool m_risingRed = true;
+    QHash<const QWidget*, QString> m_told;  ///< what each tab's last load had to tell
 };
 
 }  // namespace ta::terminal

@@ -267,7 +267,7 @@ void MainWindow::Refresh() {
                                                     : TitleOf(*symbol));
     m_frame.toolBar.ShowPeriods(available, period);
     m_frame.toolBar.Period().setPlaceholderText(PeriodText(chart.Period(), chart.Count()));
-    m_frame.periodBar.Show(chart);
+    m_frame.periodBar.Show(chart, available);
     m_periodMenu->Show(available, period);
     RefreshGroups();
     m_cursorText->setText(chart.CursorText());

@@ -20,9 +20,15 @@ PeriodBar::PeriodBar(QWidget* parent)
     Retranslate();
 }
 
-void PeriodBar::Show(const ChartPage& chart) {
+void PeriodBar::Show(const ChartPage& chart, const PeriodSet& available) {
     const BarsKey& shown = chart.Shown();
-    m_banner->SetState(shown.market, shown.symbol, shown.period, shown.count);
+    std::vector<int> only;
+    for (std::size_t i = 0; shown.symbol.empty() && i < kPeriods.size(); ++i) {
+        if (available[i]) {
+            only.push_back(kPeriods[i].code);
+        }
+    }
+    m_banner->SetState(shown.market, shown.symbol, shown.period, shown.count, only);
 }
 
 QList<int> PeriodBar::Favourites() const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "terminal/frame/Periods.h"
+
 #include <QList>
 #include <QToolBar>
 
@@ -16,8 +18,9 @@ class PeriodBar : public QToolBar {
 public:
     explicit PeriodBar(QWidget* parent = nullptr);
 
-    /// Shows the chart's data period and what its symbol has.
-    void Show(const ChartPage& chart);
+    /// Shows the chart's data period and what its symbol has; of a chart that is not of one symbol
+    /// `available`.
+    void Show(const ChartPage& chart, const PeriodSet& available);
     /// Bar lengths that the user keeps at the top of the box.
     QList<int> Favourites() const;
     void SetFavourites(const QList<int>& favourites);

@@ -39,6 +39,16 @@ using PeriodSet = std::bitset<kPeriods.size()>;  ///< bit i: kPeriods[i]
 /// The periods that the market data have for a symbol.
 PeriodSet AvailablePeriods(const MarketData& markets, std::uint8_t market, const CString& id);
 
+/// Whether any of the periods is of this code.
+constexpr bool HasPeriod(const PeriodSet& periods, int code) {
+    for (std::size_t i = 0; i < kPeriods.size(); ++i) {
+        if (periods[i] && kPeriods[i].code == code) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// Position in kPeriods; -1 when the frame does not offer the period.
 constexpr int PeriodIndex(int code, int count) {
     for (std::size_t i = 0; i < kPeriods.size(); ++i) {

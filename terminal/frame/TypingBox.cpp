@@ -1,6 +1,6 @@
 #include "terminal/frame/TypingBox.h"
 
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/ChartPage.h"
 #include "terminal/frame/SymbolTexts.h"
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/MarketData.h"
@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace ta::terminal {
 namespace {
@@ -44,10 +45,11 @@ bool IsModifier(int key) {
 
 }  // namespace
 
-TypingBox::TypingBox(ChartView& chart, const MarketData& markets)
+TypingBox::TypingBox(ChartPage& chart, const MarketData& markets, std::function<bool()> hasMinutes)
     : QFrame(&chart),
       m_chart(chart),
       m_markets(markets),
+      m_hasMinutes(std::move(hasMinutes)),
       m_typed(new QLabel(this)),
       m_meaning(new QLabel(this)) {
     hide();
@@ -64,7 +66,7 @@ TypingBox::TypingBox(ChartView& chart, const MarketData& markets)
         layout->addWidget(label);
     }
     chart.installEventFilter(this);
-    connect(&chart, &ChartView::symbolChanged, this, [this] { SetText({}); });
+    connect(&chart, &ChartPage::symbolChanged, this, [this] { SetText({}); });
 }
 
 bool TypingBox::eventFilter(QObject* watched, QEvent* event) {
@@ -118,7 +120,7 @@ TypingBox::Wish TypingBox::MinutesOf(int minutes) const {
     if (minutes < 1) {
         return {Tr("IDS_TERMINAL-FRAME_TYPING_RANGE")};
     }
-    if (!m_markets.HasPeriod(m_chart.Market(), m_chart.SymbolId(), kMinutes)) {
+    if (!m_hasMinutes()) {
         return {Tr("IDS_TERMINAL-FRAME_TYPING_NO_MINUTES")};
     }
     return {Tr("IDS_TERMINAL-FRAME_TYPING_MINUTES").arg(minutes), minutes};

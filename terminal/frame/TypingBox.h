@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 class QKeyEvent;
@@ -13,7 +14,7 @@ class QLabel;
 
 namespace ta::terminal {
 
-class ChartView;
+class ChartPage;
 class MarketData;
 
 /// What the user types on a chart that has the focus, in a small box at the chart's lower right
@@ -29,11 +30,12 @@ class TypingBox : public QFrame {
     Q_OBJECT
 
 public:
-    /// A child of `chart`, hidden until the user types. `markets` outlives it.
-    TypingBox(ChartView& chart, const MarketData& markets);
+    /// A child of `chart`, hidden until the user types. `markets` outlives it; `hasMinutes` says
+    /// whether there are bars of minutes for the chart.
+    TypingBox(ChartPage& chart, const MarketData& markets, std::function<bool()> hasMinutes);
 
 signals:
-    /// 1 to 999, and the chart's symbol has bars of minutes.
+    /// 1 to 999, and there are bars of minutes.
     void minutesChosen(int minutes);
     void symbolChosen(std::uint8_t market, const CString& id);
     /// Why Enter did nothing, in the language in use.
@@ -62,8 +64,9 @@ private:
     void Take();
     void Place();
 
-    ChartView& m_chart;
+    ChartPage& m_chart;
     const MarketData& m_markets;
+    std::function<bool()> m_hasMinutes;
     QString m_text;
     QLabel* m_typed;
     QLabel* m_meaning;

@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QToolButton>
 #include <QTreeView>
 
 namespace ta::test {
@@ -188,6 +189,23 @@ TEST_F(ComparisonFrameTest, PeriodsAndHistoryAreThoseOfTheComparison) {
     EXPECT_EQ(Compared()->BarCount(), 120) << "the last 60 of 300 and of 90, and none between";
 }
 
+TEST_F(ComparisonFrameTest, ThePeriodBarAndTypingOfferWhatItsSymbolsHave) {
+    ASSERT_NO_FATAL_FAILURE(CompareTwo());
+    const auto enabled = [this](const char* button) {
+        return Window().findChild<QToolButton*>(button)->isEnabled();
+    };
+    EXPECT_TRUE(enabled("monthlyButton") && enabled("minutesButton"));
+    EXPECT_FALSE(enabled("secondsButton"));
+    QTest::keyClicks(Compared(), "7");
+    QTest::keyClick(Compared(), Qt::Key_Return);
+    EXPECT_EQ(Compared()->Shown(), (BarsKey{0, {}, 3, 7}));
+    Tabs().Compare({{{2, "SPX"}, {2, "AMZN"}}, Compared()->Set().history, 0});
+    EXPECT_FALSE(enabled("minutesButton")) << "neither has them";
+    QTest::keyClicks(Compared(), "5");
+    QTest::keyClick(Compared(), Qt::Key_Return);
+    EXPECT_EQ(Compared()->Shown(), (BarsKey{0, {}, 3, 7}));
+}
+
 TEST_F(ComparisonFrameTest, ASymbolOpensInAChartBesideIt) {
     ASSERT_NO_FATAL_FAILURE(CompareTwo());
     QTest::keyClick(&Window(), Qt::Key_L, Qt::ControlModifier);
@@ -203,6 +221,7 @@ TEST_F(ComparisonFrameTest, SurvivesARestart) {
     ASSERT_NO_FATAL_FAILURE(CompareTwo());
     Compared()->SetBaseDate(kFirstDay + 40);
     Compared()->SetMode(ComparisonMode::Indexed);
+    Choose(Command::RisingRed);
     const auto set = Compared()->Set();
     const QString legend = Legend();
     End();
@@ -212,6 +231,10 @@ TEST_F(ComparisonFrameTest, SurvivesARestart) {
     EXPECT_EQ(Compared()->Set(), set);
     EXPECT_EQ(Legend(), legend);
     EXPECT_TRUE(Action(Command::CompareIndexed).isChecked());
+    EXPECT_FALSE(Action(Command::RisingRed).isChecked());
+    End();
+    Start();
+    EXPECT_FALSE(Action(Command::RisingRed).isChecked()) << "also when it is in front at the end";
     Choose(Command::Chinese);
     EXPECT_EQ(Tabs().tabText(1), "比較 SPX, 9901 日線");
 }

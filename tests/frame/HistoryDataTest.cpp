@@ -6,6 +6,7 @@
 
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QToolButton>
 
 namespace ta::test {
@@ -53,8 +54,16 @@ TEST_F(HistoryDataTest, LoadsWhatWasAskedAndRemembersIt) {
     End();
     Start();
     EXPECT_EQ(Chart().BarCount(), 300);
+    const auto told = [this] { return Status().section(QRegularExpression("[0-9,]+"), 0, 0); };
+    EXPECT_TRUE(Status().contains("4000")) << "of the tab in front";
     Tabs().setCurrentIndex(0);
     EXPECT_EQ(Chart().Period(), 1);
+    EXPECT_TRUE(Status().contains("1440"));
+    const QString chinese = told();
+    Choose(Command::English);
+    EXPECT_TRUE(Status().contains("1440"));
+    EXPECT_NE(told(), chinese);
+    Choose(Command::Chinese);
     Tabs().SelectPeriod(0);
     EXPECT_EQ(Chart().BarCount(), 60);
 }
