@@ -82,8 +82,7 @@ private:
     std::vector<std::int16_t> m_data;
     std::vector<std::int32_t> m_parents;
     std::vector<std::int32_t> m_rows;
-    // Children of node n: m_children from m_childBegins[n + 1] to the next begin; of the root: n
-    // -1.
+    // Children of node n: m_children from m_childBegins[n + 1] to the next begin; the root is -1.
     std::vector<std::int32_t> m_children;
     std::vector<std::int32_t> m_childBegins{0, 0};
     mutable std::vector<CString> m_otherNames;

@@ -22,8 +22,7 @@ namespace ta {
 ///   mark at the start is skipped.
 /// - A section name ends at the first "]" that is a character of its own, or with its line.
 /// - Blanks, tabs, vertical tabs and form feeds around names, keys and values are dropped, and one
-/// pair of equal quotes,
-///   single or double, around a value, which keeps the blanks inside.
+///   pair of equal quotes, single or double, around a value, which keeps the blanks inside.
 /// - A line that begins with ";", has no "=", or stands before the first section is no key.
 class TADIALOGS_EXPORT ProfileReader {
 public:

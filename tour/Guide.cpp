@@ -137,6 +137,9 @@ void Guide::MenuPicture(MenuId menu, const QString& name) {
 void Guide::DarkPicture(const QString& name) {
     QPalette dark(QColor(53, 53, 53));
     dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
+        dark.setColor(QPalette::Disabled, role, QColor(127, 127, 127));
+    }
     const QPalette light = QApplication::palette();
     QApplication::setPalette(dark);
     Picture(name);

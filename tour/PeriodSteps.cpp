@@ -51,14 +51,15 @@ void ShowPeriodBar(const Round& round) {
 /// Every period, both modes, and each refusal.
 void ShowHistoryData(const Round& round) {
     const auto dialog = [&round](QWidget& shown) {
-        for (const PeriodState& period : kPeriods) {
-            if (period.radio != nullptr) {
-                Push(shown, period.radio);
-                round.Picture(QString("history-data-") + period.name);
+        for (const QString mode : {"read", "since"}) {
+            for (const PeriodState& period : kPeriods) {
+                if (period.radio != nullptr) {
+                    Push(shown, period.radio);
+                    Push(shown, qUtf8Printable(mode + "Radio"));
+                    round.Picture(QString("history-data-%1-%2").arg(mode, period.name));
+                }
             }
         }
-        Push(shown, "sinceRadio");
-        round.Picture("history-data-since");
         for (const QDate& refused :
              {QDate(1970, 1, 1), QDate(2069, 12, 31), QDate::currentDate().addDays(-5)}) {
             Find<QDateEdit>(shown, "startDate").setDate(refused);
@@ -68,6 +69,7 @@ void ShowHistoryData(const Round& round) {
         count.selectAll();
         Type(count, "10");
         Push(shown, "okButton");
+        round.Picture("history-data-corrected");
         Dismiss(shown);
     };
     Guide::Answers answers{dialog};

@@ -31,9 +31,4 @@ inline QTime TimeOfFraction(double fraction) {
     return QTime(0, 0).addSecs(static_cast<int>(part * kSecondsOfDay));
 }
 
-/// The fraction of a day of a time of day, its milliseconds left out.
-inline double FractionOfTime(const QTime& time) {
-    return QTime(0, 0).secsTo(time) / static_cast<double>(kSecondsOfDay);
-}
-
 }  // namespace ta::ui

@@ -342,7 +342,6 @@ TEST_F(WidgetTest, DaysTimesAndTheSharedFont) {
     EXPECT_EQ(ui::DayOfDate(QDate()), std::nullopt);
     EXPECT_EQ(ui::TimeOfFraction(0.75), QTime(18, 0));
     EXPECT_EQ(ui::TimeOfFraction(19787.5 + 0.9 / 86400), QTime(12, 0)) << "the rest is cut off";
-    EXPECT_EQ(ui::FractionOfTime(QTime(6, 0, 0, 999)), 0.25);
     EXPECT_EQ(CComponentComFont::GetComponentComFont(), QApplication::font());
 }
 
