@@ -1,7 +1,9 @@
 #include "dialogs/MXChangeSymbols.h"
+#include "dialogs/MXTechDataDlg.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/compare/ComparisonModel.h"
 #include "terminal/compare/ComparisonView.h"
+#include "terminal/frame/DataViewer.h"
 #include "tour/Guide.h"
 #include "tour/Steps.h"
 
@@ -81,6 +83,16 @@ void ShowChart(Guide& guide, const QString& language) {
     guide.MenuPicture(MenuId::Chart, "comparison-chart-menu-" + language);
 }
 
+/// A column a symbol.
+void ShowNumbers(Guide& guide, const QString& language) {
+    guide.Choose(Command::ViewData);
+    MXTechDataDlg* const viewer = terminal::DataViewer::Of(guide.Tabs().Current()).Window();
+    Expect(viewer != nullptr, "the data viewer does not open");
+    viewer->ShowData();
+    guide.Picture("comparison-data-" + language);
+    Push(*viewer, "closeButton");
+}
+
 void Show(Guide& guide, const QString& language) {
     guide.Choose(Command::NewTab);
     guide.Open("SPX");
@@ -88,6 +100,7 @@ void Show(Guide& guide, const QString& language) {
     ShowBaseDateModes(guide, language);
     ShowDialog(guide, language);
     ShowChart(guide, language);
+    ShowNumbers(guide, language);
     guide.Choose(Command::CloseTab);
     guide.Choose(Command::CloseTab);
 }

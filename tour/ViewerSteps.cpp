@@ -204,8 +204,24 @@ void ShowExports(const Visit& visit) {
     WriteShown(visit);
 }
 
+/// A profile without a name, kept, kept again, and deleted.
+void ShowProfiles(const Visit& visit) {
+    const auto keep = [&visit](QWidget& dialog) {
+        Push(dialog, "keepButton");
+        Type(Find<QLineEdit>(dialog, "nameEdit"), "Excel");
+        Push(dialog, "keepButton");
+        visit.Picture("profile-kept");
+        Push(dialog, "keepButton");
+        Push(dialog, "deleteButton");
+        Dismiss(dialog);
+    };
+    visit.PushButton("profileButton", {keep, visit.Pictured("profile-without-name", Confirm),
+                                       visit.Pictured("profile-replaced", Confirm)});
+}
+
 constexpr void (*kStates[])(const Visit& visit) = {
-    ShowFill, ShowContextMenu, ShowWidths, ShowGoToDate, ShowCopied, ShowSaved, ShowExports,
+    ShowFill,   ShowContextMenu, ShowWidths,  ShowGoToDate,
+    ShowCopied, ShowSaved,       ShowExports, ShowProfiles,
 };
 
 void ShowViewer(Guide& guide, const QString& language) {
