@@ -126,6 +126,18 @@ TEST_F(SessionTest, CancelWithoutChangesAsksNothing) {
     EXPECT_EQ(memory.packCount, commits);
 }
 
+TEST_F(SessionTest, AReloadThatCannotBeToldForWantOfMemorySaysSo) {
+    Open();
+    CommitElsewhere({{"Swing", 3}, {"Trend", 5}});
+    Repository().ReloadTASetting();
+    quotes.Reset();
+    quotes.RunBefore("LangGetLangString", 1, [] { throw std::bad_alloc(); });
+    prompts.ExpectMessage();
+    AwaitPrompts();
+    EXPECT_EQ(prompts.Last().text, "IDS_TECHVIEW-STRING_MEMORY_ERR");
+    EXPECT_TRUE(Sheet().isVisible());
+}
+
 TEST_F(SessionTest, CancelThatMeetsAnotherPartysCommitAsksNothing) {
     Open(kGroups);
     CommitElsewhere({{"Swing", 3}, {"Trend", 5}, {"New", 7}});
