@@ -60,7 +60,7 @@ ComparisonView::ComparisonView(const MarketData& markets,
                                const std::shared_ptr<ComparisonModel>& model, QWidget* parent)
     : ChartPage(model, parent), m_markets(markets), m_model(model) {
     if (Language* language = Language::Instance()) {
-        connect(language, &Language::changed, this, &ComparisonView::Reload);
+        connect(language, &Language::changed, this, &ComparisonView::LoadAgain);
     }
     Load();
 }
@@ -113,7 +113,7 @@ void ComparisonView::SetBaseDate(double baseDate) {
 }
 
 void ComparisonView::TakeBaseFromCursor() {
-    const int bar = CursorBar() >= 0 ? CursorBar() : VisibleBars().first;
+    const int bar = LastCursorBar() >= 0 ? LastCursorBar() : VisibleBars().first;
     if (bar >= 0) {
         const double time = Model().Bars()[static_cast<std::size_t>(bar)].time;
         // A bar of midnight is a moment, not its day.
@@ -122,12 +122,20 @@ void ComparisonView::TakeBaseFromCursor() {
 }
 
 void ComparisonView::Reload() {
+    LoadAgain();
+    TellMissing();
+}
+
+void ComparisonView::LoadAgain() {
     const PlotRange before = Scene().Range();
+    const PlotCursor cursor = Cursor();
+    const double time = LastCursorTime();
     Load();
     if (before.BarCount() == BarCount()) {
         Scene().Range() = before;
         Draw();
     }
+    PutCursorBack(cursor, time);
 }
 
 void ComparisonView::Load() {

@@ -31,7 +31,8 @@ public:
     ComparisonMode Mode() const { return m_mode; }
     /// Days since 1970-01-01, see Count(); 0: the first bar of the data. The part in view stays.
     void SetBaseDate(double baseDate);
-    /// The bar under the cursor line becomes the base date; without one the first bar in view.
+    /// The bar under the cursor line, or where it last was, becomes the base date; without one the
+    /// first bar in view.
     void TakeBaseFromCursor();
 
     /// The symbols' lines, and their names and values as the studies of the only pane.
@@ -56,6 +57,7 @@ private:
     void Load();
     void Recount();
     ChartTitle MakeTitle() const;
+    void LoadAgain();
     void TellMissing();
 
     const MarketData& m_markets;

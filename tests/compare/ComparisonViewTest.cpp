@@ -100,6 +100,8 @@ TEST_F(ComparisonViewTest, TheBaseIsNeverWhatHappensToBeInView) {
     compared->TakeBaseFromCursor();
     EXPECT_TRUE(told.last()[0].toString().contains(" 100.00")) << "the values are others now";
     EXPECT_EQ(compared->Set().baseDate, kFirstDay + shown.second - 1);
+    language.Select(Language::TraditionalChinese);
+    EXPECT_EQ(compared->CursorBar(), shown.second - 1);
     EXPECT_EQ(compared->VisibleBars(), shown);
 }
 
@@ -119,6 +121,16 @@ TEST_F(ComparisonViewTest, CursorZoomAndPanAsElsewhere) {
     QTest::mouseMove(plot, QPoint(450, 300));
     EXPECT_EQ(compared->CursorBar(), middle);
     EXPECT_TRUE(moved.last()[0].toString().contains('%'));
+    // On its way to the menu the mouse leaves the chart.
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(plot, &leave);
+    language.Select(Language::TraditionalChinese);
+    EXPECT_EQ(compared->CursorBar(), -1);
+    compared->TakeBaseFromCursor();
+    EXPECT_EQ(compared->Set().baseDate, kFirstDay + middle);
+    Press(Qt::Key_Escape);
+    compared->TakeBaseFromCursor();
+    EXPECT_EQ(compared->Set().baseDate, kFirstDay + compared->VisibleBars().first);
     QTest::mousePress(plot, Qt::LeftButton, {}, QPoint(450, 300));
     QTest::mouseMove(plot, QPoint(500, 300));
     QTest::mouseMove(plot, QPoint(550, 300));
