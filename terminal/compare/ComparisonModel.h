@@ -26,8 +26,8 @@ struct ComparisonSource {
 };
 
 /// Symbols side by side for a chart window: one pane with a study a symbol, in their order, which
-/// has one line or, without data, none. Lines of price differences in the place of percents have a
-/// scale of their own.
+/// has one line or, without data, none. Lines of price differences in the place of percents have
+/// one scale of their own.
 class ComparisonModel : public PlotModel {
 public:
     ComparisonModel();

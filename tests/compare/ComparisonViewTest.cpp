@@ -73,7 +73,18 @@ TEST_F(ComparisonViewTest, ABaseOfZeroIsNotedAndHasItsOwnScale) {
     EXPECT_EQ(compared->Model().LockValues({1, 0, 0}, true), std::vector<double>{50});
     const PlotMapping::Pane pane = compared->Mapping().panes[0];
     EXPECT_TRUE(pane.low > -20 && pane.high < 80) << "of the percents alone";
-    // Alone it has the labelled scale.
+    const auto scale = [this](int line) {
+        compared->Mapping();
+        return compared->findChild<QCustomPlot*>()->graph(line)->valueAxis();
+    };
+    EXPECT_FALSE(scale(1)->visible());
+    Compare({AddCloses({100, 150}), AddCloses({0, 0.5}), AddCloses({-5, 5})});
+    EXPECT_NE(scale(1), scale(0));
+    EXPECT_EQ(scale(1), scale(2)) << "equal differences stand at the same height";
+    // Without percents they have the labelled scale.
+    Compare({{kUser, "gone"}, AddCloses({0, 0.5}), AddCloses({-5, 5})});
+    EXPECT_TRUE(scale(0)->visible() && scale(0)->tickLabels());
+    EXPECT_EQ(scale(0), scale(1));
     Compare({AddCloses({-1, -3})});
     EXPECT_LT(compared->Mapping().panes[0].high, 5);
     Press(Qt::Key_Left);
