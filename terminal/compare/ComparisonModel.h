@@ -23,6 +23,7 @@ struct ComparisonSource {
     QString name;
     int priceDecimals = 2;
     std::shared_ptr<const BarSeries> bars;  ///< null: no data
+    QString note = {};  ///< why there is no data, or less than asked for; empty: nothing to say
 };
 
 /// Symbols side by side for a chart window: one pane with a study a symbol, in their order, which

@@ -159,6 +159,16 @@ TEST_F(ComparisonViewTest, LoadsAsMuchAsIsAskedForInEachPeriod) {
     compared->ShowPeriod(kMonthly, 0);
     EXPECT_EQ(compared->Shown(), (BarsKey{0, {}, kMonthly, 0}));
     EXPECT_EQ(compared->BarCount(), 21);
+    EXPECT_EQ(compared->Depth(), HistoryDepth()) << "its own is all of it";
+    compared->Show({0, {}, kMonthly, 0}, {0, 5, 1});
+    ComparisonView other(data);
+    other.SetDepths(compared->Depths());
+    other.Compare(compared->Set());
+    for (ComparisonView* const one : {compared.get(), &other}) {
+        EXPECT_EQ(one->BarCount(), 5);
+        one->ShowPeriod(kDaily, 0);
+        EXPECT_EQ(one->BarCount(), 60);
+    }
     QSignalSpy failed(compared.get(), &ChartPage::loadFailed);
     compared->ShowPeriod(kMinutes, 7);
     EXPECT_EQ(compared->Shown(), (BarsKey{0, {}, kMinutes, 7}));
@@ -169,6 +179,30 @@ TEST_F(ComparisonViewTest, LoadsAsMuchAsIsAskedForInEachPeriod) {
     compared->ShowPeriod(kSeconds, 5);
     EXPECT_EQ(compared->Shown(), (BarsKey{0, {}, kMinutes, 7})) << "there are none of seconds";
     EXPECT_EQ(shown.count(), 1) << "for a bar that shows seconds now";
+}
+
+TEST_F(ComparisonViewTest, TellsOfWhichSymbolsThereIsLessThanAskedForAndWhy) {
+    Compare({AddDays(600), AddDays(300)});
+    QSignalSpy fewer(compared.get(), &ChartPage::historyShort);
+    QSignalSpy failed(compared.get(), &ChartPage::loadFailed);
+    const auto told = [](QSignalSpy& spy) {
+        return spy.isEmpty() ? "nothing" : spy.takeLast()[0].toString().toStdString();
+    };
+    const std::string few =
+        "bars (Asked for the last 400 bars, got 300: the data begin on 2013/10/22)";
+    compared->Show({0, {}, kDaily, 0}, {0, 400, 1});
+    EXPECT_EQ(told(fewer), few);
+    compared->Show({0, {}, kDaily, 0}, {0, 60, 1});
+    EXPECT_EQ(told(fewer), "") << "it is over";
+    compared->Reload();
+    EXPECT_EQ(told(fewer), "nothing");
+    compared->Show({0, {}, kDaily, 0}, {1, 1, static_cast<long>(kFirstDay) + 400});
+    EXPECT_EQ(told(failed),
+              "Symbols without data: bars (Asked for bars since 2014/11/26, got none: the data "
+              "end on 2014/08/17)");
+    compared->Compare({{AddDays(300), {kUser, "gone"}}, {.recordCount = 400}});
+    EXPECT_EQ(told(failed), "Symbols without data: gone ??? (There is no symbol gone.)  " + few);
+    EXPECT_EQ(told(fewer), "nothing");
 }
 
 TEST_F(ComparisonViewTest, ALegendEntryStaysInOneRow) {

@@ -109,7 +109,8 @@ TEST_F(ComparisonFrameTest, EditsTheTabInFrontAndKeepsItsBase) {
     Ask([](QWidget& dialog) { AddSymbol(dialog, "AMZN"); });
     EXPECT_EQ(Compared()->Set().baseDate, kFirstDay + 40.5) << "a moment of the day that is shown";
     EXPECT_TRUE(Legend().contains("Amazon no data")) << "it has no daily prices";
-    EXPECT_EQ(Status(), "Symbols without data: Amazon");
+    EXPECT_EQ(Status(),
+              "Symbols without data: Amazon (The symbol AMZN has no data of this period.)");
     Ask([](QWidget& dialog) {
         Press(dialog, "deleteAllButton");
         QTest::keyClick(&dialog, Qt::Key_Escape);
