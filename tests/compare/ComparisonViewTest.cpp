@@ -203,6 +203,9 @@ TEST_F(ComparisonViewTest, TellsOfWhichSymbolsThereIsLessThanAskedForAndWhy) {
     compared->Compare({{AddDays(300), {kUser, "gone"}}, {.recordCount = 400}});
     EXPECT_EQ(told(failed), "Symbols without data: gone ??? (There is no symbol gone.)  " + few);
     EXPECT_EQ(told(fewer), "nothing");
+    compared->ShowPeriod(kWeekly, 0);
+    compared->ShowPeriod(kDaily, 0);
+    EXPECT_EQ(compared->Depth(), (HistoryDepth{0, 400, 1}));
 }
 
 TEST_F(ComparisonViewTest, ALegendEntryStaysInOneRow) {
