@@ -388,6 +388,7 @@
     <message id="IDS_TERMINAL-COMPARE_LEGEND_PERCENT"><translation>Change since the base</translation></message>
     <message id="IDS_TERMINAL-COMPARE_LEGEND_PRICES"><translation>Prices</translation></message>
     <message id="IDS_TERMINAL-COMPARE_MISSING"><translation>Symbols without data: %1</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_NOTE"><translation>%1 (%2)</translation></message>
     <message id="IDS_TERMINAL-COMPARE_NOTHING"><translation>None of the compared symbols has data</translation></message>
     <message id="IDS_TERMINAL-COMPARE_NO_DATA"><translation>no data</translation></message>
     <message id="IDS_TERMINAL-COMPARE_TITLE"><translation>Compare %1</translation></message>

@@ -388,6 +388,7 @@
     <message id="IDS_TERMINAL-COMPARE_LEGEND_PERCENT"><translation>自基準日漲跌幅</translation></message>
     <message id="IDS_TERMINAL-COMPARE_LEGEND_PRICES"><translation>價格</translation></message>
     <message id="IDS_TERMINAL-COMPARE_MISSING"><translation>沒有資料的商品：%1</translation></message>
+    <message id="IDS_TERMINAL-COMPARE_NOTE"><translation>%1（%2）</translation></message>
     <message id="IDS_TERMINAL-COMPARE_NOTHING"><translation>比較的商品都沒有資料</translation></message>
     <message id="IDS_TERMINAL-COMPARE_NO_DATA"><translation>無資料</translation></message>
     <message id="IDS_TERMINAL-COMPARE_TITLE"><translation>比較 %1</translation></message>

@@ -100,6 +100,7 @@ void ChartPage::TakeBars() {
     m_scene->Range().SetBarCount(BarCount());
     m_scene->Range().ShowLatest();
     m_cursor = {};
+    m_lastCursorBar = -1;
 }
 
 // ---- Drawing ----
@@ -124,6 +125,7 @@ void ChartPage::Draw() {
 }
 
 void ChartPage::DrawCursor() {
+    m_lastCursorBar = m_cursor.IsThere() ? m_cursor.bar : m_lastCursorBar;
     m_scene->DrawCursor(m_cursor);
     const QString text = CursorText();
     setAccessibleDescription(text);
@@ -217,6 +219,7 @@ int ChartPage::PricePane() const {
 
 void ChartPage::SetCursorBar(int index) {
     m_cursor = {};
+    m_lastCursorBar = -1;
     if (index >= 0 && BarCount() > 0) {
         m_cursor.bar = std::min(index, BarCount() - 1);
         m_scene->Range().ScrollTo(m_cursor.bar);
@@ -229,6 +232,25 @@ void ChartPage::SetCursorBar(int index) {
         }
     }
     DrawCursor();
+}
+
+double ChartPage::LastCursorTime() const {
+    return m_lastCursorBar < 0 ? std::nan("")
+                               : Model().Bars()[static_cast<std::size_t>(m_lastCursorBar)].time;
+}
+
+void ChartPage::PutCursorBack(PlotCursor cursor, double time) {
+    const auto found = std::ranges::find(Model().Bars(), time, &Bar::time);
+    if (found == Model().Bars().end()) {
+        return;
+    }
+    m_lastCursorBar = static_cast<int>(found - Model().Bars().begin());
+    if (cursor.IsThere()) {
+        m_cursor = cursor;
+        m_cursor.bar = m_lastCursorBar;
+        Draw();
+        DrawCursor();
+    }
 }
 
 QString ChartPage::CursorText() const {

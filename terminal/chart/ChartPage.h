@@ -89,6 +89,9 @@ public:
     void SetCursorBar(int index);
     /// -1 without cursor line.
     int CursorBar() const { return m_cursor.bar; }
+    /// The bar that the cursor line stands on or, when the mouse has left the chart, stood on; -1
+    /// when the bars are others since or the line was taken away.
+    int LastCursorBar() const { return m_lastCursorBar; }
     /// Date and values of the cursor's bar, of the last bar without a cursor; empty without data.
     QString CursorText() const;
     /// The legend of each pane as one text, studies separated by a line feed. There also when the
@@ -131,6 +134,11 @@ protected:
     QCustomPlot& Plot() const { return *m_plot; }
     ChartScene& Scene() const { return *m_scene; }
     const PlotCursor& Cursor() const { return m_cursor; }
+    /// The time of LastCursorBar(); NaN without one.
+    double LastCursorTime() const;
+    /// After TakeBars(): the cursor line as it was, on the bar of LastCursorTime() if that is still
+    /// there.
+    void PutCursorBack(PlotCursor cursor, double time);
     /// The uppermost pane that shows prices; -1: none.
     int PricePane() const;
 
@@ -160,6 +168,7 @@ private:
     std::shared_ptr<const PlotModel> m_model;
     bool m_risingRed = true;
     PlotCursor m_cursor;
+    int m_lastCursorBar = -1;
     QCustomPlot* m_plot;
     QLabel* m_message;
     std::unique_ptr<ChartScene> m_scene;

@@ -173,6 +173,7 @@ bool ChartPage::OnKey(int key, Qt::KeyboardModifiers modifiers) {
             break;
         case Qt::Key_Escape:
             if (!m_cursor.IsThere()) {
+                m_lastCursorBar = -1;
                 return false;
             }
             SetCursorBar(-1);

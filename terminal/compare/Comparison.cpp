@@ -12,7 +12,9 @@ namespace {
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr double kSecondsPerDay = 86400;
-constexpr double kHalfSecond = 0.5 / kSecondsPerDay;
+// Base dates beyond the years of four digits are as good as these.
+constexpr double kFirstDay = -700000;
+constexpr double kLastDay = 2900000;
 
 enum Period { kDaily = 0, kWeekly = 1, kMonthly = 2 };
 
@@ -94,13 +96,16 @@ std::shared_ptr<const BarSeries> AxisOf(const Places& places) {
     return axis;
 }
 
-/// The first moment that is after a base date.
-double EndOf(double baseDate) {
-    return baseDate == std::floor(baseDate) ? baseDate + 1 : baseDate + kHalfSecond;
+/// The last place that a base date takes in.
+std::int64_t BasePlace(double baseDate, int period) {
+    const double date = std::clamp(baseDate, kFirstDay, kLastDay);
+    const bool isWholeDay = period > kMonthly && date == std::floor(date);
+    return isWholeDay ? PlaceOf(date + 1, period) - 1 : PlaceOf(date, period);
 }
 
-ComparisonBase BaseOf(const BarSeries& bars, double end) {
-    const auto after = std::ranges::lower_bound(bars, end, {}, &Bar::time) - bars.begin();
+ComparisonBase BaseOf(const BarSeries& bars, std::int64_t place, int period) {
+    const auto placeOf = [period](const Bar& bar) { return PlaceOf(bar.time, period); };
+    const auto after = std::ranges::upper_bound(bars, place, {}, placeOf) - bars.begin();
     const auto bar = std::max<std::ptrdiff_t>(after - 1, 0);
     const Bar& found = bars[static_cast<std::size_t>(bar)];
     return {static_cast<int>(bar), found.time, found.close, after == 0};
@@ -147,7 +152,7 @@ Comparison Align(const std::vector<std::shared_ptr<const BarSeries>>& histories,
         all.push_back(history ? PlacesOf(*history, period) : Places());
         axis = Joined(axis, all.back());
     }
-    Comparison comparison{AxisOf(axis), {}};
+    Comparison comparison{AxisOf(axis), {}, period};
     for (const Places& places : all) {
         comparison.lines.emplace_back().bars = BarsAt(axis, places);
     }
@@ -157,15 +162,16 @@ Comparison Align(const std::vector<std::shared_ptr<const BarSeries>>& histories,
 void Count(Comparison& comparison, const std::vector<std::shared_ptr<const BarSeries>>& histories,
            double baseDate, ComparisonMode mode) {
     const BarSeries& axis = *comparison.axis;
+    const int period = comparison.period;
     const double first = axis.empty() ? 0 : axis.front().time;
-    const double end = baseDate == 0 ? first + kHalfSecond : EndOf(baseDate);
+    const std::int64_t place = baseDate == 0 ? PlaceOf(first, period) : BasePlace(baseDate, period);
     for (std::size_t i = 0; i < histories.size(); ++i) {
         ComparisonLine& line = comparison.lines[i];
         if (!histories[i] || histories[i]->empty()) {
             line = {{}, line.bars, std::vector<double>(line.bars.size(), kNone)};
             continue;
         }
-        line.base = BaseOf(*histories[i], end);
+        line.base = BaseOf(*histories[i], place, period);
         CountLine(line, *histories[i], mode);
     }
 }

@@ -43,6 +43,7 @@ struct Comparison {
     /// A bar for each time that any symbol has one at, with that time and nothing else.
     std::shared_ptr<const BarSeries> axis;
     std::vector<ComparisonLine> lines;
+    int period = 0;  ///< of the bars, as BarsKey::period
 };
 
 /// Where the symbols stand: each day, week (from Monday on), month or moment of any history is one
@@ -50,9 +51,10 @@ struct Comparison {
 /// bars. `period` as BarsKey::period.
 Comparison Align(const std::vector<std::shared_ptr<const BarSeries>>& histories, int period);
 
-/// Counts the lines of what Align() made of `histories`. `baseDate`: days since 1970-01-01; with a
-/// fraction that moment, without one the whole day. A symbol's base is its last bar at or before
-/// it, or its first bar. 0: the first bar of the axis is the base date.
+/// Counts the lines of what Align() made of `histories`. `baseDate`: days since 1970-01-01. Among
+/// days, weeks and months it stands for the one that it is in, whatever day of it their bars carry;
+/// among minutes for that moment or, without a fraction, the whole day. A symbol's base is its last
+/// bar there or before, or its first bar. 0: the first bar of the axis is the base date.
 void Count(Comparison& comparison, const std::vector<std::shared_ptr<const BarSeries>>& histories,
            double baseDate, ComparisonMode mode);
 

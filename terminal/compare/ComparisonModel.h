@@ -23,11 +23,12 @@ struct ComparisonSource {
     QString name;
     int priceDecimals = 2;
     std::shared_ptr<const BarSeries> bars;  ///< null: no data
+    QString note = {};  ///< why there is no data, or less than asked for; empty: nothing to say
 };
 
 /// Symbols side by side for a chart window: one pane with a study a symbol, in their order, which
-/// has one line or, without data, none. Lines of price differences in the place of percents have a
-/// scale of their own.
+/// has one line or, without data, none. Lines of price differences in the place of percents have
+/// one scale of their own.
 class ComparisonModel : public PlotModel {
 public:
     ComparisonModel();

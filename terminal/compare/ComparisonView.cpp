@@ -19,6 +19,12 @@ HistoryDepth DepthOf(const ComparedHistory& history) {
     return {history.readMode, history.recordCount, history.startDate};
 }
 
+void SetDepth(ComparedHistory& history, const HistoryDepth& depth) {
+    history.readMode = depth.readMode;
+    history.recordCount = static_cast<std::int32_t>(depth.recordCount);
+    history.startDate = static_cast<std::int32_t>(depth.startDay);
+}
+
 ComparisonSource SourceOf(const MarketData& markets, const ComparedSymbol& symbol,
                           const ComparedHistory& history) {
     ComparisonSource source;
@@ -26,9 +32,12 @@ ComparisonSource SourceOf(const MarketData& markets, const ComparedSymbol& symbo
     if (const Symbol* known = markets.FindSymbol(symbol.market, symbol.code)) {
         source.name = ui::ToQString(NameOf(*known));
         source.priceDecimals = DecimalsOfStep(known->priceStep);
-        const int count = history.dataType == kMinutes ? history.minutes : 0;
-        const auto all =
-            markets.LoadBars({symbol.market, symbol.code, history.dataType, count}, nullptr);
+    }
+    const int count = history.dataType == kMinutes ? history.minutes : 0;
+    const auto all =
+        markets.LoadBars({symbol.market, symbol.code, history.dataType, count}, &source.note);
+    if (all) {
+        source.note = ShortfallText(*all, DepthOf(history));
         source.bars = PartOf(all, DepthOf(history));
     }
     return source;
@@ -36,6 +45,11 @@ ComparisonSource SourceOf(const MarketData& markets, const ComparedSymbol& symbo
 
 bool HasBars(const ComparisonSource& source) {
     return source.bars && !source.bars->empty();
+}
+
+QString NotedName(const ComparisonSource& source) {
+    return source.note.isEmpty() ? source.name
+                                 : Tr("IDS_TERMINAL-COMPARE_NOTE").arg(source.name, source.note);
 }
 
 /// What can be shown of a choice that may come from a damaged file.
@@ -60,7 +74,7 @@ ComparisonView::ComparisonView(const MarketData& markets,
                                const std::shared_ptr<ComparisonModel>& model, QWidget* parent)
     : ChartPage(model, parent), m_markets(markets), m_model(model) {
     if (Language* language = Language::Instance()) {
-        connect(language, &Language::changed, this, &ComparisonView::Reload);
+        connect(language, &Language::changed, this, &ComparisonView::LoadAgain);
     }
     Load();
 }
@@ -70,15 +84,14 @@ ComparisonView::ComparisonView(const MarketData& markets,
 void ComparisonView::Compare(const ComparisonSet& set) {
     m_set = Usable(set);
     Load();
+    m_depths[{m_shown.period, m_shown.count}] = Depth();
     ShowAll();
     TellMissing();
     emit symbolChanged();
 }
 
 void ComparisonView::Show(const BarsKey& history, const HistoryDepth& depth) {
-    m_set.history.readMode = depth.readMode;
-    m_set.history.recordCount = static_cast<std::int32_t>(depth.recordCount);
-    m_set.history.startDate = static_cast<std::int32_t>(depth.startDay);
+    m_depths[{history.period, history.count}] = depth;
     SwitchPeriod(history.period, history.count);
 }
 
@@ -87,6 +100,8 @@ void ComparisonView::SwitchPeriod(int period, int count) {
         m_set.history.dataType = period;
         m_set.history.minutes = period == kMinutes ? count : m_set.history.minutes;
         m_set = Usable(m_set);
+        const auto depth = m_depths.find({period, count});
+        SetDepth(m_set.history, depth == m_depths.end() ? HistoryDepth() : depth->second);
         Load();
         TellMissing();
     }
@@ -113,7 +128,7 @@ void ComparisonView::SetBaseDate(double baseDate) {
 }
 
 void ComparisonView::TakeBaseFromCursor() {
-    const int bar = CursorBar() >= 0 ? CursorBar() : VisibleBars().first;
+    const int bar = LastCursorBar() >= 0 ? LastCursorBar() : VisibleBars().first;
     if (bar >= 0) {
         const double time = Model().Bars()[static_cast<std::size_t>(bar)].time;
         // A bar of midnight is a moment, not its day.
@@ -122,12 +137,20 @@ void ComparisonView::TakeBaseFromCursor() {
 }
 
 void ComparisonView::Reload() {
+    LoadAgain();
+    TellMissing();
+}
+
+void ComparisonView::LoadAgain() {
     const PlotRange before = Scene().Range();
+    const PlotCursor cursor = Cursor();
+    const double time = LastCursorTime();
     Load();
     if (before.BarCount() == BarCount()) {
         Scene().Range() = before;
         Draw();
     }
+    PutCursorBack(cursor, time);
 }
 
 void ComparisonView::Load() {
@@ -170,14 +193,22 @@ ChartTitle ComparisonView::MakeTitle() const {
 
 void ComparisonView::TellMissing() {
     QStringList missing;
+    QStringList fewer;
     for (const ComparisonSource& source : m_model->Sources()) {
         if (!HasBars(source)) {
-            missing << source.name;
+            missing << NotedName(source);
+        } else if (!source.note.isEmpty()) {
+            fewer << NotedName(source);
         }
     }
+    const QString shortfall = fewer.join(", ");
     if (!missing.isEmpty()) {
-        emit loadFailed(Tr("IDS_TERMINAL-COMPARE_MISSING").arg(missing.join(", ")));
+        const QString text = Tr("IDS_TERMINAL-COMPARE_MISSING").arg(missing.join(", "));
+        emit loadFailed(fewer.isEmpty() ? text : text + "  " + shortfall);
+    } else if (!fewer.isEmpty() || m_hasTold) {
+        emit historyShort(shortfall);
     }
+    m_hasTold = !missing.isEmpty() || !fewer.isEmpty();
 }
 
 QString ComparisonView::Message() const {

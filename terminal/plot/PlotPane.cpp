@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace ta::terminal {
 namespace {
@@ -22,6 +23,14 @@ void StyleAxis(QCPAxis& axis, const PaneStyle& style) {
     axis.grid()->setPen(QPen(style.theme.grid, 0));
     axis.grid()->setZeroLinePen(Qt::NoPen);
     axis.grid()->setVisible(false);
+}
+
+/// Whose scale is labelled; null: there are no studies.
+const ChartStudy* MainOf(const ChartPane& studies) {
+    const auto main = std::ranges::max_element(studies, {}, [](const ChartStudy& study) {
+        return std::pair(!study.outputs.empty(), study.onPriceScale);
+    });
+    return main == studies.end() ? nullptr : &*main;
 }
 
 }  // namespace
@@ -80,16 +89,11 @@ void PlotPane::MakeAxes(bool lowest) {
 void PlotPane::MakeScales(const ChartPane& studies) {
     Scale& main = m_scales.emplace_back();
     main.axis = m_rect->axis(QCPAxis::atRight);
-    auto first = std::ranges::find_if(studies, &ChartStudy::onPriceScale);
-    if (first == studies.end()) {
-        first =
-            std::ranges::find_if(studies, [](const ChartStudy& s) { return !s.outputs.empty(); });
+    const ChartStudy* mainStudy = MainOf(studies);
+    if (mainStudy) {
+        main.numbers = mainStudy->numbers;
+        main.prices = mainStudy->onPriceScale;
     }
-    if (first != studies.end()) {
-        main.numbers = first->numbers;
-        main.prices = first->onPriceScale;
-    }
-    const ChartStudy* mainStudy = first == studies.end() ? nullptr : &*first;
     for (std::size_t s = 0; s < studies.size(); ++s) {
         const ChartStudy& study = studies[s];
         Scale& scale = &study == mainStudy ? m_scales.front() : ScaleFor(study);
@@ -103,9 +107,19 @@ void PlotPane::MakeScales(const ChartPane& studies) {
     }
 }
 
+bool PlotPane::Scale::Takes(const ChartStudy& study) const {
+    const bool isOfDifferences = !prices && numbers == NumberKind::Price;
+    return study.onPriceScale ? prices : isOfDifferences && study.numbers == NumberKind::Price;
+}
+
 PlotPane::Scale& PlotPane::ScaleFor(const ChartStudy& study) {
-    if (study.outputs.empty() || (study.onPriceScale && m_scales.front().prices)) {
+    if (study.outputs.empty()) {
         return m_scales.front();
+    }
+    const auto shared =
+        std::ranges::find_if(m_scales, [&study](const Scale& scale) { return scale.Takes(study); });
+    if (shared != m_scales.end()) {
+        return *shared;
     }
     Scale& own = m_scales.emplace_back();
     own.axis = m_rect->addAxis(QCPAxis::atRight);

@@ -28,8 +28,10 @@ struct PaneStyle {
     QSharedPointer<TimeAxisTicker> timeTicker;
 };
 
-/// One pane on the plot: its axes, series and legend. Studies of prices share one scale; each other
-/// study has its own. The scale of the prices, or else of the first study, is labelled.
+/// One pane on the plot: its axes, series and legend. Studies of prices share one scale, and those
+/// of price differences (numbers of prices that are not on the price scale) another; each other
+/// study has its own. The scale of the prices, or else of the first study that has outputs, is
+/// labelled.
 class PlotPane {
 public:
     /// Takes a row of the plot's layout while it lives. `lowest`: has the labels of the time axis.
@@ -63,6 +65,8 @@ private:
         NumberKind numbers = NumberKind::Plain;
         bool prices = false;
         std::vector<DrawnOutput> outputs;
+
+        bool Takes(const ChartStudy& study) const;
     };
 
     void MakeAxes(bool lowest);

@@ -95,7 +95,7 @@ struct BaseCase {
     bool isLater;
 };
 
-TEST(ComparisonTest, TheBaseIsTheLastBarAtOrBeforeTheDate) {
+TEST(ComparisonTest, AmongMinutesTheBaseIsTheLastBarAtOrBeforeTheDate) {
     const Histories two{Bars({{100, 10}, {200, 1}}),
                         Bars({{110, 20}, {112 + 9.0 / 24, 40}, {112 + 10.0 / 24, 50}})};
     const BaseCase cases[] = {
@@ -107,15 +107,54 @@ TEST(ComparisonTest, TheBaseIsTheLastBarAtOrBeforeTheDate) {
         {"a moment", 112 + 9.0 / 24, 1, false},
         {"a moment less than a second off", 112 + 9.0 / 24 - 1e-9, 1, false},
         {"in the future", 40000, 2, false},
+        {"beyond all calendars", 1e300, 2, false},
         {"before all days", -5, 0, true},
     };
     for (const BaseCase& row : cases) {
-        const ComparisonBase base = Compared(two, row.baseDate).lines[1].base;
+        const ComparisonBase base = Compared(two, row.baseDate, {}, 3).lines[1].base;
         EXPECT_EQ(std::pair(base.bar, base.isLater), std::pair(row.bar, row.isLater)) << row.what;
         const Bar& bar = (*two[1])[static_cast<std::size_t>(row.bar)];
         EXPECT_EQ(std::pair(base.time, base.price), std::pair(bar.time, bar.close)) << row.what;
     }
-    EXPECT_FALSE(Compared(two).lines[0].base.isLater);
+    EXPECT_FALSE(Compared(two, 0, {}, 3).lines[0].base.isLater);
+}
+
+TEST(ComparisonTest, TheBaseIsInTheSameDayWeekOrMonthForEverySymbol) {
+    const double monday = Day(2020, 1, 6);
+    const Histories days{Bars({{100, 1}, {101, 2}}), Bars({{100.5, 3}, {101.5, 4}})};
+    const Histories weeks{Bars({{monday, 1}, {monday + 7, 2}, {monday + 14, 3}}),
+                          Bars({{monday + 4, 4}, {monday + 11, 5}, {monday + 18, 6}})};
+    const Histories months{
+        Bars({{Day(2019, 12, 1), 1}, {Day(2020, 1, 1), 2}, {Day(2020, 2, 1), 3}}),
+        Bars({{Day(2019, 12, 31), 4}, {Day(2020, 1, 31), 5}, {Day(2020, 2, 28), 6}})};
+    struct Row {
+        const Histories& histories;
+        int period;
+        double baseDate;
+        int bar;
+        bool isLater;
+    };
+    const Row rows[] = {
+        {days, 0, 0, 0, false},
+        {days, 0, 100.25, 0, false},
+        {days, 0, 101, 1, false},
+        {weeks, 1, monday - 1, 0, true},
+        {weeks, 1, monday + 6, 0, false},
+        {weeks, 1, monday + 7, 1, false},
+        {months, 2, 0, 0, false},
+        {months, 2, Day(2019, 11, 30), 0, true},
+        {months, 2, Day(2020, 1, 1), 1, false},
+        {months, 2, Day(2020, 1, 31), 1, false},
+        {months, 2, 1e300, 2, false},
+        {months, 2, -1e300, 0, true},
+    };
+    for (const Row& row : rows) {
+        for (const ComparisonLine& line :
+             Compared(row.histories, row.baseDate, {}, row.period).lines) {
+            EXPECT_EQ(std::pair(line.base.bar, line.base.isLater), std::pair(row.bar, row.isLater))
+                << row.period << " at " << row.baseDate;
+        }
+    }
 }
 
 TEST(ComparisonTest, CountsInEachMode) {

@@ -73,7 +73,18 @@ TEST_F(ComparisonViewTest, ABaseOfZeroIsNotedAndHasItsOwnScale) {
     EXPECT_EQ(compared->Model().LockValues({1, 0, 0}, true), std::vector<double>{50});
     const PlotMapping::Pane pane = compared->Mapping().panes[0];
     EXPECT_TRUE(pane.low > -20 && pane.high < 80) << "of the percents alone";
-    // Alone it has the labelled scale.
+    const auto scale = [this](int line) {
+        compared->Mapping();
+        return compared->findChild<QCustomPlot*>()->graph(line)->valueAxis();
+    };
+    EXPECT_FALSE(scale(1)->visible());
+    Compare({AddCloses({100, 150}), AddCloses({0, 0.5}), AddCloses({-5, 5})});
+    EXPECT_NE(scale(1), scale(0));
+    EXPECT_EQ(scale(1), scale(2)) << "equal differences stand at the same height";
+    // Without percents they have the labelled scale.
+    Compare({{kUser, "gone"}, AddCloses({0, 0.5}), AddCloses({-5, 5})});
+    EXPECT_TRUE(scale(0)->visible() && scale(0)->tickLabels());
+    EXPECT_EQ(scale(0), scale(1));
     Compare({AddCloses({-1, -3})});
     EXPECT_LT(compared->Mapping().panes[0].high, 5);
     Press(Qt::Key_Left);
@@ -100,6 +111,8 @@ TEST_F(ComparisonViewTest, TheBaseIsNeverWhatHappensToBeInView) {
     compared->TakeBaseFromCursor();
     EXPECT_TRUE(told.last()[0].toString().contains(" 100.00")) << "the values are others now";
     EXPECT_EQ(compared->Set().baseDate, kFirstDay + shown.second - 1);
+    language.Select(Language::TraditionalChinese);
+    EXPECT_EQ(compared->CursorBar(), shown.second - 1);
     EXPECT_EQ(compared->VisibleBars(), shown);
 }
 
@@ -119,6 +132,16 @@ TEST_F(ComparisonViewTest, CursorZoomAndPanAsElsewhere) {
     QTest::mouseMove(plot, QPoint(450, 300));
     EXPECT_EQ(compared->CursorBar(), middle);
     EXPECT_TRUE(moved.last()[0].toString().contains('%'));
+    // On its way to the menu the mouse leaves the chart.
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(plot, &leave);
+    language.Select(Language::TraditionalChinese);
+    EXPECT_EQ(compared->CursorBar(), -1);
+    compared->TakeBaseFromCursor();
+    EXPECT_EQ(compared->Set().baseDate, kFirstDay + middle);
+    Press(Qt::Key_Escape);
+    compared->TakeBaseFromCursor();
+    EXPECT_EQ(compared->Set().baseDate, kFirstDay + compared->VisibleBars().first);
     QTest::mousePress(plot, Qt::LeftButton, {}, QPoint(450, 300));
     QTest::mouseMove(plot, QPoint(500, 300));
     QTest::mouseMove(plot, QPoint(550, 300));
@@ -136,6 +159,16 @@ TEST_F(ComparisonViewTest, LoadsAsMuchAsIsAskedForInEachPeriod) {
     compared->ShowPeriod(kMonthly, 0);
     EXPECT_EQ(compared->Shown(), (BarsKey{0, {}, kMonthly, 0}));
     EXPECT_EQ(compared->BarCount(), 21);
+    EXPECT_EQ(compared->Depth(), HistoryDepth()) << "its own is all of it";
+    compared->Show({0, {}, kMonthly, 0}, {0, 5, 1});
+    ComparisonView other(data);
+    other.SetDepths(compared->Depths());
+    other.Compare(compared->Set());
+    for (ComparisonView* const one : {compared.get(), &other}) {
+        EXPECT_EQ(one->BarCount(), 5);
+        one->ShowPeriod(kDaily, 0);
+        EXPECT_EQ(one->BarCount(), 60);
+    }
     QSignalSpy failed(compared.get(), &ChartPage::loadFailed);
     compared->ShowPeriod(kMinutes, 7);
     EXPECT_EQ(compared->Shown(), (BarsKey{0, {}, kMinutes, 7}));
@@ -146,6 +179,33 @@ TEST_F(ComparisonViewTest, LoadsAsMuchAsIsAskedForInEachPeriod) {
     compared->ShowPeriod(kSeconds, 5);
     EXPECT_EQ(compared->Shown(), (BarsKey{0, {}, kMinutes, 7})) << "there are none of seconds";
     EXPECT_EQ(shown.count(), 1) << "for a bar that shows seconds now";
+}
+
+TEST_F(ComparisonViewTest, TellsOfWhichSymbolsThereIsLessThanAskedForAndWhy) {
+    Compare({AddDays(600), AddDays(300)});
+    QSignalSpy fewer(compared.get(), &ChartPage::historyShort);
+    QSignalSpy failed(compared.get(), &ChartPage::loadFailed);
+    const auto told = [](QSignalSpy& spy) {
+        return spy.isEmpty() ? "nothing" : spy.takeLast()[0].toString().toStdString();
+    };
+    const std::string few =
+        "bars (Asked for the last 400 bars, got 300: the data begin on 2013/10/22)";
+    compared->Show({0, {}, kDaily, 0}, {0, 400, 1});
+    EXPECT_EQ(told(fewer), few);
+    compared->Show({0, {}, kDaily, 0}, {0, 60, 1});
+    EXPECT_EQ(told(fewer), "") << "it is over";
+    compared->Reload();
+    EXPECT_EQ(told(fewer), "nothing");
+    compared->Show({0, {}, kDaily, 0}, {1, 1, static_cast<long>(kFirstDay) + 400});
+    EXPECT_EQ(told(failed),
+              "Symbols without data: bars (Asked for bars since 2014/11/26, got none: the data "
+              "end on 2014/08/17)");
+    compared->Compare({{AddDays(300), {kUser, "gone"}}, {.recordCount = 400}});
+    EXPECT_EQ(told(failed), "Symbols without data: gone ??? (There is no symbol gone.)  " + few);
+    EXPECT_EQ(told(fewer), "nothing");
+    compared->ShowPeriod(kWeekly, 0);
+    compared->ShowPeriod(kDaily, 0);
+    EXPECT_EQ(compared->Depth(), (HistoryDepth{0, 400, 1}));
 }
 
 TEST_F(ComparisonViewTest, ALegendEntryStaysInOneRow) {

@@ -90,7 +90,7 @@ TEST_F(ComparisonFrameTest, BeginsWithTheChartsSymbolInATabOfItsOwn) {
     EXPECT_EQ(Window().focusWidget(), Compared());
     EXPECT_EQ(Tabs().tabText(1), "Compare SPX, 9901 Daily");
     EXPECT_EQ(Compared()->BarCount(), 300);
-    EXPECT_EQ(Compared()->Set().baseDate, 0) << "what was offered and not changed is none";
+    EXPECT_EQ(Compared()->Set().baseDate, kFirstDay) << "what was offered";
     EXPECT_TRUE(Legend().contains("Simulated Electronics – base 2019/01/01 100.0"))
         << Legend().toStdString();
     Tabs().setCurrentIndex(0);
@@ -106,10 +106,12 @@ TEST_F(ComparisonFrameTest, EditsTheTabInFrontAndKeepsItsBase) {
     });
     EXPECT_EQ(Tabs().count(), 2);
     EXPECT_EQ(Compared()->Set().baseDate, kFirstDay + 40);
+    Compared()->SetBaseDate(kFirstDay + 40.5);
     Ask([](QWidget& dialog) { AddSymbol(dialog, "AMZN"); });
-    EXPECT_EQ(Compared()->Set().baseDate, kFirstDay + 40);
+    EXPECT_EQ(Compared()->Set().baseDate, kFirstDay + 40.5) << "a moment of the day that is shown";
     EXPECT_TRUE(Legend().contains("Amazon no data")) << "it has no daily prices";
-    EXPECT_EQ(Status(), "Symbols without data: Amazon");
+    EXPECT_EQ(Status(),
+              "Symbols without data: Amazon (The symbol AMZN has no data of this period.)");
     Ask([](QWidget& dialog) {
         Press(dialog, "deleteAllButton");
         QTest::keyClick(&dialog, Qt::Key_Escape);

@@ -42,12 +42,13 @@ double OfferedDay(const ComparisonSet& set, const BarSeries& bars) {
     return std::floor(bars.front().time);
 }
 
-/// The base date as it was, unless the dialog, which makes a day of a moment, has another one.
-double ChosenBase(const MXChangeSymbols& dialog, const ComparisonSet& before, double offered) {
+/// What the dialog shows. It makes a day of a moment, which stays when its day does.
+double ChosenBase(const MXChangeSymbols& dialog, const ComparisonSet& before) {
     if (!dialog.HasBaseDate()) {
         return 0;
     }
-    return dialog.GetBaseDate() == offered ? before.baseDate : dialog.GetBaseDate();
+    const double day = dialog.GetBaseDate();
+    return day == std::floor(before.baseDate) ? before.baseDate : day;
 }
 
 }  // namespace
@@ -60,7 +61,7 @@ void CompareSymbols(const Frame& frame) {
                            &frame.window);
     if (dialog.DoModal() == ui::kIdOk) {
         frame.tabs.Compare(
-            {dialog.GetSymbols(), dialog.GetHisDataType(), ChosenBase(dialog, before, offered)});
+            {dialog.GetSymbols(), dialog.GetHisDataType(), ChosenBase(dialog, before)});
     }
     frame.tabs.Current().setFocus();
 }
