@@ -55,7 +55,7 @@ ChartPage& ChartTabs::Add(const TabState& state) {
 }
 
 ChartPage& ChartTabs::MakePage(const TabState& state) {
-    return state.comparison ? MakeComparison(*state.comparison) : MakeChart(state);
+    return state.comparison ? MakeComparison(state) : MakeChart(state);
 }
 
 ChartPage& ChartTabs::MakeChart(const TabState& state) {
@@ -69,12 +69,13 @@ ChartPage& ChartTabs::MakeChart(const TabState& state) {
     return *chart;
 }
 
-ChartPage& ChartTabs::MakeComparison(const ComparisonState& state) {
+ChartPage& ChartTabs::MakeComparison(const TabState& state) {
     auto* comparison = new ComparisonView(m_markets);
     Connect(*comparison);
     comparison->SetRisingRed(m_risingRed);
-    comparison->SetMode(state.mode);
-    comparison->Compare(state.set);
+    comparison->SetMode(state.comparison->mode);
+    comparison->SetDepths(state.depths);
+    comparison->Compare(state.comparison->set);
     return *comparison;
 }
 
@@ -82,6 +83,7 @@ TabState ChartTabs::StateOf(int tab) const {
     if (const ComparisonView* comparison = ComparisonAt(tab)) {
         TabState state;
         state.comparison = {comparison->Set(), comparison->Mode()};
+        state.depths = comparison->Depths();
         return state;
     }
     const ChartView& chart = *ChartAt(tab);

@@ -88,7 +88,7 @@ private:
     TabState StateOf(int tab) const;
     ChartPage& MakePage(const TabState& state);
     ChartPage& MakeChart(const TabState& state);
-    ChartPage& MakeComparison(const ComparisonState& state);
+    ChartPage& MakeComparison(const TabState& state);
     void Connect(ChartPage& page);
     void ConnectChart(ChartView& chart);
     void KeepTold(const ChartPage& page, const QString& text);

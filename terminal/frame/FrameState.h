@@ -29,7 +29,7 @@ struct TabState {
     int count = 0;   ///< minutes or seconds of a bar; 0 for the other periods
     int group = -1;  ///< UniNum of the chart's group
     HistoryDepths depths = {};
-    std::optional<ComparisonState> comparison = {};  ///< in the place of all others above
+    std::optional<ComparisonState> comparison = {};  ///< in the place of all above but the depths
 
     bool operator==(const TabState&) const = default;
 };

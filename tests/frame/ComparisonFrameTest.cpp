@@ -189,6 +189,12 @@ TEST_F(ComparisonFrameTest, PeriodsAndHistoryAreThoseOfTheComparison) {
     EXPECT_EQ(Compared()->Set().history,
               (ComparedHistory{.dataType = 0, .minutes = 5, .readMode = 0, .recordCount = 60}));
     EXPECT_EQ(Compared()->BarCount(), 120) << "the last 60 of 300 and of 90, and none between";
+    QTest::keyClick(&Window(), Qt::Key_2, Qt::ControlModifier);  // weeks
+    EXPECT_GT(Compared()->BarCount(), 42) << "all of them";
+    End();
+    Start();
+    QTest::keyClick(&Window(), Qt::Key_1, Qt::ControlModifier);
+    EXPECT_EQ(Compared()->BarCount(), 120) << "each period's own, in the next run too";
 }
 
 TEST_F(ComparisonFrameTest, ThePeriodBarAndTypingOfferWhatItsSymbolsHave) {
