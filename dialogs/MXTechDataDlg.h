@@ -161,9 +161,11 @@ private:
     bool CopyRows(const ta::techdata::TextForm& form,
                   const std::vector<ta::techdata::RowRange>& rows);
     void AskProfileAndSave();
-    /// `generation`: of the rows that the user has decided on.
-    void AskPathAndSave(const ta::ExportProfile& profile, unsigned generation);
-    bool Save(const QString& path, const ta::ExportProfile& profile);
+    /// `rows` are those that the user has decided on, of that `generation`; none: all there are.
+    void AskPathAndSave(const ta::ExportProfile& profile,
+                        const std::vector<ta::techdata::RowRange>& rows, unsigned generation);
+    bool Save(const QString& path, const ta::ExportProfile& profile,
+              const std::vector<ta::techdata::RowRange>& rows);
 
     CString m_title;
     CString m_secondName;

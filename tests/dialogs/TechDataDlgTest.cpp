@@ -700,6 +700,7 @@ TEST_F(TechDataProfiles, FormColumnsRowsAndDecimalsAreChosenAndKept) {
         Keep(dialog, " mine ");
         EXPECT_EQ(Find<QComboBox>(dialog, "profileCombo").currentText(), "mine");
         EXPECT_EQ(Preview(dialog), shown);
+        viewer->vInsertOneData({19999, {9, 9}});  // selects its row
     });
     const std::string written =
         "\xEF\xBB\xBF"
