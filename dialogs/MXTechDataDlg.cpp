@@ -148,10 +148,12 @@ bool MXTechDataDlg::SetDataValue(std::size_t row, const OneRecord& record) {
 
 void MXTechDataDlg::vInsertOneData(const OneRecord& record) {
     Guard([&] {
-        if (m_model->Insert(record)) {
-            SelectRow(m_model->rowCount() - 1);
-        } else {
+        const int row = m_model->Insert(record);
+        if (row < 0) {
             m_selectAtEnd = true;
+        } else {
+            MarkRow();
+            SelectRow(row);
         }
     });
 }

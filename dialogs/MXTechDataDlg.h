@@ -91,7 +91,8 @@ public:
     bool SetDataValue(std::size_t row, const OneRecord& record);
     /// Shows a new last row and selects it, whether or not the owner has appended it to his vector;
     /// while the table is filling, at the end of the fill. Appended ones are to be inserted one by
-    /// one, in their order.
+    /// one, in their order. An owner who drops records for the new ones has as many rows as before,
+    /// each with the record that he has there now.
     void vInsertOneData(const OneRecord& record);
 
     /// One batch: the larger of 300 rows and a page. Columns are fitted when a tenth of the rows is

@@ -306,6 +306,18 @@ TEST_F(TechDataViewer, InsertedAndReplacedRows) {
     EXPECT_FALSE(viewer->SetDataValue(601, {30000, {1}}));
     EXPECT_FALSE(viewer->SetDataValue(600, {30000, {1, 2}}));
     EXPECT_EQ(Cell(600, 1) + Cell(601, 1), "7.508.00");
+    // The owner drops one for it: every row shows another record, the marked one too.
+    Refill();
+    Fill();
+    viewer->MarkTime(records[9].time);
+    List().scrollToTop();
+    List().repaint();
+    records.erase(records.begin());
+    records.push_back({30001, {8}});
+    viewer->vInsertOneData(records.back());
+    EXPECT_EQ(Cell(0, 1) + Cell(600, 1), "1.008.00");
+    EXPECT_EQ(fmt::format("{} {}", Rows(), List().currentIndex().row()), "601 600");
+    EXPECT_TRUE(List().model()->index(8, 0).data(Qt::BackgroundRole).isValid());
     // While the list fills, the row comes with the fill, is selected then, and widens its column.
     Refill();
     Tick();
