@@ -15,6 +15,7 @@
 #include "tests/support/DialogDriver.h"
 #include "tests/support/ManualTimers.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QPushButton>
@@ -144,11 +145,26 @@ TEST_F(DataViewerTest, OneAChartWhichClosesWithItAndStaysWhereItWasPut) {
     EXPECT_EQ(Viewer()->pos(), place);
     EXPECT_EQ(Viewer()->size(), QSize(500, 400));
     Viewer()->OnEraseAll();
-    EXPECT_TRUE(Await([&] { return Rows() == 0; }));
+    EXPECT_EQ(Rows(), 0);
+    QApplication::processEvents();
     Chart().SetCursorBar(3);
+    // Erased rows stay away from the same bars, whatever becomes of the studies.
+    const int columns = List().model()->columnCount();
+    Chart().Reload();
+    Fill();
+    EXPECT_EQ(Rows(), 0);
+    Repository().SetStudyListByGroupName(Chart().GroupName(), StudyLists(10));
+    Repository().SaveAllGroupSetting();
+    Chart().Reload();
+    Fill();
+    EXPECT_LT(List().model()->columnCount(), columns);
+    EXPECT_EQ(Rows(), 0);
     Tabs().OpenSymbol(16, "9901");
     Fill();
     EXPECT_EQ(Rows(), 90);
+    Tabs().OpenSymbol(2, "SPX");
+    Fill();
+    EXPECT_EQ(Rows(), Chart().BarCount());
 }
 
 TEST_F(DataViewerTest, OfAComparisonHasAColumnASymbol) {
