@@ -7,6 +7,7 @@
 #include "ui_MXTechDataDlg.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QShortcut>
@@ -330,8 +331,18 @@ void MXTechDataDlg::ActivateRow() {
     const OneRecord* const record =
         row < 0 ? nullptr : m_model->Table().Record(static_cast<std::size_t>(row));
     if (record != nullptr) {
-        emit timeActivated(double{record->time});
+        PostActivated(record->time);
     }
+}
+
+void MXTechDataDlg::PostActivated(double time) {
+    // From the event loop, where nothing of the window's is under way: the owner may delete it.
+    const auto tell = [self = QPointer(this), time] {
+        if (self != nullptr) {
+            emit self->timeActivated(time);
+        }
+    };
+    QMetaObject::invokeMethod(qApp, tell, Qt::QueuedConnection);
 }
 
 void MXTechDataDlg::MarkTime(double time) {
@@ -380,5 +391,5 @@ void MXTechDataDlg::GoToRow(std::size_t row) {
     if (row < m_model->Table().RowCount()) {
         SelectRow(static_cast<int>(row));
     }
-    emit timeActivated(double{m_model->Table().RecordToCome(row)->time});
+    PostActivated(m_model->Table().RecordToCome(row)->time);
 }

@@ -117,9 +117,9 @@ public:
     void OnExport();
     /// The selected rows to the clipboard; nothing when none is selected.
     void OnCopyRows(bool withHeadings);
-    /// Asks for a date; selects and shows its first row, or the last one before it, and emits
-    /// timeActivated. A row that is still to come is shown when the fill brings it, and stays in
-    /// view at its end.
+    /// Asks for a date; selects and shows its first row, or the last one before it, and lets
+    /// timeActivated follow. A row that is still to come is shown when the fill brings it, and
+    /// stays in view at its end.
     void OnGoToDate();
 
     /// Marks the row of a time and brings it into view; no row when the table has none of it, until
@@ -131,7 +131,8 @@ public:
     static const char* timeToString(double fraction);
 
 signals:
-    /// The user has double-clicked a row, or pressed Enter on it, or gone to a date.
+    /// The user has double-clicked a row, or pressed Enter on it, or gone to a date. It comes from
+    /// the event loop, as the messages do: the owner may delete the window.
     void timeActivated(double time);
 
 protected:
@@ -156,6 +157,7 @@ private:
     /// Marks the row of the time that MarkTime got last; the row, or -1.
     int MarkRow();
     void ActivateRow();
+    void PostActivated(double time);
     int ContentsWidth(int column) const;
     std::vector<ta::techdata::RowRange> SelectedRows() const;
     std::vector<ta::techdata::RowRange> AllRows() const;

@@ -435,11 +435,19 @@ TEST_F(TechDataViewer, RowsAreTiedToTheChart) {
     QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, second);
     QTest::keyClick(&List(), Qt::Key_Down);
     QTest::keyClick(&List(), Qt::Key_Return);
+    EXPECT_TRUE(activated.empty()) << "it is posted";
+    QApplication::processEvents();
     EXPECT_EQ(activated, (std::vector{records[2].time, records[3].time}));
     viewer->MarkTime(records[2].time + 0.5);
     EXPECT_FALSE(isMarked(2));
     viewer->MarkTime(1e9);
     viewer->MarkTime(-5);
+    QObject::connect(viewer.get(), &MXTechDataDlg::timeActivated, [&] { viewer.reset(); });
+    QTest::keyClick(&List(), Qt::Key_Return);
+    QTest::keyClick(&List(), Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_EQ(viewer, nullptr);
+    EXPECT_EQ(activated.size(), 3U);
 }
 
 TEST_F(TechDataViewer, GoesToADateAlsoOfARowThatIsStillToCome) {
@@ -458,6 +466,7 @@ TEST_F(TechDataViewer, GoesToADateAlsoOfARowThatIsStillToCome) {
     const auto press = [&] {
         Show(*viewer);
         PressControl(Qt::Key_G);
+        QApplication::processEvents();
     };
     const auto goTo = [&](int shown, int row) {
         driver.Expect([=](QWidget& dialog) {

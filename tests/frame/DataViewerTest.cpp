@@ -114,7 +114,7 @@ TEST_F(DataViewerTest, IsTiedToTheCursorLine) {
     ASSERT_TRUE(Await([this] { return Viewer()->isActiveWindow(); }));
     List().setCurrentIndex(List().model()->index(40, 2));
     QTest::keyClick(&List(), Qt::Key_Return);
-    EXPECT_EQ(Chart().CursorBar(), 40);
+    EXPECT_TRUE(Await([this] { return Chart().CursorBar() == 40; }));
     EXPECT_TRUE(IsMarked(40));
     DialogDriver driver;
     driver.Expect([](QWidget& dialog) {
@@ -122,7 +122,7 @@ TEST_F(DataViewerTest, IsTiedToTheCursorLine) {
         QTest::keyClick(&dialog, Qt::Key_Return);
     });
     QTest::keyClick(&List(), Qt::Key_G, Qt::ControlModifier);
-    EXPECT_EQ(Chart().CursorBar(), 7);
+    EXPECT_TRUE(Await([this] { return Chart().CursorBar() == 7; }));
     EXPECT_TRUE(IsMarked(7));
     Chart().Reload();  // takes the cursor line away
     EXPECT_FALSE(IsMarked(7));
@@ -192,7 +192,7 @@ TEST_F(DataViewerTest, OfAComparisonHasAColumnASymbol) {
     ASSERT_TRUE(Await([this] { return Viewer()->isActiveWindow(); }));
     List().setCurrentIndex(List().model()->index(40, 2));
     QTest::keyClick(&List(), Qt::Key_Return);
-    EXPECT_EQ(comparison.CursorBar(), 40);
+    EXPECT_TRUE(Await([&] { return comparison.CursorBar() == 40; }));
     EXPECT_TRUE(IsMarked(40));
     const QPointer<MXTechDataDlg> viewer = Viewer();
     Choose(Command::CloseTab);
