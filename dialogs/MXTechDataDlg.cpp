@@ -385,11 +385,16 @@ void MXTechDataDlg::OnGoToDate() {
 }
 
 void MXTechDataDlg::GoToRow(std::size_t row) {
+    const OneRecord* const record = m_model->Table().RecordToCome(row);
+    if (record == nullptr) {
+        return;  // the owner has taken it away since the user chose
+    }
+    const double time = record->time;
     if (m_model->Table().IsFilling()) {
         m_goneTo = row;
     }
     if (row < m_model->Table().RowCount()) {
         SelectRow(static_cast<int>(row));
     }
-    PostActivated(m_model->Table().RecordToCome(row)->time);
+    PostActivated(time);
 }

@@ -62,7 +62,10 @@ bool TechDataExportDlg::OnInitDialog() {
     ExportProfiles* const kept = CSyncInfo::GetSettingCFG().GetServices().exportProfiles;
     m_areReadable = kept == nullptr || kept->bLoadExportProfiles(m_profiles);
     if (!m_areReadable) {
-        TellKey("IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE");
+        // When the dialog is there: its owner may take it away while the user reads.
+        const auto tell = [this] { TellKey("IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE"); };
+        QMetaObject::invokeMethod(
+            this, [this, tell] { Guard(tell); }, Qt::QueuedConnection);
     }
     FillProfiles();
     ShowProfile({});

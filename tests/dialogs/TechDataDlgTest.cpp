@@ -506,9 +506,22 @@ TEST_F(TechDataViewer, GoesToADateAlsoOfARowThatIsStillToCome) {
     EXPECT_NE(List().currentIndex().row(), 500);
     viewer->OnEraseAll();
     EXPECT_EQ(Told(press), "IDS_TADIALOGS-TECHDATA_GOTO_NONE");
-    OpenFull(1);
+    // The owner takes the row away, or the window, also while the user reads.
+    OpenFull(9);
+    driver.Expect([&](QWidget& dialog) {
+        choose(dialog, 7);
+        records.resize(2);
+    });
+    viewer->OnGoToDate();
+    EXPECT_NE(List().currentIndex().row(), 7);
     driver.Expect([&](QWidget&) { viewer.reset(); });
     viewer->OnGoToDate();
+    OpenFull(1);
+    prompts.ExpectMessage();
+    prompts.Meanwhile([&] { viewer.reset(); });
+    driver.Expect([&](QWidget& dialog) { choose(dialog, -1); });
+    viewer->OnGoToDate();
+    EXPECT_EQ(viewer, nullptr);
 }
 
 // ---- Copy and save ----
@@ -826,6 +839,18 @@ TEST_F(TechDataProfiles, TheOwnerTakesTheWindowAwayMeanwhile) {
     driver.Expect([&](QWidget&) { viewer.reset(); });
     viewer->OnExport();
     EXPECT_EQ(viewer, nullptr);
+    // While he reads why a name is refused, and why there are no profiles.
+    for (const bool isBroken : {false, true}) {
+        OpenFull(1);
+        profiles.broken = isBroken;
+        prompts.ExpectMessage();
+        prompts.Meanwhile([&] { viewer.reset(); });
+        if (!isBroken) {
+            driver.Expect([&](QWidget& dialog) { Keep(static_cast<QDialog&>(dialog), " "); });
+        }
+        viewer->OnExport();
+        EXPECT_EQ(viewer, nullptr);
+    }
 }
 
 TEST_F(TechDataProfiles, RowsThatComeAgainMeanwhileAreNotWritten) {
