@@ -111,7 +111,8 @@ public:
     /// Title, headings and rows as text with TABs to the clipboard; a message when it is done.
     void OnCopy2clipboard();
     /// Asks for a file and writes the table as it is shown, separated by commas; messages tell what
-    /// came of it. An existing file is replaced unasked, as a whole or not at all.
+    /// came of it. The file is named for the symbol, without one for the title. An existing file is
+    /// replaced unasked, as a whole or not at all.
     void OnCopy2csv();
     /// Opens the export profiles and writes the file.
     void OnExport();

@@ -588,8 +588,16 @@ TEST_F(TechDataViewer, SavesTheWholeTableAndReplacesUnasked) {
     Write(path, "old");
     SaveAs(path);  // no question this time
     EXPECT_EQ(Read(path), kGoodCsv);
-    prompts.ExpectCancel(ScriptedPrompts::Kind::SaveFile);
-    Click(*viewer, MXTechDataDlg::kIdSaveCsv);
+    // Without a symbol the title is the name, as far as files may have it.
+    const CString longTitle(300, 'x');
+    for (const auto& [symbol, title, name] : {std::tuple("<S>|1", "T", "_S__1.csv"),
+                                              {"", " A/B: \x02*\"?\\ ", "A_B_ _____.csv"},
+                                              {"", longTitle.c_str(), "x80.csv"}}) {
+        viewer->reInitializeList(title, kDailyData, 0, 0, 2, symbol);
+        prompts.ExpectCancel(ScriptedPrompts::Kind::SaveFile);
+        viewer->OnCopy2csv();
+        EXPECT_EQ(prompts.Last().saving.name.replace(QString(80, 'x'), "x80"), name);
+    }
 }
 
 TEST_F(TechDataViewer, AFileThatCannotBeWrittenIsTold) {
