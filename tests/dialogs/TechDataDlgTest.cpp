@@ -764,6 +764,35 @@ TEST_F(TechDataProfiles, FormColumnsRowsAndDecimalsAreChosenAndKept) {
               "A,'=C\r\n2024/03/05,0.000\r\n2024/03/06,1.000\r\n");
 }
 
+TEST_F(TechDataProfiles, ColumnsOfOneHeadingAndOfOthersThanWereKept) {
+    profiles.profiles = {{"old", ExportForm::Analysis, {"X"}, false, -1, 0}};
+    headers = MakeHeaders({"A", "B", "B"});
+    OpenFull(0);
+    Show(*viewer);
+    const auto untick = [](QDialog& dialog, int row) {
+        auto& columns = Find<QListWidget>(dialog, "columnsList");
+        columns.setFocus();
+        columns.setCurrentRow(row);
+        QTest::keyClick(&columns, Qt::Key_Space);
+    };
+    Export([&](QDialog& dialog) {
+        Choose(dialog, "profileCombo", "old");
+        EXPECT_EQ(Preview(dialog), "A,B,B\n") << "none of its columns is here: all are ticked";
+        untick(dialog, 1);
+        EXPECT_EQ(Preview(dialog), "A,B\n");
+        Keep(dialog, "new");
+        Choose(dialog, "profileCombo", "old");
+        Choose(dialog, "profileCombo", "new");
+        untick(dialog, 0);
+        EXPECT_EQ(Preview(dialog), "B\n");
+        untick(dialog, 2);
+        EXPECT_EQ(Preview(dialog), "") << "nothing is left to save";
+        EXPECT_FALSE(Find<QWidget>(dialog, "okButton").isEnabled());
+        untick(dialog, 2);
+    });
+    EXPECT_EQ(Out(), "B\r\n");
+}
+
 TEST_F(TechDataProfiles, AreReplacedDeletedAndNamed) {
     const ExportProfile a{"a", ExportForm::Analysis, {}, false, -1, 0};
     const ExportProfile b{"b", ExportForm::CodePage, {"B"}, false, -1, 936};

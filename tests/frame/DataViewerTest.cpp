@@ -229,7 +229,7 @@ TEST(ExportProfileFileTest, KeepsProfilesAndRefusesGarbage) {
     const std::vector<ExportProfile> profiles{
         {text::FromUtf8("甲\"乙"),
          ExportForm::CodePage,
-         {text::FromUtf8("收盤價"), ","},
+         {text::FromUtf8("收盤價"), ",\n2"},
          true,
          3,
          936},
