@@ -98,7 +98,13 @@ void MXTechDataDlg::vLoadLanguageString() {
 }
 
 void MXTechDataDlg::SetTitle(const char* title) {
-    m_title = TextOf(title);
+    CString text = TextOf(title);
+    if (text == m_title) {
+        return;
+    }
+    m_title = std::move(text);
+    m_isViewData = m_title.starts_with(BKQuoteInterface::GetBKInterface().LangGetLangString(
+        "IDC_TECHVIEW-STRING_TECHDATA_VIEW_DATA"));
     m_ui->titleLabel->setText(ToQString(m_title).simplified());
 }
 
@@ -300,9 +306,7 @@ void MXTechDataDlg::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void MXTechDataDlg::OnCancel() {
-    const CString view = BKQuoteInterface::GetBKInterface().LangGetLangString(
-        "IDC_TECHVIEW-STRING_TECHDATA_VIEW_DATA");
-    PostToOwner(m_closeMessage, m_title.starts_with(view) ? 0 : 1, 0);
+    PostToOwner(m_closeMessage, m_isViewData ? 0 : 1, 0);
 }
 
 void MXTechDataDlg::OnEraseAll() {

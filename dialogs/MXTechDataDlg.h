@@ -172,6 +172,7 @@ private:
               const std::vector<ta::techdata::RowRange>& rows);
 
     CString m_title;
+    bool m_isViewData = false;  ///< the title began so in the language in which it was made
     CString m_secondName;
     int m_dataType;
     unsigned m_ownerMessage;

@@ -355,8 +355,11 @@ TEST_F(TechDataViewer, BothWidthModes) {
 
 TEST_F(TechDataViewer, ClosingAndErasingArePostedAndLeaveTheRestToTheOwner) {
     for (const auto& [title, closed] : {std::pair("View of T", "0 0 0;"), {"T View", "0 1 0;"}}) {
+        quotes.language["IDC_TECHVIEW-STRING_TECHDATA_VIEW_DATA"] = "View";
         Open(1000, title);
+        quotes.language["IDC_TECHVIEW-STRING_TECHDATA_VIEW_DATA"] = "T";
         Show(*viewer);
+        PressControl(Qt::Key_1);  // fills again, in another language
         Click(*viewer, ui::kIdCancel);
         EXPECT_EQ(Posted(), closed);
         Press(*viewer, Qt::Key_Escape);
