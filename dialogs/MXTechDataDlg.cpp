@@ -7,6 +7,7 @@
 #include "ui_MXTechDataDlg.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QShortcut>
@@ -97,7 +98,13 @@ void MXTechDataDlg::vLoadLanguageString() {
 }
 
 void MXTechDataDlg::SetTitle(const char* title) {
-    m_title = TextOf(title);
+    CString text = TextOf(title);
+    if (text == m_title) {
+        return;
+    }
+    m_title = std::move(text);
+    m_isViewData = m_title.starts_with(BKQuoteInterface::GetBKInterface().LangGetLangString(
+        "IDC_TECHVIEW-STRING_TECHDATA_VIEW_DATA"));
     m_ui->titleLabel->setText(ToQString(m_title).simplified());
 }
 
@@ -148,10 +155,12 @@ bool MXTechDataDlg::SetDataValue(std::size_t row, const OneRecord& record) {
 
 void MXTechDataDlg::vInsertOneData(const OneRecord& record) {
     Guard([&] {
-        if (m_model->Insert(record)) {
-            SelectRow(m_model->rowCount() - 1);
-        } else {
+        const int row = m_model->Insert(record);
+        if (row < 0) {
             m_selectAtEnd = true;
+        } else {
+            MarkRow();
+            SelectRow(row);
         }
     });
 }
@@ -297,9 +306,7 @@ void MXTechDataDlg::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void MXTechDataDlg::OnCancel() {
-    const CString view = BKQuoteInterface::GetBKInterface().LangGetLangString(
-        "IDC_TECHVIEW-STRING_TECHDATA_VIEW_DATA");
-    PostToOwner(m_closeMessage, m_title.starts_with(view) ? 0 : 1, 0);
+    PostToOwner(m_closeMessage, m_isViewData ? 0 : 1, 0);
 }
 
 void MXTechDataDlg::OnEraseAll() {
@@ -328,8 +335,18 @@ void MXTechDataDlg::ActivateRow() {
     const OneRecord* const record =
         row < 0 ? nullptr : m_model->Table().Record(static_cast<std::size_t>(row));
     if (record != nullptr) {
-        emit timeActivated(double{record->time});
+        PostActivated(record->time);
     }
+}
+
+void MXTechDataDlg::PostActivated(double time) {
+    // From the event loop, where nothing of the window's is under way: the owner may delete it.
+    const auto tell = [self = QPointer(this), time] {
+        if (self != nullptr) {
+            emit self->timeActivated(time);
+        }
+    };
+    QMetaObject::invokeMethod(qApp, tell, Qt::QueuedConnection);
 }
 
 void MXTechDataDlg::MarkTime(double time) {
@@ -372,11 +389,16 @@ void MXTechDataDlg::OnGoToDate() {
 }
 
 void MXTechDataDlg::GoToRow(std::size_t row) {
+    const OneRecord* const record = m_model->Table().RecordToCome(row);
+    if (record == nullptr) {
+        return;  // the owner has taken it away since the user chose
+    }
+    const double time = record->time;
     if (m_model->Table().IsFilling()) {
         m_goneTo = row;
     }
     if (row < m_model->Table().RowCount()) {
         SelectRow(static_cast<int>(row));
     }
-    emit timeActivated(double{m_model->Table().RecordToCome(row)->time});
+    PostActivated(time);
 }

@@ -91,7 +91,8 @@ public:
     bool SetDataValue(std::size_t row, const OneRecord& record);
     /// Shows a new last row and selects it, whether or not the owner has appended it to his vector;
     /// while the table is filling, at the end of the fill. Appended ones are to be inserted one by
-    /// one, in their order.
+    /// one, in their order. An owner who drops records for the new ones has as many rows as before,
+    /// each with the record that he has there now.
     void vInsertOneData(const OneRecord& record);
 
     /// One batch: the larger of 300 rows and a page. Columns are fitted when a tenth of the rows is
@@ -110,15 +111,16 @@ public:
     /// Title, headings and rows as text with TABs to the clipboard; a message when it is done.
     void OnCopy2clipboard();
     /// Asks for a file and writes the table as it is shown, separated by commas; messages tell what
-    /// came of it. An existing file is replaced unasked, as a whole or not at all.
+    /// came of it. The file is named for the symbol, without one for the title. An existing file is
+    /// replaced unasked, as a whole or not at all.
     void OnCopy2csv();
     /// Opens the export profiles and writes the file.
     void OnExport();
     /// The selected rows to the clipboard; nothing when none is selected.
     void OnCopyRows(bool withHeadings);
-    /// Asks for a date; selects and shows its first row, or the last one before it, and emits
-    /// timeActivated. A row that is still to come is shown when the fill brings it, and stays in
-    /// view at its end.
+    /// Asks for a date; selects and shows its first row, or the last one before it, and lets
+    /// timeActivated follow. A row that is still to come is shown when the fill brings it, and
+    /// stays in view at its end.
     void OnGoToDate();
 
     /// Marks the row of a time and brings it into view; no row when the table has none of it, until
@@ -130,7 +132,8 @@ public:
     static const char* timeToString(double fraction);
 
 signals:
-    /// The user has double-clicked a row, or pressed Enter on it, or gone to a date.
+    /// The user has double-clicked a row, or pressed Enter on it, or gone to a date. It comes from
+    /// the event loop, as the messages do: the owner may delete the window.
     void timeActivated(double time);
 
 protected:
@@ -155,17 +158,21 @@ private:
     /// Marks the row of the time that MarkTime got last; the row, or -1.
     int MarkRow();
     void ActivateRow();
+    void PostActivated(double time);
     int ContentsWidth(int column) const;
     std::vector<ta::techdata::RowRange> SelectedRows() const;
     std::vector<ta::techdata::RowRange> AllRows() const;
     bool CopyRows(const ta::techdata::TextForm& form,
                   const std::vector<ta::techdata::RowRange>& rows);
     void AskProfileAndSave();
-    /// `generation`: of the rows that the user has decided on.
-    void AskPathAndSave(const ta::ExportProfile& profile, unsigned generation);
-    bool Save(const QString& path, const ta::ExportProfile& profile);
+    /// `rows` are those that the user has decided on, of that `generation`; none: all there are.
+    void AskPathAndSave(const ta::ExportProfile& profile,
+                        const std::vector<ta::techdata::RowRange>& rows, unsigned generation);
+    bool Save(const QString& path, const ta::ExportProfile& profile,
+              const std::vector<ta::techdata::RowRange>& rows);
 
     CString m_title;
+    bool m_isViewData = false;  ///< the title began so in the language in which it was made
     CString m_secondName;
     int m_dataType;
     unsigned m_ownerMessage;

@@ -57,6 +57,17 @@ private:
     bool m_isCancelled = false;
 };
 
+/// The text as the name of a file, short enough and without what names may not have anywhere.
+QString FileName(const CString& text) {
+    constexpr qsizetype kLongest = 80;
+    constexpr QStringView kUnfit = u"<>:\"/\\|?*";
+    QString name = ToQString(text).trimmed().left(kLongest);
+    for (QChar& character : name) {
+        character = character < u' ' || kUnfit.contains(character) ? u'_' : character;
+    }
+    return name;
+}
+
 void AppendText(QString& out, const std::string& piece) {
     const bool isAscii = std::ranges::all_of(piece, [](char c) { return (c & '\x80') == 0; });
     if (isAscii) {
@@ -141,40 +152,38 @@ void MXTechDataDlg::OnCopyRows(bool withHeadings) {
 }
 
 void MXTechDataDlg::OnCopy2csv() {
-    Guard([this] { AskPathAndSave({}, m_model->Table().Generation()); });
+    Guard([this] { AskPathAndSave({}, {}, m_model->Table().Generation()); });
 }
 
-void MXTechDataDlg::AskPathAndSave(const ta::ExportProfile& profile, unsigned generation) {
-    // A symbol may have what stands for folders in paths.
-    QString name = ToQString(m_symbol) + ".csv";
-    name.replace('/', '_').replace('\\', '_');
+void MXTechDataDlg::AskPathAndSave(const ta::ExportProfile& profile,
+                                   const std::vector<RowRange>& rows, unsigned generation) {
     const QPointer<MXTechDataDlg> self(this);
-    const QString path = AskSaveFile(this, {.title = windowTitle(),
-                                            .name = name,
-                                            .filter = "*.CSV",
-                                            .suffix = "CSV",
-                                            .asksCreate = true,
-                                            .asksReplace = false});
+    const QString path =
+        AskSaveFile(this, {.title = windowTitle(),
+                           .name = FileName(m_symbol.empty() ? m_title : m_symbol) + ".csv",
+                           .filter = "*.CSV",
+                           .suffix = "CSV",
+                           .asksCreate = true,
+                           .asksReplace = false});
     if (self == nullptr || path.isEmpty()) {
         return;
     }
     if (generation != m_model->Table().Generation() || m_model->Table().IsFilling()) {
         TellKey("IDS_TADIALOGS-TECHDATA_CHANGED");
-    } else if (Save(path, profile)) {
+    } else if (Save(path, profile, rows)) {
         Tell(QDir::toNativeSeparators(path) + "\r\n" +
                  LangText("IDS_DIALOG-TECHDATA_SAVE2CSV_SUCCESS"),
              PromptIcon::None);
     }
 }
 
-bool MXTechDataDlg::Save(const QString& path, const ta::ExportProfile& profile) {
+bool MXTechDataDlg::Save(const QString& path, const ta::ExportProfile& profile,
+                         const std::vector<RowRange>& rows) {
     m_model->RefreshCells();
     const CellTexts cells = m_model->Cells();  // the model's go with a change of the language
     const TechDataTable& table = m_model->Table();
-    const std::vector<RowRange> selected = SelectedRows();
     TableWriter writer(table, cells, FormOf(profile), m_title,
-                       ColumnsOf(profile, table.GetHeaders()),
-                       profile.selectedRows && !selected.empty() ? selected : AllRows());
+                       ColumnsOf(profile, table.GetHeaders()), rows.empty() ? AllRows() : rows);
     Pieces pieces(*this, *m_model, writer, "IDS_TADIALOGS-TECHDATA_SAVING");
     const QString fault =
         WriteWholeFile(path, [&pieces](std::string& piece) { return pieces.Next(piece); });
@@ -195,9 +204,11 @@ void MXTechDataDlg::OnExport() {
 }
 
 void MXTechDataDlg::AskProfileAndSave() {
+    // Those that the user sees: a bar that comes in meanwhile is the selected row then.
+    const std::vector<RowRange> selected = SelectedRows();
     // Made on the heap: the owner may take this window away while the user looks at the profiles.
     const QPointer<TechDataExportDlg> dialog(
-        new TechDataExportDlg(*m_model, m_title, SelectedRows(), this));
+        new TechDataExportDlg(*m_model, m_title, selected, this));
     const unsigned generation = m_model->Table().Generation();
     const bool isChosen = dialog->DoModal() == kIdOk;
     if (dialog == nullptr) {
@@ -206,6 +217,7 @@ void MXTechDataDlg::AskProfileAndSave() {
     const ta::ExportProfile profile = dialog->Profile();
     delete dialog.data();
     if (isChosen) {
-        AskPathAndSave(profile, generation);
+        AskPathAndSave(profile, profile.selectedRows ? selected : std::vector<RowRange>(),
+                       generation);
     }
 }

@@ -62,7 +62,10 @@ bool TechDataExportDlg::OnInitDialog() {
     ExportProfiles* const kept = CSyncInfo::GetSettingCFG().GetServices().exportProfiles;
     m_areReadable = kept == nullptr || kept->bLoadExportProfiles(m_profiles);
     if (!m_areReadable) {
-        TellKey("IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE");
+        // When the dialog is there: its owner may take it away while the user reads.
+        const auto tell = [this] { TellKey("IDS_TADIALOGS-TECHDATA_PROFILES_UNREADABLE"); };
+        QMetaObject::invokeMethod(
+            this, [this, tell] { Guard(tell); }, Qt::QueuedConnection);
     }
     FillProfiles();
     ShowProfile({});
@@ -113,7 +116,7 @@ ExportProfile TechDataExportDlg::Profile() const {
         std::min(static_cast<std::size_t>(m_ui->columnsList->count()), headers.size());
     for (std::size_t column = 0; column < count; ++column) {
         if (m_ui->columnsList->item(static_cast<int>(column))->checkState() == Qt::Checked) {
-            profile.columns.push_back(headers[column].name);
+            profile.columns.push_back(ColumnKey(headers, column));
         }
     }
     if (profile.columns.size() == count) {
@@ -145,7 +148,9 @@ void TechDataExportDlg::OnChanged() {
     }
     EnableControls();
     const ExportProfile profile = Profile();
-    m_ui->previewEdit->setPlainText(PreviewText(profile));
+    // Without a column nothing is saved; to a profile that would be all of them.
+    const bool isAny = m_ui->okButton->isEnabled();
+    m_ui->previewEdit->setPlainText(isAny ? PreviewText(profile) : QString());
     QStringList notes{LostText(profile), TooLongText(profile)};
     notes.removeAll({});
     m_ui->noteLabel->setText(notes.join('\n'));

@@ -5,6 +5,8 @@
 #include "platform/ui/TextBridge.h"
 #include "ui_TechDataGoToDlg.h"
 
+#include <QPointer>
+
 #include <algorithm>
 #include <limits>
 
@@ -57,7 +59,11 @@ void TechDataGoToDlg::OnOK() {
         DialogBase::OnOK();
         return;
     }
+    const QPointer<TechDataGoToDlg> self(this);
     Tell(RangeText());
+    if (self == nullptr) {
+        return;  // gone with its owner while the user read
+    }
     m_ui->dateEdit->setFocus();
     m_ui->dateEdit->selectAll();
 }

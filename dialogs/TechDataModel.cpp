@@ -22,8 +22,12 @@ void TechDataModel::SetSource(unsigned char market, const CString& symbol, int d
 void TechDataModel::RefreshCells() {
     m_cells = std::make_unique<CellTexts>(m_market, m_symbol, m_dataType);
     if (m_table.RowCount() > 0 && !m_names.empty()) {
-        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+        TellOfRows(0, rowCount() - 1);
     }
+}
+
+void TechDataModel::TellOfRows(int first, int last) {
+    emit dataChanged(index(first, 0), index(last, columnCount() - 1));
 }
 
 void TechDataModel::SetRecords(Records& records) {
@@ -78,11 +82,15 @@ void TechDataModel::EndFill() {
     Append(m_table.EndFill());
 }
 
-bool TechDataModel::Insert(const OneRecord& record) {
+int TechDataModel::Insert(const OneRecord& record) {
     NoteRecord(record);
-    const std::size_t added = m_table.Insert(record);
-    Append(added);
-    return added > 0;
+    const auto row = m_table.Insert(record);
+    if (row == m_table.RowCount()) {
+        Append(1);
+    } else if (row) {
+        TellOfRows(0, rowCount() - 1);
+    }
+    return row ? static_cast<int>(*row) : -1;
 }
 
 bool TechDataModel::Replace(std::size_t row, const OneRecord& record) {
@@ -91,8 +99,7 @@ bool TechDataModel::Replace(std::size_t row, const OneRecord& record) {
     }
     if (row < m_table.RowCount()) {
         NoteRecord(record);
-        const int changed = static_cast<int>(row);
-        emit dataChanged(index(changed, 0), index(changed, columnCount() - 1));
+        TellOfRows(static_cast<int>(row), static_cast<int>(row));
     }
     return true;
 }
@@ -100,7 +107,7 @@ bool TechDataModel::Replace(std::size_t row, const OneRecord& record) {
 void TechDataModel::Mark(int row) {
     for (const int changed : {std::exchange(m_marked, row), row}) {
         if (changed >= 0 && changed < rowCount()) {
-            emit dataChanged(index(changed, 0), index(changed, columnCount() - 1));
+            TellOfRows(changed, changed);
         }
     }
 }

@@ -39,8 +39,8 @@ public:
     void Append(std::size_t count);
     /// Ends the fill and appends the rows that have waited for it.
     void EndFill();
-    /// true when the row is in the list now, false when the fill will bring it.
-    bool Insert(const OneRecord& record);
+    /// The row that shows it now; -1 when the fill will bring it.
+    int Insert(const OneRecord& record);
     bool Replace(std::size_t row, const OneRecord& record);
     /// The row that is marked, or -1 for none.
     void Mark(int row);
@@ -51,6 +51,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    void TellOfRows(int first, int last);
     void NoteRecord(const OneRecord& record);
 
     TechDataTable m_table;

@@ -98,6 +98,7 @@ std::size_t TechDataTable::EndFill() {
     }
     m_filling = false;
     m_firstOwn = m_rows;
+    m_last = m_records->empty() ? OneRecord() : m_records->back();
     std::erase_if(m_own, [this](const OneRecord& own) { return IsInRecords(own, m_insertedAt); });
     return m_own.size();
 }
@@ -109,25 +110,44 @@ bool TechDataTable::IsInRecords(const OneRecord& record, std::size_t from) const
     return std::any_of(first, last, [&](const OneRecord& known) { return Same(known, record); });
 }
 
-std::size_t TechDataTable::Insert(const OneRecord& record) {
-    const std::size_t added = m_filling ? 0 : 1;
+std::optional<std::size_t> TechDataTable::RowOfAppended(const OneRecord& record) const {
+    if (m_rows < m_records->size() && Same((*m_records)[m_rows], record)) {
+        return m_rows;
+    }
+    const auto known = std::find_if(
+        m_records->rbegin(), m_records->rend(),
+        [&](const OneRecord& other) { return Same(other, m_last) || Same(other, record); });
+    const auto row = static_cast<std::size_t>(m_records->rend() - known);  // counted from 1
+    const bool isAppended = row > 0 && row <= m_rows && !Same(*known, m_last);
+    return isAppended ? std::optional(row - 1) : std::nullopt;
+}
+
+std::optional<std::size_t> TechDataTable::Insert(const OneRecord& record) {
     if (m_own.empty()) {
-        const bool isNext = m_rows < m_records->size() && Same((*m_records)[m_rows], record);
-        if (m_filling ? IsInRecords(record, m_rows) : isNext) {
-            return added;
+        if (m_filling && IsInRecords(record, m_rows)) {
+            return {};
+        }
+        if (const auto row = m_filling ? std::nullopt : RowOfAppended(record)) {
+            m_last = record;
+            m_generation += *row < m_rows ? 1 : 0;
+            return row;
         }
         m_firstOwn = m_rows;
         m_insertedAt = m_records->size();
     }
     m_own.push_back(record);
-    return added;
+    return m_filling ? std::nullopt : std::optional(m_rows);
 }
 
 bool TechDataTable::Replace(std::size_t row, const OneRecord& record) {
     if (row >= m_records->size() || !Fits(record, *m_headers)) {
         return false;
     }
-    (*m_records)[row] = record;
+    OneRecord& known = (*m_records)[row];
+    if (Same(known, m_last)) {
+        m_last = record;
+    }
+    known = record;
     if (IsOwn(row)) {
         m_own[row - m_firstOwn] = record;
     }

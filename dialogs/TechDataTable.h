@@ -51,9 +51,11 @@ public:
     /// The list has `count` rows more.
     void Grow(std::size_t count) { m_rows += count; }
 
-    /// Takes a new last row, which the owner may have appended to his records or not. Returns how
-    /// many rows are now to be added: one, or none while the fill is on, which brings it.
-    std::size_t Insert(const OneRecord& record);
+    /// Takes a new last row, which the owner may have appended to his records or not. Returns the
+    /// row; nothing while the fill is on, which brings it. It is the one behind the last row, to be
+    /// added now, or one of the list's when the owner has dropped records: the list's rows are
+    /// others then.
+    std::optional<std::size_t> Insert(const OneRecord& record);
     /// Puts the record into the owner's vector, and into the row that shows it. false, and nothing
     /// changes, for an index beyond the vector or a record that does not fit the headers.
     bool Replace(std::size_t row, const OneRecord& record);
@@ -61,6 +63,8 @@ public:
 private:
     void Empty(bool fill);
     bool IsInRecords(const OneRecord& record, std::size_t from) const;
+    /// Where the owner has a record that he has appended since the list took one from him.
+    std::optional<std::size_t> RowOfAppended(const OneRecord& record) const;
     bool IsOwn(std::size_t row) const;
 
     Headers* m_headers;
@@ -71,6 +75,7 @@ private:
     Records m_own;                 ///< the rows behind those of the owner's records
     std::size_t m_firstOwn = 0;    ///< the row of the first one; of no meaning while filling
     std::size_t m_insertedAt = 0;  ///< how many records there were when the first one came
+    OneRecord m_last;              ///< the newest of the owner's records that the list has taken
 };
 
 }  // namespace ta::techdata

@@ -100,15 +100,22 @@ std::vector<std::size_t> AllColumns(const Headers& headers) {
     return columns;
 }
 
+CString ColumnKey(const Headers& headers, std::size_t column) {
+    const CString& name = headers[column].name;
+    const auto end = headers.begin() + static_cast<std::ptrdiff_t>(column);
+    const auto before = std::ranges::count(headers.begin(), end, name, &HeaderInfo::name);
+    return before == 0 ? name : name + '\n' + std::to_string(before + 1);
+}
+
 std::vector<std::size_t> ColumnsOf(const ExportProfile& profile, const Headers& headers) {
     std::vector<std::size_t> columns = AllColumns(headers);
     if (profile.form != ExportForm::Fixed && !profile.columns.empty()) {
         std::erase_if(columns, [&](std::size_t column) {
-            return std::ranges::find(profile.columns, headers[column].name) ==
+            return std::ranges::find(profile.columns, ColumnKey(headers, column)) ==
                    profile.columns.end();
         });
     }
-    return columns;
+    return columns.empty() ? AllColumns(headers) : columns;
 }
 
 std::u16string LostCharacters(const TextForm& form, const Headers& headers,

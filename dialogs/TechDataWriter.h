@@ -43,6 +43,8 @@ TextForm RowsForm(bool headings);
 /// The form of a profile's files.
 TextForm FormOf(const ExportProfile& profile);
 
+/// What a profile calls a column: its heading, and which of the columns of that heading it is.
+CString ColumnKey(const Headers& headers, std::size_t column);
 /// The columns of a profile in a table: their numbers from 0, in the table's order.
 std::vector<std::size_t> ColumnsOf(const ExportProfile& profile, const Headers& headers);
 std::vector<std::size_t> AllColumns(const Headers& headers);

@@ -20,8 +20,9 @@ enum class ExportForm {
 struct ExportProfile {
     CString name;  ///< unique, not empty
     ExportForm form = ExportForm::Fixed;
-    /// The headings of the columns to write, which stand in the table's order; one that a table
-    /// does not have is passed over. Empty: all columns.
+    /// The headings of the columns to write, which stand in the table's order; the second column of
+    /// one heading has a line feed and "2" behind it, and so on. One that a table does not have is
+    /// passed over. Empty, or none of them there: all columns.
     std::vector<CString> columns;
     bool selectedRows = false;  ///< the selected rows only; all rows when none is selected
     int decimals = -1;  ///< of values, 0 to 9; -1 as shown. The analysis form has no use for it

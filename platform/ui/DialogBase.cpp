@@ -219,7 +219,11 @@ Answer DialogBase::Ask(const QString& text, const QString& title, Answer preset)
 }
 
 void DialogBase::Refuse(QWidget& field, const QString& text, PromptIcon icon) {
+    const QPointer<QWidget> alive(&field);
     Tell(text, icon);
+    if (alive == nullptr) {
+        return;  // gone with the dialog while the user read
+    }
     QLineEdit* edit = EditOf(field);
     while (edit != nullptr && edit->isUndoAvailable()) {
         edit->undo();

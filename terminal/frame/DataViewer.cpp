@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace ta::terminal {
 namespace {
@@ -31,6 +32,13 @@ int DataTypeOf(const BarsKey& shown) {
 
 bool SameNumber(double left, double right) {
     return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+/// Whether `records` are the bars of `before`, perhaps with other values, and what follows them.
+bool StartWith(const Records& records, const Records& before) {
+    return records.size() >= before.size() &&
+           std::equal(before.begin(), before.end(), records.begin(),
+                      [](const auto& left, const auto& right) { return left.time == right.time; });
 }
 
 bool SameColumn(const techdata::HeaderInfo& left, const techdata::HeaderInfo& right) {
@@ -84,6 +92,7 @@ std::intptr_t DataViewer::WindowProc(unsigned message, std::uintptr_t wParam,
     if (message == CloseMessage()) {
         Close();
     } else if (message == EraseMessage()) {
+        std::ranges::move(m_records, std::back_inserter(m_erased));
         m_records.clear();
     }
     return CWnd::WindowProc(message, wParam, lParam);
@@ -94,6 +103,7 @@ void DataViewer::Close() {
         m_geometry = m_window->saveGeometry();
         delete m_window;
         m_records.clear();
+        m_erased.clear();
     }
 }
 
@@ -102,6 +112,7 @@ void DataViewer::Follow() {
         return;
     }
     ChartTable table = m_chart.Table();
+    LeaveErased(table.records);
     if (Continues(table)) {
         Amend(table.records);
     } else {
@@ -110,15 +121,18 @@ void DataViewer::Follow() {
     MarkCursor();  // a chart that is loaded again has no cursor line any more
 }
 
+/// Takes the erased bars out of the chart's, or forgets them when the chart has others.
+void DataViewer::LeaveErased(Records& records) {
+    if (m_chart.Shown() != m_shown || !StartWith(records, m_erased)) {
+        m_erased.clear();
+    }
+    records.erase(records.begin(), records.begin() + static_cast<std::ptrdiff_t>(m_erased.size()));
+}
+
 /// Whether they are the bars of before, with other values or new bars behind them.
 bool DataViewer::Continues(const ChartTable& table) const {
-    const Records& records = table.records;
-    const auto sameTime = [](const OneRecord& left, const OneRecord& right) {
-        return left.time == right.time;
-    };
     return m_chart.Shown() == m_shown && std::ranges::equal(table.headers, m_headers, SameColumn) &&
-           !m_records.empty() && records.size() >= m_records.size() &&
-           std::equal(m_records.begin(), m_records.end(), records.begin(), sameTime);
+           !(m_records.empty() && m_erased.empty()) && StartWith(table.records, m_records);
 }
 
 void DataViewer::Amend(const Records& records) {

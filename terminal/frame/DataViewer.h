@@ -15,7 +15,8 @@ struct ChartTable;
 
 /// The data viewer of one chart window, a comparison too, and the owner of its vectors: follows the
 /// chart's symbol, period, group and bars, marks the row of the bar under the cursor line, and
-/// brings the chart to the bar of a row. Belongs to the chart and goes with it.
+/// brings the chart to the bar of a row. Rows that the user erases stay away until the window is
+/// opened again or the chart shows other bars. Belongs to the chart and goes with it.
 class DataViewer : public QObject, public CWnd {
     Q_OBJECT
 
@@ -40,6 +41,7 @@ private:
     void Fill(ChartTable table);
     void Amend(const techdata::Records& records);
     bool Continues(const ChartTable& table) const;
+    void LeaveErased(techdata::Records& records);
     void MarkCursor();
     void GoTo(double time);
 
@@ -47,6 +49,7 @@ private:
     BarsKey m_shown;
     techdata::Headers m_headers;
     techdata::Records m_records;
+    techdata::Records m_erased;  ///< the first bars of the chart, which the user has erased
     QByteArray m_geometry;
     QPointer<MXTechDataDlg> m_window;
 };

@@ -306,6 +306,18 @@ TEST_F(TechDataViewer, InsertedAndReplacedRows) {
     EXPECT_FALSE(viewer->SetDataValue(601, {30000, {1}}));
     EXPECT_FALSE(viewer->SetDataValue(600, {30000, {1, 2}}));
     EXPECT_EQ(Cell(600, 1) + Cell(601, 1), "7.508.00");
+    // The owner drops one for it: every row shows another record, the marked one too.
+    Refill();
+    Fill();
+    viewer->MarkTime(records[9].time);
+    List().scrollToTop();
+    List().repaint();
+    records.erase(records.begin());
+    records.push_back({30001, {8}});
+    viewer->vInsertOneData(records.back());
+    EXPECT_EQ(Cell(0, 1) + Cell(600, 1), "1.008.00");
+    EXPECT_EQ(fmt::format("{} {}", Rows(), List().currentIndex().row()), "601 600");
+    EXPECT_TRUE(List().model()->index(8, 0).data(Qt::BackgroundRole).isValid());
     // While the list fills, the row comes with the fill, is selected then, and widens its column.
     Refill();
     Tick();
@@ -343,8 +355,11 @@ TEST_F(TechDataViewer, BothWidthModes) {
 
 TEST_F(TechDataViewer, ClosingAndErasingArePostedAndLeaveTheRestToTheOwner) {
     for (const auto& [title, closed] : {std::pair("View of T", "0 0 0;"), {"T View", "0 1 0;"}}) {
+        quotes.language["IDC_TECHVIEW-STRING_TECHDATA_VIEW_DATA"] = "View";
         Open(1000, title);
+        quotes.language["IDC_TECHVIEW-STRING_TECHDATA_VIEW_DATA"] = "T";
         Show(*viewer);
+        PressControl(Qt::Key_1);  // fills again, in another language
         Click(*viewer, ui::kIdCancel);
         EXPECT_EQ(Posted(), closed);
         Press(*viewer, Qt::Key_Escape);
@@ -423,11 +438,19 @@ TEST_F(TechDataViewer, RowsAreTiedToTheChart) {
     QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, second);
     QTest::keyClick(&List(), Qt::Key_Down);
     QTest::keyClick(&List(), Qt::Key_Return);
+    EXPECT_TRUE(activated.empty()) << "it is posted";
+    QApplication::processEvents();
     EXPECT_EQ(activated, (std::vector{records[2].time, records[3].time}));
     viewer->MarkTime(records[2].time + 0.5);
     EXPECT_FALSE(isMarked(2));
     viewer->MarkTime(1e9);
     viewer->MarkTime(-5);
+    QObject::connect(viewer.get(), &MXTechDataDlg::timeActivated, [&] { viewer.reset(); });
+    QTest::keyClick(&List(), Qt::Key_Return);
+    QTest::keyClick(&List(), Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_EQ(viewer, nullptr);
+    EXPECT_EQ(activated.size(), 3U);
 }
 
 TEST_F(TechDataViewer, GoesToADateAlsoOfARowThatIsStillToCome) {
@@ -446,6 +469,7 @@ TEST_F(TechDataViewer, GoesToADateAlsoOfARowThatIsStillToCome) {
     const auto press = [&] {
         Show(*viewer);
         PressControl(Qt::Key_G);
+        QApplication::processEvents();
     };
     const auto goTo = [&](int shown, int row) {
         driver.Expect([=](QWidget& dialog) {
@@ -485,9 +509,22 @@ TEST_F(TechDataViewer, GoesToADateAlsoOfARowThatIsStillToCome) {
     EXPECT_NE(List().currentIndex().row(), 500);
     viewer->OnEraseAll();
     EXPECT_EQ(Told(press), "IDS_TADIALOGS-TECHDATA_GOTO_NONE");
-    OpenFull(1);
+    // The owner takes the row away, or the window, also while the user reads.
+    OpenFull(9);
+    driver.Expect([&](QWidget& dialog) {
+        choose(dialog, 7);
+        records.resize(2);
+    });
+    viewer->OnGoToDate();
+    EXPECT_NE(List().currentIndex().row(), 7);
     driver.Expect([&](QWidget&) { viewer.reset(); });
     viewer->OnGoToDate();
+    OpenFull(1);
+    prompts.ExpectMessage();
+    prompts.Meanwhile([&] { viewer.reset(); });
+    driver.Expect([&](QWidget& dialog) { choose(dialog, -1); });
+    viewer->OnGoToDate();
+    EXPECT_EQ(viewer, nullptr);
 }
 
 // ---- Copy and save ----
@@ -554,8 +591,16 @@ TEST_F(TechDataViewer, SavesTheWholeTableAndReplacesUnasked) {
     Write(path, "old");
     SaveAs(path);  // no question this time
     EXPECT_EQ(Read(path), kGoodCsv);
-    prompts.ExpectCancel(ScriptedPrompts::Kind::SaveFile);
-    Click(*viewer, MXTechDataDlg::kIdSaveCsv);
+    // Without a symbol the title is the name, as far as files may have it.
+    const CString longTitle(300, 'x');
+    for (const auto& [symbol, title, name] : {std::tuple("<S>|1", "T", "_S__1.csv"),
+                                              {"", " A/B: \x02*\"?\\ ", "A_B_ _____.csv"},
+                                              {"", longTitle.c_str(), "x80.csv"}}) {
+        viewer->reInitializeList(title, kDailyData, 0, 0, 2, symbol);
+        prompts.ExpectCancel(ScriptedPrompts::Kind::SaveFile);
+        viewer->OnCopy2csv();
+        EXPECT_EQ(prompts.Last().saving.name.replace(QString(80, 'x'), "x80"), name);
+    }
 }
 
 TEST_F(TechDataViewer, AFileThatCannotBeWrittenIsTold) {
@@ -700,6 +745,7 @@ TEST_F(TechDataProfiles, FormColumnsRowsAndDecimalsAreChosenAndKept) {
         Keep(dialog, " mine ");
         EXPECT_EQ(Find<QComboBox>(dialog, "profileCombo").currentText(), "mine");
         EXPECT_EQ(Preview(dialog), shown);
+        viewer->vInsertOneData({19999, {9, 9}});  // selects its row
     });
     const std::string written =
         "\xEF\xBB\xBF"
@@ -719,6 +765,35 @@ TEST_F(TechDataProfiles, FormColumnsRowsAndDecimalsAreChosenAndKept) {
     EXPECT_EQ(Out(),
               "\xEF\xBB\xBF"
               "A,'=C\r\n2024/03/05,0.000\r\n2024/03/06,1.000\r\n");
+}
+
+TEST_F(TechDataProfiles, ColumnsOfOneHeadingAndOfOthersThanWereKept) {
+    profiles.profiles = {{"old", ExportForm::Analysis, {"X"}, false, -1, 0}};
+    headers = MakeHeaders({"A", "B", "B"});
+    OpenFull(0);
+    Show(*viewer);
+    const auto untick = [](QDialog& dialog, int row) {
+        auto& columns = Find<QListWidget>(dialog, "columnsList");
+        columns.setFocus();
+        columns.setCurrentRow(row);
+        QTest::keyClick(&columns, Qt::Key_Space);
+    };
+    Export([&](QDialog& dialog) {
+        Choose(dialog, "profileCombo", "old");
+        EXPECT_EQ(Preview(dialog), "A,B,B\n") << "none of its columns is here: all are ticked";
+        untick(dialog, 1);
+        EXPECT_EQ(Preview(dialog), "A,B\n");
+        Keep(dialog, "new");
+        Choose(dialog, "profileCombo", "old");
+        Choose(dialog, "profileCombo", "new");
+        untick(dialog, 0);
+        EXPECT_EQ(Preview(dialog), "B\n");
+        untick(dialog, 2);
+        EXPECT_EQ(Preview(dialog), "") << "nothing is left to save";
+        EXPECT_FALSE(Find<QWidget>(dialog, "okButton").isEnabled());
+        untick(dialog, 2);
+    });
+    EXPECT_EQ(Out(), "B\r\n");
 }
 
 TEST_F(TechDataProfiles, AreReplacedDeletedAndNamed) {
@@ -804,6 +879,18 @@ TEST_F(TechDataProfiles, TheOwnerTakesTheWindowAwayMeanwhile) {
     driver.Expect([&](QWidget&) { viewer.reset(); });
     viewer->OnExport();
     EXPECT_EQ(viewer, nullptr);
+    // While he reads why a name is refused, and why there are no profiles.
+    for (const bool isBroken : {false, true}) {
+        OpenFull(1);
+        profiles.broken = isBroken;
+        prompts.ExpectMessage();
+        prompts.Meanwhile([&] { viewer.reset(); });
+        if (!isBroken) {
+            driver.Expect([&](QWidget& dialog) { Keep(static_cast<QDialog&>(dialog), " "); });
+        }
+        viewer->OnExport();
+        EXPECT_EQ(viewer, nullptr);
+    }
 }
 
 TEST_F(TechDataProfiles, RowsThatComeAgainMeanwhileAreNotWritten) {

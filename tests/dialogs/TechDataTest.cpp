@@ -255,7 +255,9 @@ protected:
         const std::size_t missing = std::min(table.Missing(), most);
         table.Grow(missing == 0 ? table.EndFill() : missing);
     }
-    void Insert(const OneRecord& record) { table.Grow(table.Insert(record)); }
+    void Insert(const OneRecord& record) {
+        table.Grow(table.Insert(record) == table.RowCount() ? 1 : 0);
+    }
     /// The values of the rows; "-" for a row without a record.
     CString Shown() const {
         CString text;
@@ -333,6 +335,43 @@ TEST_F(TechDataRows, SeveralInsertedOnes) {
     }
     EXPECT_EQ(Shown(), "012378nan");
     EXPECT_EQ(table.Record(6), &records[6]);  // the owner's, no copy
+}
+
+TEST_F(TechDataRows, OfAnOwnerWhoDropsRecordsForTheNewOnes) {
+    struct Case {
+        std::size_t first, count, bars;  ///< what he drops, and how many bars come
+        const char* shown;
+    };
+    for (const Case& c : {Case{0, 1, 1, "1237"},
+                          {3, 1, 1, "0127"},
+                          {0, 1, 2, "12378"},
+                          {0, 2, 1, "237-"},
+                          {0, 4, 2, "78--"},
+                          {0, 0, 1, "01237"}}) {
+        records = MakeRecords(4, 1);
+        table.Restart();
+        Fill();
+        Fill();
+        records.erase(records.begin() + static_cast<std::ptrdiff_t>(c.first),
+                      records.begin() + static_cast<std::ptrdiff_t>(c.first + c.count));
+        const unsigned before = table.Generation();
+        const OneRecord bars[] = {{20000, {7}}, {20001, {8}}};
+        records.insert(records.end(), bars, bars + c.bars);
+        for (std::size_t bar = 0; bar < c.bars; ++bar) {
+            Insert(bars[bar]);
+        }
+        EXPECT_EQ(Shown(), c.shown) << c.first << c.count;
+        EXPECT_EQ(table.Generation() != before, c.count > 0) << c.shown;
+    }
+    // The same bar once more is a row of its own, also after it was replaced.
+    Insert(records.back());
+    EXPECT_EQ(Shown(), "012377");
+    table.Restart();
+    Fill();
+    Fill();
+    EXPECT_TRUE(table.Replace(4, {20002, {9}}));
+    Insert(records.back());
+    EXPECT_EQ(Shown(), "012399");
 }
 
 TEST_F(TechDataRows, ErasingStopsTheFillAndOldRecordsStayAway) {

@@ -106,6 +106,18 @@ TEST_F(TechDataText, ProfilesForSpreadsheetsAndAnalysis) {
     EXPECT_EQ(Write(profile).substr(0, 8), "T\r\ndate,");
 }
 
+TEST_F(TechDataText, ColumnsAreFoundByHeadingAndWhichOfThatHeading) {
+    headers = MakeHeaders({"A", "B", "C", "B", "B"});
+    using Columns = std::vector<std::size_t>;
+    for (const auto& [chosen, found] : {std::pair(std::vector<CString>{"B"}, Columns{1}),
+                                        {{ColumnKey(headers, 4), "C"}, {2, 4}},
+                                        {{"not there", ColumnKey(headers, 3)}, {3}},
+                                        {{"of another language"}, {0, 1, 2, 3, 4}}}) {
+        ExportProfile profile{"", ExportForm::Analysis, chosen, false, -1, 0};
+        EXPECT_EQ(ColumnsOf(profile, headers), found) << chosen[0];
+    }
+}
+
 TEST_F(TechDataText, OnlyHeadingsThatStartFormulasAreGuarded) {
     for (const auto& [name, guarded] : {std::pair("=A", true),
                                         {"+A", true},

@@ -15,6 +15,7 @@
 #include "tests/support/DialogDriver.h"
 #include "tests/support/ManualTimers.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QPushButton>
@@ -113,7 +114,7 @@ TEST_F(DataViewerTest, IsTiedToTheCursorLine) {
     ASSERT_TRUE(Await([this] { return Viewer()->isActiveWindow(); }));
     List().setCurrentIndex(List().model()->index(40, 2));
     QTest::keyClick(&List(), Qt::Key_Return);
-    EXPECT_EQ(Chart().CursorBar(), 40);
+    EXPECT_TRUE(Await([this] { return Chart().CursorBar() == 40; }));
     EXPECT_TRUE(IsMarked(40));
     DialogDriver driver;
     driver.Expect([](QWidget& dialog) {
@@ -121,7 +122,7 @@ TEST_F(DataViewerTest, IsTiedToTheCursorLine) {
         QTest::keyClick(&dialog, Qt::Key_Return);
     });
     QTest::keyClick(&List(), Qt::Key_G, Qt::ControlModifier);
-    EXPECT_EQ(Chart().CursorBar(), 7);
+    EXPECT_TRUE(Await([this] { return Chart().CursorBar() == 7; }));
     EXPECT_TRUE(IsMarked(7));
     Chart().Reload();  // takes the cursor line away
     EXPECT_FALSE(IsMarked(7));
@@ -144,11 +145,26 @@ TEST_F(DataViewerTest, OneAChartWhichClosesWithItAndStaysWhereItWasPut) {
     EXPECT_EQ(Viewer()->pos(), place);
     EXPECT_EQ(Viewer()->size(), QSize(500, 400));
     Viewer()->OnEraseAll();
-    EXPECT_TRUE(Await([&] { return Rows() == 0; }));
+    EXPECT_EQ(Rows(), 0);
+    QApplication::processEvents();
     Chart().SetCursorBar(3);
+    // Erased rows stay away from the same bars, whatever becomes of the studies.
+    const int columns = List().model()->columnCount();
+    Chart().Reload();
+    Fill();
+    EXPECT_EQ(Rows(), 0);
+    Repository().SetStudyListByGroupName(Chart().GroupName(), StudyLists(10));
+    Repository().SaveAllGroupSetting();
+    Chart().Reload();
+    Fill();
+    EXPECT_LT(List().model()->columnCount(), columns);
+    EXPECT_EQ(Rows(), 0);
     Tabs().OpenSymbol(16, "9901");
     Fill();
     EXPECT_EQ(Rows(), 90);
+    Tabs().OpenSymbol(2, "SPX");
+    Fill();
+    EXPECT_EQ(Rows(), Chart().BarCount());
 }
 
 TEST_F(DataViewerTest, OfAComparisonHasAColumnASymbol) {
@@ -176,7 +192,7 @@ TEST_F(DataViewerTest, OfAComparisonHasAColumnASymbol) {
     ASSERT_TRUE(Await([this] { return Viewer()->isActiveWindow(); }));
     List().setCurrentIndex(List().model()->index(40, 2));
     QTest::keyClick(&List(), Qt::Key_Return);
-    EXPECT_EQ(comparison.CursorBar(), 40);
+    EXPECT_TRUE(Await([&] { return comparison.CursorBar() == 40; }));
     EXPECT_TRUE(IsMarked(40));
     const QPointer<MXTechDataDlg> viewer = Viewer();
     Choose(Command::CloseTab);
@@ -213,7 +229,7 @@ TEST(ExportProfileFileTest, KeepsProfilesAndRefusesGarbage) {
     const std::vector<ExportProfile> profiles{
         {text::FromUtf8("甲\"乙"),
          ExportForm::CodePage,
-         {text::FromUtf8("收盤價"), ","},
+         {text::FromUtf8("收盤價"), ",\n2"},
          true,
          3,
          936},
