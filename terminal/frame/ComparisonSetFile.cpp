@@ -4,6 +4,7 @@
 #include "terminal/frame/ComparisonJson.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace ta::terminal {
 namespace {
@@ -39,6 +40,15 @@ void Put(QJsonArray& entries, qsizetype place, const QJsonObject& entry) {
     }
 }
 
+/// Reads the list, and where the set of the name stands in it; nothing when there is none.
+std::optional<qsizetype> Find(const JsonListFile& file, const CString& name, QJsonArray& entries) {
+    if (!file.Read(entries)) {
+        return std::nullopt;
+    }
+    const qsizetype place = PlaceOfSet(entries, name);
+    return place == entries.size() ? std::nullopt : std::optional(place);
+}
+
 }  // namespace
 
 std::vector<CString> ComparisonSetFile::Names() const {
@@ -55,15 +65,11 @@ std::vector<CString> ComparisonSetFile::Names() const {
 
 bool ComparisonSetFile::Load(const CString& name, ComparisonSet& set) const {
     QJsonArray entries;
-    if (!m_file.Read(entries)) {
-        return false;
+    const auto place = Find(m_file, name, entries);
+    if (place) {
+        set = SetFromJson(entries.at(*place).toObject());
     }
-    const qsizetype place = PlaceOfSet(entries, name);
-    if (place == entries.size()) {
-        return false;
-    }
-    set = SetFromJson(entries.at(place).toObject());
-    return true;
+    return place.has_value();
 }
 
 bool ComparisonSetFile::Save(const CString& name, const ComparisonSet& set) {
@@ -79,15 +85,11 @@ bool ComparisonSetFile::Save(const CString& name, const ComparisonSet& set) {
 
 bool ComparisonSetFile::Remove(const CString& name) {
     QJsonArray entries;
-    if (!m_file.Read(entries)) {
-        return false;
+    const auto place = Find(m_file, name, entries);
+    if (place) {
+        entries.removeAt(*place);
     }
-    const qsizetype place = PlaceOfSet(entries, name);
-    if (place == entries.size()) {
-        return false;
-    }
-    entries.removeAt(place);
-    return m_file.Write(entries);
+    return place && m_file.Write(entries);
 }
 
 std::vector<ComparedSymbol> ComparisonSetFile::RecentSymbols() const {
