@@ -3,6 +3,7 @@
 #include "dialogs/TechDataGoToDlg.h"
 #include "dialogs/TechDataModel.h"
 #include "dialogs/TechDataWriter.h"
+#include "platform/ui/Chosen.h"
 #include "platform/ui/TextBridge.h"
 #include "ui_MXTechDataDlg.h"
 
@@ -373,17 +374,11 @@ void MXTechDataDlg::OnGoToDate() {
             TellKey("IDS_TADIALOGS-TECHDATA_GOTO_NONE");
             return;
         }
-        // Made on the heap: the owner may take this window away while the user chooses.
-        const QPointer<TechDataGoToDlg> dialog(
-            new TechDataGoToDlg(m_model->Table(), m_list->currentIndex().row(), this));
-        const bool isChosen = dialog->DoModal() == kIdOk;
-        if (dialog == nullptr) {
-            return;
-        }
-        const std::size_t row = dialog->Row();
-        delete dialog.data();
-        if (isChosen) {
-            GoToRow(row);
+        const auto row =
+            Chosen(new TechDataGoToDlg(m_model->Table(), m_list->currentIndex().row(), this),
+                   [](const TechDataGoToDlg& dialog) { return dialog.Row(); });
+        if (row) {
+            GoToRow(*row);
         }
     });
 }

@@ -2,6 +2,7 @@
 #include "dialogs/TechDataExportDlg.h"
 #include "dialogs/TechDataModel.h"
 #include "dialogs/TechDataWriter.h"
+#include "platform/ui/Chosen.h"
 #include "platform/ui/FileAccess.h"
 #include "platform/ui/LongWork.h"
 #include "platform/ui/TextBridge.h"
@@ -206,18 +207,11 @@ void MXTechDataDlg::OnExport() {
 void MXTechDataDlg::AskProfileAndSave() {
     // Those that the user sees: a bar that comes in meanwhile is the selected row then.
     const std::vector<RowRange> selected = SelectedRows();
-    // Made on the heap: the owner may take this window away while the user looks at the profiles.
-    const QPointer<TechDataExportDlg> dialog(
-        new TechDataExportDlg(*m_model, m_title, selected, this));
     const unsigned generation = m_model->Table().Generation();
-    const bool isChosen = dialog->DoModal() == kIdOk;
-    if (dialog == nullptr) {
-        return;
-    }
-    const ta::ExportProfile profile = dialog->Profile();
-    delete dialog.data();
-    if (isChosen) {
-        AskPathAndSave(profile, profile.selectedRows ? selected : std::vector<RowRange>(),
+    const auto profile = Chosen(new TechDataExportDlg(*m_model, m_title, selected, this),
+                                [](const TechDataExportDlg& dialog) { return dialog.Profile(); });
+    if (profile) {
+        AskPathAndSave(*profile, profile->selectedRows ? selected : std::vector<RowRange>(),
                        generation);
     }
 }
