@@ -2,6 +2,7 @@
 
 #include "platform/NumberText.h"
 #include "platform/Text.h"
+#include "platform/TextBytes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,12 +14,7 @@ namespace {
 
 constexpr std::size_t kPieceSize = std::size_t{256} << 10U;
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr long kSecondsOfDay = 86400;
-
-bool IsAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char byte) { return (byte & '\x80') == 0; });
-}
 
 CString TimeHeading() {
     return BKQuoteInterface::GetBKInterface().LangGetLangString("IDS_TADIALOGS-TECHDATA_TIME");
@@ -168,7 +164,7 @@ bool TableWriter::Next(std::string& piece) {
     }
     Encode(piece);
     if (first && m_form.encoding == TextForm::Encoding::Utf8WithMark) {
-        piece.insert(0, kUtf8Mark);
+        piece.insert(0, text::kUtf8Mark);
     }
     return !piece.empty();
 }
@@ -275,7 +271,7 @@ void TableWriter::EndLine(CString& out) const {
 }
 
 void TableWriter::Encode(std::string& piece) const {
-    if (m_form.encoding == TextForm::Encoding::UserCodePage || IsAscii(piece)) {
+    if (m_form.encoding == TextForm::Encoding::UserCodePage || text::IsAscii(piece)) {
         return;
     }
     if (m_form.encoding == TextForm::Encoding::CodePage) {

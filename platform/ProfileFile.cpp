@@ -1,6 +1,7 @@
 #include "platform/ProfileFile.h"
 
 #include "platform/Text.h"
+#include "platform/TextBytes.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -9,7 +10,6 @@ namespace ta {
 namespace {
 
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 std::string_view Unquote(std::string_view value) {
     const bool quoted = value.size() >= 2 && value.front() == value.back() &&
@@ -31,8 +31,8 @@ CString Decode(std::string_view bytes) {
     if (bytes.starts_with(kUtf16Mark)) {
         return FromUtf16Bytes(bytes.substr(kUtf16Mark.size()));
     }
-    if (bytes.starts_with(kUtf8Mark)) {
-        bytes.remove_prefix(kUtf8Mark.size());
+    if (bytes.starts_with(text::kUtf8Mark)) {
+        bytes.remove_prefix(text::kUtf8Mark.size());
     }
     return CString(bytes);
 }

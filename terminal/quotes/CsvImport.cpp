@@ -1,6 +1,7 @@
 #include "terminal/quotes/CsvImport.h"
 
 #include "platform/Text.h"
+#include "platform/TextBytes.h"
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/CsvReader.h"
 
@@ -55,10 +56,6 @@ struct Table {
     Columns columns;
 };
 
-bool IsAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return (c & 0x80) == 0; });
-}
-
 // The heading without blanks and angle brackets around it, ASCII letters in lower case.
 std::string PlainHeading(std::string_view field) {
     constexpr std::string_view kAround = " \t<>\"";
@@ -67,7 +64,7 @@ std::string PlainHeading(std::string_view field) {
         return {};
     }
     std::string text(field.substr(first, field.find_last_not_of(kAround) - first + 1));
-    if (IsAscii(text)) {
+    if (text::IsAscii(text)) {
         std::ranges::transform(text, text.begin(), [](char c) {
             return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
         });
@@ -78,7 +75,7 @@ std::string PlainHeading(std::string_view field) {
 // The file may be in UTF-8 or in the code page: a heading is looked for in both.
 std::optional<Column> ColumnOf(std::string_view field) {
     const std::string text = PlainHeading(field);
-    const bool ascii = IsAscii(text);
+    const bool ascii = text::IsAscii(text);
     for (const Heading& heading : kHeadings) {
         if (text == heading.text || (!ascii && text == text::FromUtf8(heading.text))) {
             return heading.column;
@@ -119,10 +116,9 @@ std::optional<Table> FindTable(std::string_view text) {
 
 // UTF-8 without its mark; UTF-16 with a mark is converted into `buffer`.
 std::string_view TextOf(std::string_view bytes, QByteArray* buffer) {
-    constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
     constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};
-    if (bytes.starts_with(kUtf8Mark)) {
-        return bytes.substr(kUtf8Mark.size());
+    if (bytes.starts_with(text::kUtf8Mark)) {
+        return bytes.substr(text::kUtf8Mark.size());
     }
     if (bytes.starts_with(kUtf16Marks[0]) || bytes.starts_with(kUtf16Marks[1])) {
         QStringDecoder decoder(QStringDecoder::Utf16);
