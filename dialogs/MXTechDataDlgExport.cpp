@@ -58,17 +58,6 @@ private:
     bool m_isCancelled = false;
 };
 
-/// The text as the name of a file, short enough and without what names may not have anywhere.
-QString FileName(const CString& text) {
-    constexpr qsizetype kLongest = 80;
-    constexpr QStringView kUnfit = u"<>:\"/\\|?*";
-    QString name = ToQString(text).trimmed().left(kLongest);
-    for (QChar& character : name) {
-        character = character < u' ' || kUnfit.contains(character) ? u'_' : character;
-    }
-    return name;
-}
-
 void AppendText(QString& out, const std::string& piece) {
     const bool isAscii = std::ranges::all_of(piece, [](char c) { return (c & '\x80') == 0; });
     if (isAscii) {
@@ -159,13 +148,13 @@ void MXTechDataDlg::OnCopy2csv() {
 void MXTechDataDlg::AskPathAndSave(const ta::ExportProfile& profile,
                                    const std::vector<RowRange>& rows, unsigned generation) {
     const QPointer<MXTechDataDlg> self(this);
-    const QString path =
-        AskSaveFile(this, {.title = windowTitle(),
-                           .name = FileName(m_symbol.empty() ? m_title : m_symbol) + ".csv",
-                           .filter = "*.CSV",
-                           .suffix = "CSV",
-                           .asksCreate = true,
-                           .asksReplace = false});
+    const QString path = AskSaveFile(
+        this, {.title = windowTitle(),
+               .name = FileNameOf(ToQString(m_symbol.empty() ? m_title : m_symbol)) + ".csv",
+               .filter = "*.CSV",
+               .suffix = "CSV",
+               .asksCreate = true,
+               .asksReplace = false});
     if (self == nullptr || path.isEmpty()) {
         return;
     }

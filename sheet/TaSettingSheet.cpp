@@ -233,7 +233,7 @@ void CTaSettingSheet::TellReload() {
     do {  // again when there was more to tell meanwhile
         told = ReloadText();
         choice = CurrentPrompts().AskChoice(
-            this, PromptIcon::Warning, windowTitle(), told,
+            this, PromptIcon::Warning, TerminalTitle(), told,
             {LangText("IDS_TADIALOGS-SHEET_GO_ON"), LangText("IDS_TADIALOGS-SHEET_CLOSE")});
     } while (choice != kClose && ReloadText() != told);
     if (choice == kClose) {

@@ -1,9 +1,7 @@
 #include "platform/ui/DialogBase.h"
 
-#include "platform/SyncInfo.h"
 #include "platform/ui/FormTexts.h"
 #include "platform/ui/Guard.h"
-#include "platform/ui/TextBridge.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -20,10 +18,6 @@ namespace {
 
 // The font for which the forms' sizes are drawn.
 constexpr qreal kFormPointSize = 10;
-
-QString TerminalTitle() {
-    return ToQString(CSyncInfo::GetSettingCFG().SYS_szGetMessageBoxTitle());
-}
 
 /// The edit box that a field is or holds, or null.
 QLineEdit* EditOf(QWidget& field) {

@@ -99,6 +99,16 @@ QString WriteFault(const QString& path, const PieceSource& source) {
 
 }  // namespace
 
+QString FileNameOf(const QString& text) {
+    constexpr qsizetype kLongest = 80;
+    constexpr QStringView kUnfit = u"<>:\"/\\|?*";
+    QString name = text.trimmed().left(kLongest);
+    for (QChar& character : name) {
+        character = character < u' ' || kUnfit.contains(character) ? u'_' : character;
+    }
+    return name;
+}
+
 QString ReadWholeFile(const QString& path, std::string& bytes, std::size_t maxSize) {
     bytes.clear();
     const QString fault = ReadFault(path, bytes, maxSize);

@@ -14,6 +14,9 @@ namespace ta::ui {
 /// The largest file that dialogs read, in bytes.
 constexpr std::size_t kMaxFileSize = 64U << 20U;
 
+/// `text` as the name of a file, without what file systems do not take; cut when it is long.
+TADIALOGS_EXPORT QString FileNameOf(const QString& text);
+
 /// Replaces `bytes` by the whole file. Returns an empty string, or why it could not be read, in the
 /// user's language; `bytes` is then empty.
 TADIALOGS_EXPORT QString ReadWholeFile(const QString& path, std::string& bytes,

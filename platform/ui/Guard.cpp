@@ -1,16 +1,13 @@
 #include "platform/ui/Guard.h"
 
-#include "platform/SyncInfo.h"
 #include "platform/ui/LangText.h"
 #include "platform/ui/Prompts.h"
-#include "platform/ui/TextBridge.h"
 
 namespace ta::ui {
 
 void TellFailure(QWidget* parent) noexcept {
     try {
-        CurrentPrompts().Message(parent, PromptIcon::Warning,
-                                 ToQString(CSyncInfo::GetSettingCFG().SYS_szGetMessageBoxTitle()),
+        CurrentPrompts().Message(parent, PromptIcon::Warning, TerminalTitle(),
                                  LangText("IDS_TECHVIEW-STRING_MEMORY_ERR"));
     } catch (...) {
         // Not even memory for a message.

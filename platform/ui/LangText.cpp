@@ -1,6 +1,7 @@
 #include "platform/ui/LangText.h"
 
 #include "platform/QuoteInterface.h"
+#include "platform/SyncInfo.h"
 #include "platform/ui/TextBridge.h"
 
 #include <QRegularExpression>
@@ -9,6 +10,10 @@ namespace ta::ui {
 
 QString LangText(const CString& key) {
     return ToQString(BKQuoteInterface::GetBKInterface().LangGetLangString(key));
+}
+
+QString TerminalTitle() {
+    return ToQString(CSyncInfo::GetSettingCFG().SYS_szGetMessageBoxTitle());
 }
 
 QString WithoutMnemonic(const QString& text) {

@@ -21,6 +21,9 @@ QString LangText(const CString& key, const QString& first, const Arguments&... r
                                : QStringList{text, first, rest...}.join(' ');
 }
 
+/// The title of message boxes and questions, which the terminal gives.
+TADIALOGS_EXPORT QString TerminalTitle();
+
 /// A label's text without its mnemonic, "&G" or, as in Chinese, "(&G)".
 TADIALOGS_EXPORT QString WithoutMnemonic(const QString& text);
 

@@ -134,12 +134,12 @@ public:
 /// Whether the user accepts the name, of a path that he chose.
 bool AcceptsName(QWidget* parent, const QFileInfo& path, const SaveFileOptions& options) {
     if (path.fileName().contains('*')) {
-        CurrentPrompts().Message(parent, PromptIcon::Warning, options.title,
+        CurrentPrompts().Message(parent, PromptIcon::Warning, TerminalTitle(),
                                  LangText("IDS_TADIALOGS-FILE_WILDCARD", path.fileName()));
         return false;
     }
     return !options.asksCreate || path.exists() ||
-           CurrentPrompts().AskYesNo(parent, PromptIcon::Question, options.title,
+           CurrentPrompts().AskYesNo(parent, PromptIcon::Question, TerminalTitle(),
                                      LangText("IDS_TADIALOGS-FILE_ASK_CREATE", path.fileName()),
                                      Answer::Yes) == Answer::Yes;
 }

@@ -36,6 +36,8 @@ enum class Command {
     EditSettings,
     ImportGroups,
     ExportGroups,
+    ImportParameters,
+    ExportParameters,
     DrawPointer,
     DrawLine,
     DrawSegment,

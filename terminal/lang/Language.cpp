@@ -1,6 +1,7 @@
 #include "terminal/lang/Language.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 
 namespace ta::terminal {
 namespace {
@@ -9,6 +10,13 @@ Language* g_instance = nullptr;
 
 QString QmPath(Language::Id id) {
     return id == Language::English ? ":/lang/en.qm" : ":/lang/zh_TW.qm";
+}
+
+/// For the names of days and months in calendars, whatever the desktop's language is.
+QLocale LocaleOf(Language::Id id) {
+    return id == Language::English
+               ? QLocale(QLocale::English, QLocale::UnitedStates)
+               : QLocale(QLocale::Chinese, QLocale::TraditionalHanScript, QLocale::Taiwan);
 }
 
 }  // namespace
@@ -20,6 +28,7 @@ Language::Language(QObject* parent) : QObject(parent) {
 
 Language::~Language() {
     QCoreApplication::removeTranslator(&m_translator);
+    QLocale::setDefault(QLocale::system());
     g_instance = nullptr;
 }
 
@@ -37,6 +46,7 @@ void Language::Select(Id id) {
 }
 
 void Language::Install(Id id) {
+    QLocale::setDefault(LocaleOf(id));
     QCoreApplication::removeTranslator(&m_translator);
     if (m_translator.load(QmPath(id))) {
         QCoreApplication::installTranslator(&m_translator);

@@ -109,7 +109,7 @@ Rows PriceRows() {
              Period("先行帶B期數", "Leading span B period", 52)},
             {Shape("轉換線", "Conversion line", kBlue), Shape("基準線", "Base line", kOrange),
              Shape("先行帶A", "Leading span A", kGreen), Shape("先行帶B", "Leading span B", kBrown),
-             Shape("遲行線", "Lagging span", kPurple, Line, kDash)},
+             Shape("延遲線", "Lagging span", kPurple, Line, kDash)},
             {kFirstBelowSecond, {1, 2, false, kShortBelowLong}}),
         Row(10, kCategory, kScale, {"價格通道", "Price channel", "PC"}, calculation::PriceChannel,
             {Period("期數", "Period", 20)},
@@ -138,7 +138,7 @@ Rows VolumeRows() {
         Row(19, kCategory, kScale, {"資金流量指標", "Money flow index", "MFI"},
             calculation::MoneyFlowIndex, {Period("期數", "Period", 14)},
             {Shape("MFI", "MFI", kBlue)}),
-        Row(20, kCategory, kScale, {"蔡金資金流量", "Chaikin money flow", "CMF"},
+        Row(20, kCategory, kScale, {"佳慶資金流量", "Chaikin money flow", "CMF"},
             calculation::ChaikinMoneyFlow, {Period("期數", "Period", 21)},
             {Shape("CMF", "CMF", kGreen, Histogram)}),
     };

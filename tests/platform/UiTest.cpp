@@ -302,7 +302,9 @@ TEST_F(UiTest, AFileToWriteIsAskedForUntilItsNameCounts) {
     prompts.ExpectYesNo(true);
     EXPECT_EQ(ask(true), Path("other.csv"));
     EXPECT_EQ(prompts.All()[1].text, "IDS_TADIALOGS-FILE_WILDCARD *.csv");
+    EXPECT_EQ(prompts.All()[1].title, "Terminal");
     EXPECT_EQ(prompts.Last().text, "IDS_TADIALOGS-FILE_ASK_CREATE other.csv");
+    EXPECT_EQ(prompts.Last().title, "Terminal");
     EXPECT_EQ(prompts.Last().presetAnswer, ui::Answer::Yes);
     prompts.ExpectSaveFile(Path("old.csv"));
     EXPECT_EQ(ask(true), Path("old.csv")) << "it exists";

@@ -282,7 +282,7 @@ TEST_F(SessionTest, ACommitBeforeSavingIsToldAndEachEditStandsOnTheNewState) {
     EXPECT_TRUE(Sheet().isVisible());
     AwaitPrompts();
     EXPECT_EQ(prompts.Last().icon, ui::PromptIcon::Warning);
-    EXPECT_EQ(prompts.Last().title, "caption");
+    EXPECT_EQ(prompts.Last().title, "Terminal");
     EXPECT_EQ(prompts.Last().choices,
               (QStringList{"IDS_TADIALOGS-SHEET_GO_ON", "IDS_TADIALOGS-SHEET_CLOSE"}));
     EXPECT_EQ(News(), (QStringList{kChanged, kKept}));

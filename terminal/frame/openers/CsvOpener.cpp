@@ -91,18 +91,17 @@ bool CsvOpener::AskSkip(const QString& name, const CsvImportResult& result) cons
                                   QString::number(result.bars.size()));
     if (result.bars.empty()) {
         ui::CurrentPrompts().Message(m_parent, ui::PromptIcon::Warning,
-                                     Tr("IDS_TERMINAL-FRAME_OPEN_CSV_TITLE"), text);
+                                     Tr("IDS_TERMINAL-FRAME_TITLE"), text);
         return false;
     }
     constexpr int kSkip = 0;
     return ui::CurrentPrompts().AskChoice(
-               m_parent, ui::PromptIcon::Warning, Tr("IDS_TERMINAL-FRAME_OPEN_CSV_TITLE"), text,
+               m_parent, ui::PromptIcon::Warning, Tr("IDS_TERMINAL-FRAME_TITLE"), text,
                {Tr("IDS_TERMINAL-FRAME_CSV_SKIP"), Tr("IDS_TERMINAL-FRAME_CSV_ABANDON")}) == kSkip;
 }
 
 void CsvOpener::TellFailure(const QString& name, const QString& reason) const {
-    ui::CurrentPrompts().Message(m_parent, ui::PromptIcon::Error,
-                                 Tr("IDS_TERMINAL-FRAME_OPEN_CSV_TITLE"),
+    ui::CurrentPrompts().Message(m_parent, ui::PromptIcon::Error, Tr("IDS_TERMINAL-FRAME_TITLE"),
                                  Tr("IDS_TERMINAL-FRAME_CSV_FAILED").arg(name, reason));
 }
 

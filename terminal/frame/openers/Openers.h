@@ -40,6 +40,11 @@ void ImportGroups(const Frame& frame);
 /// The same on a file. The charts are told of what came in. false when nothing changed.
 bool ImportGroups(const Frame& frame, const QString& path);
 
+/// Asks for studies of the chart's group and writes their parameters and shapes to a text file.
+void ExportParameters(const Frame& frame);
+/// Asks for such a file, shows what it changes in the chart's group, and takes what the user wants.
+void ImportParameters(const Frame& frame);
+
 /// The list of the symbols that have trend lines; shows the one that was chosen.
 void ListLines(const Frame& frame);
 
