@@ -40,7 +40,7 @@ void ImportGroups(const Frame& frame);
 /// The same on a file. The charts are told of what came in. false when nothing changed.
 bool ImportGroups(const Frame& frame, const QString& path);
 
-/// The list of the symbols that have trend lines; shows the one that was chosen.
+/// The list of the user's lines; shows the one that was chosen.
 void ListLines(const Frame& frame);
 
 /// The history data dialog on the chart's data period; the chart loads what was asked for.
