@@ -8,7 +8,6 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
@@ -41,17 +40,6 @@ protected:
         }
     }
 };
-
-QIcon ColourSwatch(const QWidget& widget, const QSize& size, const QColor& colour) {
-    QPixmap canvas(size * widget.devicePixelRatioF());
-    canvas.setDevicePixelRatio(widget.devicePixelRatioF());
-    canvas.fill(Qt::transparent);
-    QPainter painter(&canvas);
-    painter.setPen(widget.palette().color(QPalette::ButtonText));
-    painter.setBrush(colour);
-    painter.drawRect(0, 0, size.width() - 1, size.height() - 1);
-    return QIcon(canvas);
-}
 
 }  // namespace
 
@@ -170,7 +158,7 @@ void ShapeEditRow::ShowShape() {
     const StudyShape& shape = m_row.shape;
     const QColor colour = QColor::fromRgb(shape.colour);
     m_visible->setChecked(shape.visible);
-    m_colour->setIcon(ColourSwatch(*m_colour, m_colour->iconSize(), colour));
+    m_colour->setIcon(ui::ColourIcon(colour));
     m_colour->setAccessibleDescription(colour.name().toUpper());
     if (m_colour->isEnabled()) {
         m_colour->setToolTip(m_colour->accessibleDescription());

@@ -7,28 +7,37 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <utility>
 
 namespace ta::ui {
 namespace {
 
 void DrawSample(QPainter& painter, const QRectF& area, const QColor& colour, int style, int width) {
-    painter.setPen(QPen(colour, width, PenStyleOf(style), Qt::FlatCap));
+    QPen pen = MakePen(colour, style, width);
+    pen.setCapStyle(Qt::FlatCap);  // ends at the area's edges
+    painter.setPen(pen);
     // On whole pixels: an odd width goes through their middle.
     const qreal y = std::floor(area.center().y()) + (width % 2 == 0 ? 0.0 : 0.5);
     painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
 }
 
-/// Draws anew for every size and scale, in the palette in use.
-class PenIconEngine : public QIconEngine {
+QColor TextColour(QIcon::Mode mode) {
+    return QApplication::palette().color(
+        mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active,
+        mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::Text);
+}
+
+/// Draws anew for every size and scale, in the palette in use: `draw` gets the painter, the area
+/// and the colour of texts.
+class SampleIconEngine : public QIconEngine {
 public:
-    PenIconEngine(int style, int width) : m_style(style), m_width(width) {}
+    using Drawing = std::function<void(QPainter&, const QRect&, const QColor&)>;
+
+    explicit SampleIconEngine(Drawing draw) : m_draw(std::move(draw)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-        const QPalette palette = QApplication::palette();
-        const QColor colour =
-            palette.color(mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active,
-                          mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::Text);
-        DrawSample(*painter, rect, colour, m_style, m_width);
+        m_draw(*painter, rect, TextColour(mode));
     }
 
     /// `size` is in pixels of the screen, `scale` of which make one of the window.
@@ -45,11 +54,10 @@ public:
         return scaledPixmap(size, mode, state, 1);
     }
 
-    QIconEngine* clone() const override { return new PenIconEngine(*this); }
+    QIconEngine* clone() const override { return new SampleIconEngine(*this); }
 
 private:
-    int m_style;
-    int m_width;
+    Drawing m_draw;
 };
 
 }  // namespace
@@ -68,8 +76,27 @@ const char* PenStyleKey(int style) {
     return kKeys[static_cast<std::size_t>(found - kPenStyles.begin())];
 }
 
-QIcon PenIcon(int style, int width) {
-    return QIcon(new PenIconEngine(style, width));
+QPen MakePen(const QColor& colour, int style, int width) {
+    const Qt::PenStyle pattern = PenStyleOf(style);
+    // Other caps would make dashes longer than their gaps leave room for.
+    return {colour, static_cast<qreal>(width), pattern,
+            pattern == Qt::SolidLine ? Qt::SquareCap : Qt::FlatCap};
+}
+
+QIcon PenIcon(int style, int width, const QColor& colour) {
+    return QIcon(
+        new SampleIconEngine([=](QPainter& painter, const QRect& area, const QColor& textColour) {
+            DrawSample(painter, area, colour.isValid() ? colour : textColour, style, width);
+        }));
+}
+
+QIcon ColourIcon(const QColor& colour) {
+    return QIcon(new SampleIconEngine(
+        [colour](QPainter& painter, const QRect& area, const QColor& textColour) {
+            painter.setPen(textColour);
+            painter.setBrush(colour);
+            painter.drawRect(area.adjusted(0, 0, -1, -1));
+        }));
 }
 
 PenSample::PenSample(QWidget* parent) : QWidget(parent) {

@@ -1,8 +1,10 @@
 #include "terminal/frame/DrawingBar.h"
 
+#include "platform/ui/PenSamples.h"
 #include "terminal/frame/DrawingIcons.h"
 #include "terminal/lang/Language.h"
 #include "terminal/lines/DrawingBoard.h"
+#include "terminal/lines/LinePens.h"
 
 #include <QEvent>
 
@@ -64,11 +66,36 @@ void DrawingBar::Refresh() {
     const bool any = m_board && m_board->LineCount() > 0;
     m_commands.At(Command::SelectLine).setEnabled(any);
     m_commands.At(Command::DeleteAllLines).setEnabled(any);
-    m_commands.At(Command::DeleteLine).setEnabled(m_board && m_board->Selected() >= 0);
+    ShowLine(m_board ? m_board->SelectedLine() : nullptr);
+    ShowStep(Command::UndoLine, "IDS_TERMINAL-CHART_UNDO", "IDS_TERMINAL-CHART_UNDO_STEP",
+             m_board ? m_board->UndoName() : QString());
+    ShowStep(Command::RedoLine, "IDS_TERMINAL-CHART_REDO", "IDS_TERMINAL-CHART_REDO_STEP",
+             m_board ? m_board->RedoName() : QString());
+}
+
+/// Of the selected line; null: there is none.
+void DrawingBar::ShowLine(const TrendLine* line) {
+    for (const Command command :
+         {Command::LinePen, Command::LineColour, Command::LockLine, Command::DeleteLine}) {
+        m_commands.At(command).setEnabled(line);
+    }
+    m_commands.At(Command::LockLine).setChecked(line && line->locked);
+    m_commands.At(Command::LinePen).setIcon(line ? LinePenIcon(line->pen, palette()) : QIcon());
+    m_commands.At(Command::LineColour)
+        .setIcon(line ? ui::ColourIcon(QColor::fromRgb(line->pen.colour)) : QIcon());
+}
+
+/// `name` of the step; empty: there is none.
+void DrawingBar::ShowStep(Command command, const char* key, const char* stepKey,
+                          const QString& name) {
+    QAction& action = m_commands.At(command);
+    action.setEnabled(!name.isEmpty());
+    action.setText(name.isEmpty() ? Tr(key) : Tr(stepKey).arg(name));
 }
 
 void DrawingBar::Retranslate() {
     setWindowTitle(Tr("IDS_TERMINAL-FRAME_DRAWING_BAR"));
+    Refresh();
 }
 
 void DrawingBar::TakeIcons() {
@@ -81,6 +108,7 @@ void DrawingBar::changeEvent(QEvent* event) {
     QToolBar::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
         TakeIcons();
+        Refresh();
     }
 }
 

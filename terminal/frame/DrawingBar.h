@@ -32,6 +32,8 @@ protected:
 private:
     void TakeIcons();
     void Refresh();
+    void ShowLine(const TrendLine* line);
+    void ShowStep(Command command, const char* key, const char* stepKey, const QString& name);
 
     Commands& m_commands;
     QPointer<DrawingBoard> m_board;

@@ -54,6 +54,7 @@ Session::Session(const Options& options)
       m_entitlement(m_statePath),
       m_comparisonSets(m_statePath + ".comparisons.json"),
       m_exportProfiles(m_statePath + ".export-profiles.json"),
+      m_linePens(m_statePath),
       m_store(std::make_unique<SqliteStore>()) {
     connect(&m_language, &Language::changed, this, &Session::TakeQtTexts);
     m_language.Select(options.language.value_or(m_lastState.language));

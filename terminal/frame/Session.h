@@ -6,6 +6,7 @@
 #include "terminal/frame/ExportProfileFile.h"
 #include "terminal/frame/FrameState.h"
 #include "terminal/lang/Language.h"
+#include "terminal/lines/LinePens.h"
 #include "terminal/quotes/MarketData.h"
 #include "terminal/quotes/TerminalNumberDisplay.h"
 #include "terminal/quotes/TerminalQuotes.h"
@@ -63,6 +64,7 @@ private:
     TerminalNumberDisplay m_numberDisplay;
     ComparisonSetFile m_comparisonSets;
     ExportProfileFile m_exportProfiles;
+    LinePens m_linePens;
     std::unique_ptr<MarketData> m_markets;
     std::unique_ptr<TerminalQuotes> m_quotes;
     std::unique_ptr<SqliteStore> m_store;

@@ -5,7 +5,7 @@
 #include "settings/TrendLineKeys.h"
 #include "terminal/lang/Language.h"
 #include "terminal/lines/DrawingLayer.h"
-#include "terminal/lines/TrendLineStore.h"
+#include "terminal/lines/LinePens.h"
 
 #include <qcustomplot.h>
 
@@ -120,18 +120,17 @@ void DrawingBoard::ChooseTool(std::optional<TrendLineKind> kind) {
     m_move.reset();
     m_press.reset();
     int limit = 0;
-    const TrendLineAdding may = kind ? MayAddTrendLine(m_chart, &limit) : TrendLineAdding::Failed;
+    const TrendLineAdding may =
+        kind ? MayAddTrendLines(m_chart, 1, &limit) : TrendLineAdding::Failed;
     if (may == TrendLineAdding::Added && m_asked.frame().IsDrawable()) {
         m_selected.clear();
-        m_tool.Begin(*kind);
+        m_tool.Begin(*kind, PenOfNewLine(*kind));
         m_plot.setCursor(Qt::CrossCursor);
         emit hint(Tr(InfoOf(*kind).hintKey));
     }
     Repaint();
     emit changed();
-    if (may == TrendLineAdding::TooManyInAll || may == TrendLineAdding::TooManyOfSymbol) {
-        TellLimit(may == TrendLineAdding::TooManyInAll, limit);
-    }
+    TellLimit(may, limit);
 }
 
 void DrawingBoard::PlaceAt(const QPointF& point) {
@@ -157,22 +156,24 @@ void DrawingBoard::EndHint() {
 
 void DrawingBoard::Finish(const TrendLine& line) {
     EndHint();
-    int limit = 0;
     m_selected = EncodeTrendLine(line);
-    const TrendLineAdding added = AddTrendLine(m_chart, m_selected, &limit);
-    if (added == TrendLineAdding::Added) {
+    const LineStep step{LineAction::Draw, static_cast<int>(line.kind)};
+    const TrendLineResult result = m_history.Do(m_chart, step, {{{}, m_selected}});
+    if (result.adding == TrendLineAdding::Added) {
         emit changed();
         return;
     }
     Select({});
-    if (added != TrendLineAdding::Failed) {
-        TellLimit(added == TrendLineAdding::TooManyInAll, limit);
-    }
+    TellLimit(result.adding, result.limit);
 }
 
-void DrawingBoard::TellLimit(bool inAll, int limit) {
-    const QString text = inAll ? Tr("IDS_TERMINAL-CHART_LINES_LIMIT_IN_ALL")
-                               : Tr("IDS_TERMINAL-CHART_LINES_LIMIT_OF_SYMBOL");
+void DrawingBoard::TellLimit(TrendLineAdding why, int limit) {
+    if (why != TrendLineAdding::TooManyInAll && why != TrendLineAdding::TooManyOfSymbol) {
+        return;
+    }
+    const QString text = why == TrendLineAdding::TooManyInAll
+                             ? Tr("IDS_TERMINAL-CHART_LINES_LIMIT_IN_ALL")
+                             : Tr("IDS_TERMINAL-CHART_LINES_LIMIT_OF_SYMBOL");
     ui::CurrentPrompts().Message(&m_view, ui::PromptIcon::Warning, Tr("IDS_TERMINAL-FRAME_TITLE"),
                                  text.arg(limit));
 }
@@ -192,76 +193,7 @@ bool DrawingBoard::Cancel() {
     return true;
 }
 
-// ---- The selected line ----
-
-const DrawingBoard::StoredLine* DrawingBoard::SelectedLine() const {
-    const int index = Selected();
-    return index < 0 ? nullptr : &m_lines[static_cast<std::size_t>(index)];
-}
-
-int DrawingBoard::Selected() const {
-    const auto found = std::ranges::find(m_lines, m_selected, &StoredLine::data);
-    return found == m_lines.end() ? -1 : static_cast<int>(found - m_lines.begin());
-}
-
-void DrawingBoard::Select(const CString& data) {
-    m_selected = data;
-    Repaint();
-    emit changed();
-}
-
-void DrawingBoard::SelectNext() {
-    if (!m_lines.empty()) {
-        const auto next = static_cast<std::size_t>(Selected() + 1);
-        Select(m_lines[next % m_lines.size()].data);
-    }
-}
-
-bool DrawingBoard::Replace(const CString& from, const TrendLine& to) {
-    m_selected = EncodeTrendLine(to);
-    if (ReplaceTrendLine(m_chart, from, m_selected)) {
-        return true;
-    }
-    Reload();
-    Repaint();
-    emit notice(Tr("IDS_TERMINAL-CHART_LINE_GONE"));
-    return false;
-}
-
-void DrawingBoard::LockSelected(bool lock) {
-    if (const StoredLine* selected = SelectedLine()) {
-        TrendLine line = selected->line;
-        line.locked = lock;
-        Replace(CString(selected->data), line);
-    }
-}
-
-void DrawingBoard::DeleteSelected() {
-    const StoredLine* selected = SelectedLine();
-    if (selected == nullptr) {
-        return;
-    }
-    if (selected->line.locked) {
-        emit notice(Tr("IDS_TERMINAL-CHART_LINE_LOCKED"));
-        return;
-    }
-    m_move.reset();
-    RemoveTrendLines(m_chart, {selected->data});
-}
-
-void DrawingBoard::DeleteAll() {
-    std::vector<CString> agreed;
-    for (const StoredLine& stored : m_lines) {
-        agreed.push_back(stored.data);
-    }
-    const BarsKey chart = m_chart;
-    if (!agreed.empty() &&
-        ui::CurrentPrompts().AskYesNo(
-            &m_view, ui::PromptIcon::Question, Tr("IDS_TERMINAL-FRAME_TITLE"),
-            Tr("IDS_TERMINAL-CHART_LINES_ASK_DELETE_ALL").arg(agreed.size())) == ui::Answer::Yes) {
-        RemoveTrendLines(chart, agreed);
-    }
-}
+// ---- Moving ----
 
 void DrawingBoard::BeginMove(const Hit& hit, const QPointF& point) {
     const DrawingFrame frame = m_asked.frame();
@@ -302,7 +234,7 @@ void DrawingBoard::MoveTo(const QPointF& point) {
 void DrawingBoard::EndMove() {
     const Move move = *std::exchange(m_move, std::nullopt);
     if (move.moved && move.now != move.before) {
-        Replace(move.data, move.now);
+        Replace({move.data, move.before}, move.now, LineAction::Move);
     }
     Repaint();
 }

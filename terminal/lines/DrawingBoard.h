@@ -2,6 +2,7 @@
 
 #include "platform/TaData.h"
 #include "terminal/lines/DrawingTool.h"
+#include "terminal/lines/LineHistory.h"
 #include "terminal/lines/TrendLineGeometry.h"
 
 #include <QFont>
@@ -32,8 +33,12 @@ struct PlotTheme;
 ///
 /// Mouse: with a tool, clicks set the points (pressing, dragging and releasing sets two), a right
 /// click cancels. Without, a click on a line selects it; dragging moves it, or the handle under the
-/// mouse; the context menu locks and deletes. Keys: Enter or Space sets a point at the cursor line,
-/// Delete deletes the selected line, Escape cancels the drawing or move, else the selection.
+/// mouse; the context menu changes its pen and colour, locks and deletes it. Keys: Enter or Space
+/// sets a point at the cursor line, Delete deletes the selected line, Escape cancels the drawing or
+/// move, else the selection.
+///
+/// Every edit can be undone (LineHistory). Where another window or program has changed the line
+/// meanwhile, that is told and stays.
 ///
 /// Lines of kinds that the terminal does not draw, and data strings that it cannot read, are left
 /// as they are; of the latter the user is told once in a run of the program.
@@ -69,13 +74,37 @@ public:
     int LineCount() const { return static_cast<int>(m_lines.size()); }
     /// Position in Lines(); -1: none.
     int Selected() const;
+    /// Null: none. Up to the next edit or reload.
+    const TrendLine* SelectedLine() const;
+    /// By its data string; a line that is not there selects none.
+    void Select(const CString& data);
     /// Selects the line after the selected one, or the first.
     void SelectNext();
+    /// Asks for the selected line's style and width. New lines of its kind get them too.
+    void ChangePen();
+    /// The same with its colour.
+    void ChangeColour();
+    void LockSelected(bool lock);
+    void ToggleLock();
     /// A locked line stays, with a notice.
     void DeleteSelected();
     /// Deletes every line on the chart, locked ones too, after a question.
     void DeleteAll();
-    void LockSelected(bool lock);
+    /// Deletes lines of a chart without asking, to be undone here while that chart is shown.
+    void DeleteLines(const BarsKey& chart, const std::vector<CString>& lines);
+
+    /// Takes the last edit on this chart back and selects its line; a drawing or move under way is
+    /// dropped instead. What stands against it is told.
+    void Undo();
+    void Redo();
+    /// What Undo() and Redo() would do, in the language in use; empty: nothing.
+    QString UndoName() const { return m_history.UndoName(m_chart); }
+    QString RedoName() const { return m_history.RedoName(m_chart); }
+
+    /// What the context menu offers for the selected line and all lines; nothing without lines and
+    /// steps to undo. A context menu's event selects the line under the mouse before the view gets
+    /// it.
+    void AddMenuEntries(QMenu& menu);
 
 signals:
     /// The tool, the lines or the selection changed.
@@ -115,7 +144,8 @@ private:
     bool OnRelease(const QMouseEvent& event);
     bool OnKey(int key);
     bool OnContextMenu(const QContextMenuEvent& event);
-    void FillMenu(QMenu& menu, bool onLine);
+    void AddLineEntries(QMenu& menu, const TrendLine& line);
+    QPoint MenuPoint() const;
 
     bool Cancel();
     void PlaceAt(const QPointF& point);
@@ -125,13 +155,16 @@ private:
     void BeginMove(const Hit& hit, const QPointF& point);
     void MoveTo(const QPointF& point);
     void EndMove();
-    bool Replace(const CString& from, const TrendLine& to);
-    void TellLimit(bool inAll, int limit);
+    void Replace(const StoredLine& from, const TrendLine& to, LineAction action);
+    void TakePen(const StoredLine& line, const LinePen& pen, LineAction action);
+    void Turn(TrendLineResult (LineHistory::*turn)(const BarsKey&), const QString& name,
+              const char* doneKey);
+    /// Nothing for what is no limit.
+    void TellLimit(TrendLineAdding why, int limit);
     void TellUnreadable(const std::vector<CString>& lines);
 
     std::optional<Hit> HitAt(const QPointF& point) const;
-    const StoredLine* SelectedLine() const;
-    void Select(const CString& data);
+    const StoredLine* SelectedStored() const;
     void ShowMouse(const QPointF& point);
     std::optional<TrendLine> ToolPreview() const;
     void Arrange();
@@ -144,6 +177,7 @@ private:
     BarsKey m_chart;
     std::vector<StoredLine> m_lines;
     CString m_selected;  // its data string
+    LineHistory m_history;
     DrawingTool m_tool;
     std::optional<Move> m_move;
     std::optional<QPointF> m_mouse;

@@ -1,6 +1,7 @@
+#include "platform/ui/PenSamples.h"
 #include "terminal/lang/Language.h"
 #include "terminal/lines/DrawingBoard.h"
-#include "terminal/lines/TrendLineStore.h"
+#include "terminal/lines/LinePens.h"
 
 #include <qcustomplot.h>
 #include <QApplication>
@@ -163,30 +164,66 @@ bool DrawingBoard::OnContextMenu(const QContextMenuEvent& event) {
         const auto hit = HitAt(event.pos());
         Select(hit ? CString(m_lines[hit->line].data) : CString());
     }
-    if (m_lines.empty()) {
-        return false;
-    }
     auto* menu = new QMenu(&m_view);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    FillMenu(*menu, SelectedLine() != nullptr);
-    menu->popup(byMouse ? event.globalPos() : m_view.mapToGlobal(m_view.rect().center()));
+    AddMenuEntries(*menu);
+    if (menu->isEmpty()) {
+        delete menu;
+        return false;
+    }
+    menu->popup(byMouse ? event.globalPos() : m_plot.mapToGlobal(MenuPoint()));
     return true;
 }
 
-void DrawingBoard::FillMenu(QMenu& menu, bool onLine) {
-    if (onLine) {
-        const TrendLine& line = SelectedLine()->line;
-        menu.addSection(TrendLineKindName(static_cast<int>(line.kind)));
-        QAction* lock = menu.addAction(Tr("IDS_TERMINAL-CHART_LINE_LOCK"));
-        lock->setCheckable(true);
-        lock->setChecked(line.locked);
-        connect(lock, &QAction::toggled, this, &DrawingBoard::LockSelected);
-        QAction* remove = menu.addAction(Tr("IDS_TERMINAL-CHART_LINE_DELETE"), this,
-                                         &DrawingBoard::DeleteSelected);
-        remove->setEnabled(!line.locked);
-        menu.addSeparator();
+/// Where the menu key opens the menu, on the plot: at the selected line.
+QPoint DrawingBoard::MenuPoint() const {
+    const DrawingFrame frame = m_asked.frame();
+    const TrendLine* line = SelectedLine();
+    if (line != nullptr && frame.IsDrawable()) {
+        for (const QPointF& handle : MakePicture(*line, frame).handles) {
+            if (frame.Area().contains(handle)) {
+                return handle.toPoint();
+            }
+        }
     }
-    menu.addAction(Tr("IDS_TERMINAL-CHART_LINES_DELETE_ALL"), this, &DrawingBoard::DeleteAll);
+    return m_plot.rect().center();
+}
+
+void DrawingBoard::AddMenuEntries(QMenu& menu) {
+    if (const TrendLine* line = SelectedLine()) {
+        AddLineEntries(menu, *line);
+    }
+    struct Turning {
+        const char* key;
+        QString name;
+        void (DrawingBoard::*turn)();
+    };
+    for (const auto& [key, name, turn] :
+         {Turning{"IDS_TERMINAL-CHART_UNDO_STEP", UndoName(), &DrawingBoard::Undo},
+          Turning{"IDS_TERMINAL-CHART_REDO_STEP", RedoName(), &DrawingBoard::Redo}}) {
+        if (!name.isEmpty()) {
+            menu.addAction(Tr(key).arg(name), this, turn);
+        }
+    }
+    if (!m_lines.empty()) {
+        menu.addAction(Tr("IDS_TERMINAL-CHART_LINES_DELETE_ALL"), this, &DrawingBoard::DeleteAll);
+    }
+}
+
+void DrawingBoard::AddLineEntries(QMenu& menu, const TrendLine& line) {
+    menu.addSection(TrendLineKindName(static_cast<int>(line.kind)));
+    menu.addAction(LinePenIcon(line.pen, menu.palette()), Tr("IDS_TERMINAL-CHART_LINE_PEN"), this,
+                   &DrawingBoard::ChangePen);
+    menu.addAction(ui::ColourIcon(QColor::fromRgb(line.pen.colour)),
+                   Tr("IDS_TERMINAL-CHART_LINE_COLOUR"), this, &DrawingBoard::ChangeColour);
+    QAction* lock = menu.addAction(Tr("IDS_TERMINAL-CHART_LINE_LOCK"));
+    lock->setCheckable(true);
+    lock->setChecked(line.locked);
+    connect(lock, &QAction::toggled, this, &DrawingBoard::LockSelected);
+    QAction* remove =
+        menu.addAction(Tr("IDS_TERMINAL-CHART_LINE_DELETE"), this, &DrawingBoard::DeleteSelected);
+    remove->setEnabled(!line.locked);
+    menu.addSeparator();
 }
 
 }  // namespace ta::terminal

@@ -9,7 +9,10 @@ namespace ta::terminal {
 namespace {
 
 constexpr double kHandleSize = 7;
+constexpr int kHalo = 6;  // pixels wider than the line
+constexpr int kHaloAlpha = 60;
 constexpr double kLabelGap = 4;
+constexpr int kGuideStyle = 1;  // dashes
 
 QCPLayer& LayerOf(QCustomPlot& plot) {
     const QString name = QStringLiteral("drawings");
@@ -23,9 +26,12 @@ bool IsLevel(const QLineF& line) {
 }
 
 /// Level and upright lines are sharp; the others are smooth.
-void Draw(QPainter& painter, const QLineF& line) {
-    painter.setRenderHint(QPainter::Antialiasing, !IsLevel(line));
-    painter.drawLine(IsLevel(line) ? QLineF(line.toLine()) : line);
+void Draw(QPainter& painter, const std::vector<QLineF>& lines, const QPen& pen) {
+    painter.setPen(pen);
+    for (const QLineF& line : lines) {
+        painter.setRenderHint(QPainter::Antialiasing, !IsLevel(line));
+        painter.drawLine(IsLevel(line) ? QLineF(line.toLine()) : line);
+    }
 }
 
 }  // namespace
@@ -68,17 +74,14 @@ void DrawingLayer::draw(QCPPainter* painter) {
 void DrawingLayer::DrawLine(QPainter& painter, const TrendLine& line, const DrawingFrame& frame,
                             bool selected) const {
     const TrendLinePicture picture = MakePicture(line, frame);
-    const QColor colour = m_theme.Readable(line.colour);
-    if (!picture.guides.empty()) {
-        painter.setPen(QPen(colour, 1, Qt::DashLine));
-        for (const QLineF& guide : picture.guides) {
-            Draw(painter, guide);
-        }
+    const QColor colour = m_theme.Readable(line.pen.colour);
+    if (selected) {
+        QColor halo = colour;
+        halo.setAlpha(kHaloAlpha);
+        Draw(painter, picture.lines, QPen(halo, line.pen.width + kHalo));
     }
-    painter.setPen(QPen(colour, line.width + (selected ? 1 : 0), ui::PenStyleOf(line.style)));
-    for (const QLineF& part : picture.lines) {
-        Draw(painter, part);
-    }
+    Draw(painter, picture.guides, ui::MakePen(colour, kGuideStyle, 1));
+    Draw(painter, picture.lines, ui::MakePen(colour, line.pen.style, line.pen.width));
     for (const TrendLinePicture::Label& label : picture.labels) {
         DrawLabel(painter, label, frame, colour);
     }

@@ -8,8 +8,8 @@ std::optional<TrendLineKind> DrawingTool::Kind() const {
     return m_line ? std::optional(m_line->kind) : std::nullopt;
 }
 
-void DrawingTool::Begin(TrendLineKind kind) {
-    m_line = NewTrendLine(kind);
+void DrawingTool::Begin(TrendLineKind kind, const LinePen& pen) {
+    m_line = TrendLine{kind, pen, false, {}};
 }
 
 void DrawingTool::Cancel() {

@@ -13,7 +13,7 @@ public:
     /// Nothing when no tool is chosen.
     std::optional<TrendLineKind> Kind() const;
     /// Begins a line of this kind; one in the making is dropped.
-    void Begin(TrendLineKind kind);
+    void Begin(TrendLineKind kind, const LinePen& pen);
     void Cancel();
 
     int AnchorsPlaced() const;

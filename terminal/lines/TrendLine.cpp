@@ -7,12 +7,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <span>
 #include <string_view>
 
 namespace ta::terminal {
 namespace {
 
 constexpr std::size_t kAnchorsFrom = 5;  // fields before the first anchor
+constexpr std::size_t kPenFields = 3;
 constexpr std::size_t kColourDigits = 6;
 constexpr int kWidest = 5;
 constexpr int kLastStyle = 4;
@@ -39,23 +41,28 @@ bool ReadAnchor(std::string_view text, LineAnchor& anchor) {
            ReadWithin(values[1], kLargestLinePrice, anchor.price);
 }
 
-bool ReadLook(const std::vector<std::string_view>& fields, TrendLine& line) {
+/// `fields`: three of them.
+bool ReadPen(std::span<const std::string_view> fields, LinePen& pen) {
+    return fields[0].size() == kColourDigits && Read(fields[0], pen.colour, 16) &&
+           ReadWithin(fields[1], 1, kWidest, pen.width) &&
+           ReadWithin(fields[2], 0, kLastStyle, pen.style);
+}
+
+bool ReadLook(std::span<const std::string_view> fields, TrendLine& line) {
     line.locked = fields[4] == "1";
-    return fields[1].size() == kColourDigits && Read(fields[1], line.colour, 16) &&
-           ReadWithin(fields[2], 1, kWidest, line.width) &&
-           ReadWithin(fields[3], 0, kLastStyle, line.style) && (line.locked || fields[4] == "0");
+    return ReadPen(fields.subspan(1, kPenFields), line.pen) && (line.locked || fields[4] == "0");
 }
 
 }  // namespace
 
 const std::vector<TrendLineKindInfo>& TrendLineKinds() {
     static const std::vector<TrendLineKindInfo> kinds{
-        {TrendLineKind::Line, 2, 0x2a7fff, 2, "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
-        {TrendLineKind::Segment, 2, 0x2a7fff, 2, "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
-        {TrendLineKind::Horizontal, 1, 0x0097a7, 2, "IDS_TERMINAL-CHART_DRAW_HORIZONTAL"},
-        {TrendLineKind::Parallel, 3, 0x9c4dcc, 2, "IDS_TERMINAL-CHART_DRAW_PARALLEL"},
-        {TrendLineKind::RailLine, 3, 0x9c4dcc, 2, "IDS_TERMINAL-CHART_DRAW_RAILS"},
-        {TrendLineKind::GoldenCut, 2, 0xc77700, 1, "IDS_TERMINAL-CHART_DRAW_GOLDEN_CUT"},
+        {TrendLineKind::Line, 2, {0x2a7fff, 2}, "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
+        {TrendLineKind::Segment, 2, {0x2a7fff, 2}, "IDS_TERMINAL-CHART_DRAW_TWO_POINTS"},
+        {TrendLineKind::Horizontal, 1, {0x0097a7, 2}, "IDS_TERMINAL-CHART_DRAW_HORIZONTAL"},
+        {TrendLineKind::Parallel, 3, {0x9c4dcc, 2}, "IDS_TERMINAL-CHART_DRAW_PARALLEL"},
+        {TrendLineKind::RailLine, 3, {0x9c4dcc, 2}, "IDS_TERMINAL-CHART_DRAW_RAILS"},
+        {TrendLineKind::GoldenCut, 2, {0xc77700, 1}, "IDS_TERMINAL-CHART_DRAW_GOLDEN_CUT"},
     };
     return kinds;
 }
@@ -70,17 +77,9 @@ const TrendLineKindInfo& InfoOf(TrendLineKind kind) {
     return *FindTrendLineKind(static_cast<int>(kind));
 }
 
-TrendLine NewTrendLine(TrendLineKind kind) {
-    TrendLine line;
-    line.kind = kind;
-    line.colour = InfoOf(kind).colour;
-    line.width = InfoOf(kind).width;
-    return line;
-}
-
 CString EncodeTrendLine(const TrendLine& line) {
-    CString data = fmt::format("{}/{:06x}/{}/{}/{}", static_cast<int>(line.kind), line.colour,
-                               line.width, line.style, line.locked ? 1 : 0);
+    CString data = fmt::format("{}/{}/{}", static_cast<int>(line.kind), EncodePen(line.pen),
+                               line.locked ? 1 : 0);
     for (const LineAnchor& anchor : line.anchors) {
         data += fmt::format("/{},{}", anchor.time, anchor.price);
     }
@@ -103,6 +102,16 @@ std::optional<TrendLine> DecodeTrendLine(const CString& data) {
         readable = ReadAnchor(fields[i], line.anchors.emplace_back());
     }
     return readable ? std::optional(std::move(line)) : std::nullopt;
+}
+
+CString EncodePen(const LinePen& pen) {
+    return fmt::format("{:06x}/{}/{}", pen.colour, pen.width, pen.style);
+}
+
+std::optional<LinePen> DecodePen(const CString& text) {
+    const std::vector<std::string_view> fields = text::Split(text, '/');
+    LinePen pen;
+    return fields.size() == kPenFields && ReadPen(fields, pen) ? std::optional(pen) : std::nullopt;
 }
 
 }  // namespace ta::terminal

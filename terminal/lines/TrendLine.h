@@ -18,12 +18,20 @@ enum class TrendLineKind {
     Segment = 2021,
 };
 
+/// What a line is drawn with.
+struct LinePen {
+    std::uint32_t colour = 0;  ///< 0xRRGGBB
+    int width = 1;             ///< pixels, 1 to 5
+    int style = 0;             ///< as StudyShape::style
+
+    bool operator==(const LinePen&) const = default;
+};
+
 /// What is to be known of a kind before it is drawn.
 struct TrendLineKindInfo {
     TrendLineKind kind = TrendLineKind::Line;
     int anchorCount = 2;
-    std::uint32_t colour = 0;  ///< of a new line, 0xRRGGBB
-    int width = 1;             ///< of a new line, pixels
+    LinePen pen;               ///< of a new line, before the user has chosen one
     const char* hintKey = "";  ///< language key: what the user does to draw it
 };
 
@@ -49,17 +57,12 @@ struct LineAnchor {
 /// cut, beginning and end of the move that is cut.
 struct TrendLine {
     TrendLineKind kind = TrendLineKind::Line;
-    std::uint32_t colour = 0;  ///< 0xRRGGBB
-    int width = 1;             ///< pixels, 1 to 5
-    int style = 0;             ///< as StudyShape::style
-    bool locked = false;       ///< neither moved nor deleted until it is unlocked
+    LinePen pen;
+    bool locked = false;  ///< neither moved nor deleted until it is unlocked
     std::vector<LineAnchor> anchors;
 
     bool operator==(const TrendLine&) const = default;
 };
-
-/// A line as its kind begins, without anchors.
-TrendLine NewTrendLine(TrendLineKind kind);
 
 /// The largest time and price (to both sides of 0) of a data string.
 inline constexpr double kLargestLineTime = 1e7;
@@ -76,5 +79,9 @@ CString EncodeTrendLine(const TrendLine& line);
 /// Nothing for a kind that the terminal does not draw and for a text that is not exactly of the
 /// form above: missing or surplus fields, values out of range, blanks. Takes any bytes.
 std::optional<TrendLine> DecodeTrendLine(const CString& data);
+
+/// The part of a pen of the form above, "colour/width/style".
+CString EncodePen(const LinePen& pen);
+std::optional<LinePen> DecodePen(const CString& text);
 
 }  // namespace ta::terminal

@@ -37,66 +37,82 @@ void Save(const BarsKey& chart) {
     Commit();
 }
 
-void SetLines(const BarsKey& chart, const std::vector<CString>& lines) {
-    Repository().SetTrendLineData(kTechViewClass, SymbolKeyOf(chart), kPriceLines, chart.period,
-                                  lines, chart.count);
-    Save(chart);
-}
-
-bool IsReached(unsigned count, int limit) {
-    return limit >= 0 && count >= static_cast<unsigned>(limit);
-}
-
-void AddLines(TrendLineSymbol& symbol, const std::vector<CString>& lines) {
-    for (const CString& line : lines) {
-        int kind = 0;
-        ++symbol.count;
-        if (IsTrendLine(line, kind)) {
-            ++symbol.kinds[kind];
-        } else {
-            ++symbol.unreadable;
-        }
-    }
-}
-
-/// count 0: the symbol has no lines, or its key is not one.
-TrendLineSymbol ReadSymbol(const CString& chartClass, const CString& symbolKey) {
-    CTaSettingHandle& repository = Repository();
-    TrendLineSymbol symbol;
-    symbol.chartClass = chartClass;
-    TrendLineList lines;
-    if (repository.DecodeTrendLineServiceSymbolKey(symbolKey, symbol.market, symbol.symbol) == 0 ||
-        repository.GetAllTrendLineData(chartClass + '-' + symbolKey, lines) == 0) {
-        return symbol;
-    }
-    for (const auto& [typeKey, data] : lines) {
-        AddLines(symbol, data);
-        CString key;
-        CString scale;
-        std::pair<int, int> period;
-        if (repository.DecodeTrendLineTypeKey(typeKey, key, scale, period.first, period.second) &&
-            scale == kPriceLines) {
-            symbol.periods.push_back(period);
-        }
-    }
-    symbol.date = repository.GetTrendLineSymbolUpdTime(chartClass, symbol.market, symbol.symbol);
-    return symbol;
-}
-
-}  // namespace
-
-const char* const kPriceLines = "price";
-
-std::vector<CString> StoredTrendLines(const BarsKey& chart) {
+std::vector<CString> LinesOn(const BarsKey& chart, const CString& scale) {
     std::vector<CString> lines;
     if (!chart.symbol.empty()) {
-        Repository().GetTrendLineData(lines, kTechViewClass, SymbolKeyOf(chart), kPriceLines,
+        Repository().GetTrendLineData(lines, kTechViewClass, SymbolKeyOf(chart), scale,
                                       chart.period, chart.count);
     }
     return lines;
 }
 
-TrendLineAdding MayAddTrendLine(const BarsKey& chart, int* limit) {
+bool IsExceeded(unsigned count, int more, int limit) {
+    return limit >= 0 && count + static_cast<unsigned>(more) > static_cast<unsigned>(limit);
+}
+
+/// Takes `from` out of the lines, or the lines that are equal to it; the place of the first. -1: it
+/// is not there.
+int TakeOut(std::vector<CString>& lines, const CString& from) {
+    const auto found = std::ranges::find(lines, from);
+    const auto place = static_cast<int>(found - lines.begin());
+    return std::erase(lines, from) > 0 ? place : -1;
+}
+
+/// Does one edit to the lines; what takes it back goes in front of the result's.
+void Edit(std::vector<CString>& lines, const TrendLineEdit& edit, TrendLineResult& result) {
+    int place = edit.place;
+    if (!edit.from.empty()) {
+        place = TakeOut(lines, edit.from);
+        if (place < 0) {
+            ++result.missing;
+            return;
+        }
+    }
+    const bool comes = !edit.to.empty() && std::ranges::find(lines, edit.to) == lines.end();
+    if (comes) {
+        const auto end = static_cast<int>(lines.size());
+        lines.insert(lines.begin() + (place < 0 ? end : std::min(place, end)), edit.to);
+    }
+    if (comes || !edit.from.empty()) {
+        result.back.insert(result.back.begin(), {comes ? edit.to : CString(), edit.from, place});
+    }
+}
+
+/// The lines of one symbol: of every period and scale whose key is one.
+void ListSymbol(const CString& symbolKey, std::vector<ListedTrendLine>& listed) {
+    CTaSettingHandle& repository = Repository();
+    BarsKey chart;
+    TrendLineList byType;
+    if (repository.DecodeTrendLineServiceSymbolKey(symbolKey, chart.market, chart.symbol) == 0) {
+        return;
+    }
+    repository.GetAllTrendLineData(CString(kTechViewClass) + '-' + symbolKey, byType);
+    const CString date =
+        repository.GetTrendLineSymbolUpdTime(kTechViewClass, chart.market, chart.symbol);
+    for (const auto& [typeKey, lines] : byType) {
+        CString key;
+        CString scale;
+        if (repository.DecodeTrendLineTypeKey(typeKey, key, scale, chart.period, chart.count) ==
+                0 ||
+            LinesOn(chart, scale) != lines) {
+            continue;
+        }
+        std::set<CString> seen{CString()};
+        for (const CString& line : lines) {
+            if (seen.insert(line).second) {
+                listed.push_back({chart, scale, line, date});
+            }
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<CString> StoredTrendLines(const BarsKey& chart) {
+    return LinesOn(chart, kPriceLines);
+}
+
+TrendLineAdding MayAddTrendLines(const BarsKey& chart, int lines, int* limit) {
     if (chart.symbol.empty()) {
         return TrendLineAdding::Failed;
     }
@@ -110,101 +126,61 @@ TrendLineAdding MayAddTrendLine(const BarsKey& chart, int* limit) {
         }
         return why;
     };
-    if (IsReached(repository.GetTrendLineCount(kTechViewClass, SymbolKeyOf(chart)), perSymbol)) {
+    const unsigned ofSymbol = repository.GetTrendLineCount(kTechViewClass, SymbolKeyOf(chart));
+    if (IsExceeded(ofSymbol, lines, perSymbol)) {
         return refuse(TrendLineAdding::TooManyOfSymbol, perSymbol);
     }
-    if (IsReached(repository.GetTrendLineCount(kTechViewClass), inAll)) {
+    if (IsExceeded(repository.GetTrendLineCount(kTechViewClass), lines, inAll)) {
         return refuse(TrendLineAdding::TooManyInAll, inAll);
     }
     return TrendLineAdding::Added;
 }
 
-TrendLineAdding AddTrendLine(const BarsKey& chart, const CString& data, int* limit) {
-    const TrendLineAdding may = MayAddTrendLine(chart, limit);
-    if (may != TrendLineAdding::Added) {
-        return may;
-    }
-    if (Repository().AddTrendLineData(kTechViewClass, SymbolKeyOf(chart), kPriceLines, chart.period,
-                                      data, chart.count) == 0) {
-        return TrendLineAdding::Failed;
-    }
-    Save(chart);
-    return TrendLineAdding::Added;
-}
-
-bool ReplaceTrendLine(const BarsKey& chart, const CString& from, const CString& to) {
-    std::vector<CString> lines = StoredTrendLines(chart);
-    const auto found = std::ranges::find(lines, from);
-    if (found == lines.end()) {
-        return false;
-    }
-    if (from == to) {
-        return true;
-    }
-    if (std::ranges::find(lines, to) == lines.end()) {
-        *found = to;
-    } else {
-        lines.erase(found);
-    }
-    SetLines(chart, lines);
-    return true;
-}
-
-int RemoveTrendLines(const BarsKey& chart, const std::vector<CString>& lines) {
-    std::vector<CString> kept = StoredTrendLines(chart);
-    const std::set<CString> unwanted(lines.begin(), lines.end());
-    const auto removed =
-        std::erase_if(kept, [&](const CString& line) { return unwanted.contains(line); });
-    if (removed > 0) {
-        SetLines(chart, kept);
-    }
-    return static_cast<int>(removed);
-}
-
-std::vector<TrendLineSymbol> ListTrendLineSymbols() {
-    std::vector<TrendLineSymbol> symbols;
-    SMXCfgIO2* store = Store();
-    if (store == nullptr) {
-        return symbols;
-    }
-    std::vector<CString> classes;
+TrendLineResult EditTrendLines(const BarsKey& chart, const std::vector<TrendLineEdit>& edits,
+                               const CString& scale) {
     Repository().ReloadTASetting();
-    store->LoadTATrendLineSettingClass(classes);
-    for (const CString& chartClass : classes) {
-        std::vector<CString> symbolKeys;
-        store->LoadTATrendLineSettingSymbols(chartClass, symbolKeys);
-        for (const CString& symbolKey : symbolKeys) {
-            TrendLineSymbol symbol = ReadSymbol(chartClass, symbolKey);
-            if (symbol.count > 0) {
-                symbols.push_back(std::move(symbol));
-            }
+    const CTaSettingHandle::ReloadHold hold(Repository());
+    TrendLineResult result;
+    const std::vector<CString> before = LinesOn(chart, scale);
+    std::vector<CString> lines = before;
+    for (const TrendLineEdit& edit : edits) {
+        Edit(lines, edit, result);
+    }
+    if (lines.size() > before.size()) {
+        const auto more = static_cast<int>(lines.size() - before.size());
+        int limit = 0;
+        const TrendLineAdding adding = MayAddTrendLines(chart, more, &limit);
+        if (adding != TrendLineAdding::Added) {
+            return {{}, 0, adding, limit};
         }
     }
-    return symbols;
+    if (!result.back.empty()) {
+        Repository().SetTrendLineData(kTechViewClass, SymbolKeyOf(chart), scale, chart.period,
+                                      lines, chart.count);
+        Save(chart);
+    }
+    return result;
 }
 
-void ClearTrendLineClass(const CString& chartClass) {
-    Repository().ClearAllTrendLine(chartClass);
-    SMXCfgIO2* store = Store();
-    if (store == nullptr) {
-        return;
+std::vector<TrendLineEdit> Removing(const std::vector<CString>& lines) {
+    std::vector<TrendLineEdit> edits;
+    for (const CString& line : lines) {
+        edits.push_back({line, {}});
     }
-    store->PackFile();
-    // The repository has forgotten every key that contains the text, the store only the class.
-    std::vector<CString> classes;
-    store->LoadTATrendLineSettingClass(classes);
-    const bool forgotten = std::ranges::any_of(classes, [&](const CString& other) {
+    return edits;
+}
+
+std::vector<ListedTrendLine> ListTrendLines() {
+    std::vector<ListedTrendLine> listed;
+    if (SMXCfgIO2* store = Store()) {
         std::vector<CString> symbolKeys;
-        store->LoadTATrendLineSettingSymbols(other, symbolKeys);
-        return std::ranges::any_of(symbolKeys, [&](const CString& symbolKey) {
-            return (other + '-' + symbolKey).find(chartClass) != CString::npos;
-        });
-    });
-    if (forgotten) {
-        store->SetTASettingReloadType(true);
         Repository().ReloadTASetting();
+        store->LoadTATrendLineSettingSymbols(kTechViewClass, symbolKeys);
+        for (const CString& symbolKey : symbolKeys) {
+            ListSymbol(symbolKey, listed);
+        }
     }
-    Repository().SendTLineUpdate2AllTechView();
+    return listed;
 }
 
 QString TrendLineKindName(int kind) {

@@ -5,8 +5,6 @@
 
 #include <QString>
 
-#include <map>
-#include <utility>
 #include <vector>
 
 // The trend lines of charts in the settings repository. Lines are kept for a symbol in a data
@@ -17,44 +15,60 @@
 namespace ta::terminal {
 
 /// The trailing name of lines on the prices, the one scale that the terminal draws lines on.
-extern const char* const kPriceLines;
+inline constexpr const char* kPriceLines = "price";
 
 /// The data strings of a chart, in the order in which they were drawn.
 std::vector<CString> StoredTrendLines(const BarsKey& chart);
 
 enum class TrendLineAdding {
-    Added,         ///< also when an equal line was there
+    Added,
     TooManyInAll,  ///< the user may keep no more lines
     TooManyOfSymbol,
-    Failed,  ///< there is no symbol, or no text
+    Failed,  ///< there is no symbol
 };
 
-/// Whether one more line may be added now. `limit`, when not null, gets the number that is reached.
-TrendLineAdding MayAddTrendLine(const BarsKey& chart, int* limit = nullptr);
-TrendLineAdding AddTrendLine(const BarsKey& chart, const CString& data, int* limit = nullptr);
-/// Puts `to` in the place of `from`; when `to` is there already, `from` only goes. false, and
-/// nothing changes, when `from` is not there (any more).
-bool ReplaceTrendLine(const BarsKey& chart, const CString& from, const CString& to);
-/// Removes those of `lines` that are there, and returns how many.
-int RemoveTrendLines(const BarsKey& chart, const std::vector<CString>& lines);
+/// Whether `lines` more lines may be added now. `limit`, when not null, gets the number that stands
+/// against it.
+TrendLineAdding MayAddTrendLines(const BarsKey& chart, int lines, int* limit = nullptr);
 
-/// What the repository keeps for one symbol.
-struct TrendLineSymbol {
-    CString chartClass;
-    std::uint8_t market = 0;
-    CString symbol;
-    int count = 0;
-    std::map<int, int> kinds;  ///< how many of each kind's number, drawable or not
-    int unreadable = 0;        ///< data strings without kind
-    CString date;              ///< of last change, "YYYY-MM-DD"; empty when not known
-    std::vector<std::pair<int, int>> periods;  ///< with lines on the prices: code and count
+/// One line of an edit, by data strings: `from` goes and `to` comes, in its place. One of them may
+/// be empty.
+struct TrendLineEdit {
+    CString from;
+    CString to;
+    int place = -1;  ///< without `from`: the place of `to` among the lines; -1: at the end
 };
 
-/// Every symbol that has lines, class by class.
-std::vector<TrendLineSymbol> ListTrendLineSymbols();
+/// What became of an edit.
+struct TrendLineResult {
+    std::vector<TrendLineEdit> back;  ///< takes back what was done; empty: nothing was
+    int missing = 0;                  ///< lines that were to go and are not there (any more)
+    TrendLineAdding adding = TrendLineAdding::Added;  ///< another: the lines are as they were
+    int limit = 0;                                    ///< that stands against adding
+};
 
-/// Removes every line of a chart class.
-void ClearTrendLineClass(const CString& chartClass);
+/// Does the edits that can be done, in their order. A line that is to come and is there already
+/// stays the only one; so what was there, or was changed by others, is not in `back`. Equal lines
+/// are one to the user and go together.
+TrendLineResult EditTrendLines(const BarsKey& chart, const std::vector<TrendLineEdit>& edits,
+                               const CString& scale = kPriceLines);
+
+/// The edits that remove lines.
+std::vector<TrendLineEdit> Removing(const std::vector<CString>& lines);
+
+/// A line as it is listed.
+struct ListedTrendLine {
+    BarsKey chart;
+    CString scale;  ///< kPriceLines, or what another program draws on
+    CString data;
+    CString date;  ///< of the last change of the symbol's lines, "YYYY-MM-DD"; empty when not known
+
+    bool operator==(const ListedTrendLine&) const = default;
+};
+
+/// The lines of charts, symbol by symbol and period by period, equal ones once. Left out are lines
+/// of other window classes, and what is stored under a key that is none.
+std::vector<ListedTrendLine> ListTrendLines();
 
 /// The name of a kind in the language in use: the library's, else one with the number.
 QString TrendLineKindName(int kind);

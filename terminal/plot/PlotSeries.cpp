@@ -143,7 +143,7 @@ public:
         const StudyShape& shape = output.shape;
         const int width = std::clamp(shape.width, 1, ui::kMaxPenWidth);
         const QColor colour = theme.Readable(shape.colour);
-        m_graph->setPen(QPen(colour, width, ui::PenStyleOf(shape.style)));
+        m_graph->setPen(ui::MakePen(colour, shape.style, width));
         if (output.kind == StudyDrawKind::Dots) {
             m_graph->setLineStyle(QCPGraph::lsNone);
             m_graph->setScatterStyle(

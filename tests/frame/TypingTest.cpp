@@ -132,7 +132,7 @@ TEST_F(TypingTest, OtherKeysStayTheCharts) {
     EXPECT_LT(width(), before) << "it zooms, and ends the typing";
     Type("-");
     EXPECT_EQ(width(), before);
-    terminal::AddTrendLine(Chart().Shown(), "2004/2a7fff/1/0/0/17900,100/17950,110");
+    terminal::EditTrendLines(Chart().Shown(), {{{}, "2004/2a7fff/1/0/0/17900,100/17950,110"}});
     Choose(Command::SelectLine);
     Type("12");
     Press(Qt::Key_Shift);

@@ -1,15 +1,21 @@
 // What the user's mouse and keys make of trend lines, in the view, the settings repository and the
 // store.
 
+#include "platform/ui/PenSamples.h"
 #include "settings/TrendLineKeys.h"
 #include "terminal/lines/DrawingBoard.h"
+#include "terminal/lines/LinePens.h"
 #include "terminal/lines/TrendLine.h"
 #include "terminal/lines/TrendLineGeometry.h"
 #include "terminal/lines/TrendLineStore.h"
 #include "tests/chart/ChartFixture.h"
+#include "tests/support/DialogDriver.h"
+
+#include <fmt/format.h>
 
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QSettings>
 
 namespace ta::terminal {
 namespace {
@@ -86,7 +92,7 @@ protected:
     /// Whether a line of the colour of `kind` is painted at the point or beside it.
     bool IsPainted(ChartView& where, Kind kind, const QPoint& point) {
         const QImage image = where.grab().toImage();
-        const QColor wanted = QColor::fromRgb(InfoOf(kind).colour);
+        const QColor wanted = QColor::fromRgb(InfoOf(kind).pen.colour);
         for (int y = point.y() - 1; y <= point.y() + 1; ++y) {
             const QColor at = image.pixelColor(point.x(), y);
             if (std::abs(at.red() - wanted.red()) + std::abs(at.green() - wanted.green()) +
@@ -272,7 +278,7 @@ TEST_F(TrendLineDrawing, TheContextMenuLocksAndDeletes) {
     EXPECT_TRUE(Menu(Point(240, 100)).isEmpty()) << "Nothing there.";
     DrawLine(Kind::Segment, At(200, 95), At(240, 95));
     Click(Point(260, 105));
-    EXPECT_EQ(Menu(Point(260, 105)).size(), 1) << "Delete all.";
+    EXPECT_EQ(Menu(Point(260, 105)), QStringList({"復原「繪製線段」", "刪除此圖全部畫線"}));
     const QStringList texts = Menu(Point(220, 95), "鎖定");
     EXPECT_EQ(texts.value(0), "線段");
     EXPECT_TRUE(OnlyLine().locked);
@@ -304,6 +310,233 @@ TEST_F(TrendLineDrawing, DeletingAllAsksAndLeavesWhatIsNotOnTheChart) {
     Board().DeleteAll();
     EXPECT_EQ(Stored(), Lines{foreign});
     EXPECT_EQ(Stored(1, 0).size(), 1u);
+}
+
+// ---- Pens ----
+
+TEST_F(TrendLineDrawing, PensAreChosenForALineAndTakenByTheNextOfItsKind) {
+    const QString ini = folder.filePath("window.ini");
+    const auto write = [&](const QByteArray& bytes) {
+        QFile file(ini);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    };
+    write("[frame]\ncurrentTab=4\n[linePens]\n2004=ff0000/3/2\n2002=ff0000/0/9\n2009=x\n");
+    {
+        LinePens pens(ini);
+        EXPECT_EQ(pens.Of(Kind::Line), (LinePen{0xff0000, 3, 0})) << "A wide line is solid.";
+        EXPECT_EQ(pens.Of(Kind::Horizontal), InfoOf(Kind::Horizontal).pen);
+        DrawLine(Kind::Segment, At(200, 95), At(240, 95));
+        test::DialogDriver driver;
+        const auto choose = [&](std::initializer_list<const char*> samples, Qt::Key end) {
+            driver.Expect([samples, end](QWidget& dialog) {
+                for (const char* sample : samples) {
+                    QTest::mouseClick(dialog.findChild<ui::PenSample*>(sample), Qt::LeftButton);
+                }
+                QTest::keyClick(&dialog, end);
+            });
+        };
+        choose({"width1Sample", "style2Sample"}, Qt::Key_Return);
+        Menu(Point(220, 95), "樣式與粗細");
+        EXPECT_EQ(OnlyLine().pen, (LinePen{0x2a7fff, 1, 2}));
+        choose({"width4Sample"}, Qt::Key_Escape);
+        Board().ChangePen();
+        prompts.ExpectColour(QColor(0x00, 0x80, 0x01));
+        Menu(Point(220, 95), "顏色");
+        EXPECT_EQ(prompts.Last().preset, "#2a7fff");
+        prompts.ExpectCancel(test::ScriptedPrompts::Kind::Colour);
+        Board().ChangeColour();
+        EXPECT_EQ(OnlyLine().pen, (LinePen{0x008001, 1, 2}));
+        DrawLine(Kind::Segment, At(200, 100), At(240, 100));
+        EXPECT_EQ(Board().SelectedLine()->pen, (LinePen{0x008001, 1, 2}));
+        DrawLine(Kind::Parallel, At(200, 98), At(240, 98));
+        Click(Point(240, 102));
+        EXPECT_EQ(Board().SelectedLine()->pen, InfoOf(Kind::Parallel).pen);
+        EXPECT_EQ(Board().LineCount(), 3);
+    }
+    EXPECT_EQ(PenOfNewLine(Kind::Segment), InfoOf(Kind::Segment).pen);
+    const LinePens next(ini);
+    EXPECT_EQ(PenOfNewLine(Kind::Segment), (LinePen{0x008001, 1, 2}));
+    EXPECT_EQ(QSettings(ini, QSettings::IniFormat).value("frame/currentTab"), 4);
+}
+
+/// How long the pieces and gaps of a black line are, from its first pixel on, but the last.
+std::vector<int> Pattern(const QImage& image, int y, int from, int to) {
+    std::vector<int> runs;
+    bool inked = false;
+    for (int x = from; x < to; ++x) {
+        if ((image.pixelColor(x, y) == Qt::black) != inked) {
+            inked = !inked;
+            runs.push_back(0);
+        }
+        if (!runs.empty()) {
+            ++runs.back();
+        }
+    }
+    if (!runs.empty()) {
+        runs.pop_back();
+    }
+    return runs;
+}
+
+TEST_F(TrendLineDrawing, SamplesLookAsTheLinesOfTheChart) {
+    for (int style = 0; style < 5; ++style) {
+        for (const int width : {1, 3}) {
+            g_store.trendLines.clear();
+            Store({fmt::format("2021/000000/{}/{}/0/16200,92/16290,92", width, style)});
+            const QPoint begin = Point(200, 92);
+            const QImage drawn = view->grab().toImage();
+            ui::PenSample sample;
+            sample.resize(Point(290, 92).x() - begin.x(), 11);
+            QPalette black;
+            black.setColor(QPalette::WindowText, Qt::black);
+            sample.setPalette(black);
+            sample.SetPen(style, width);
+            const int length = sample.width();
+            const std::vector<int> ofSample = Pattern(sample.grab().toImage(), 5, 0, length);
+            std::vector<int> ofChart;
+            for (int y = begin.y() - 1; y <= begin.y() + 1 && ofChart.empty(); ++y) {
+                ofChart = Pattern(drawn, y, begin.x(), begin.x() + length - 5);
+            }
+            EXPECT_EQ(ofSample.size() > 40, style > 0) << style;
+            ofChart.resize(std::min(ofChart.size(), ofSample.size()));
+            EXPECT_LE(ofSample.size(), ofChart.size() + 4);
+            EXPECT_TRUE(std::equal(ofChart.begin(), ofChart.end(), ofSample.begin()))
+                << style << ' ' << width;
+        }
+    }
+}
+
+// ---- Undo ----
+
+TEST_F(TrendLineDrawing, EveryEditIsUndoneAndDoneAgain) {
+    Store({"2007/a/b/c/1/x", "2004/mess", "2021/1565c0/1/0/0/16100,95/16140,95"});
+    std::vector<Lines> states{Stored()};
+    QStringList names;
+    const auto did = [&](const char* name) {
+        EXPECT_EQ(Board().UndoName(), name);
+        names << name;
+        states.push_back(Stored());
+        EXPECT_NE(states[states.size() - 2], states.back()) << name;
+    };
+    DrawLine(Kind::Segment, At(200, 95), At(240, 95));
+    did("繪製線段");
+    Drag(Point(220, 95), Point(220, 105));
+    did("移動線段");
+    test::DialogDriver driver;
+    driver.Expect([](QWidget& dialog) {
+        QTest::mouseClick(dialog.findChild<ui::PenSample*>("width5Sample"), Qt::LeftButton);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    Board().ChangePen();
+    did("變更線段的樣式與粗細");
+    prompts.ExpectColour(Qt::red);
+    Board().ChangeColour();
+    did("變更線段的顏色");
+    Board().LockSelected(true);
+    Board().LockSelected(true);
+    did("鎖定線段");
+    Board().ToggleLock();
+    did("解除鎖定線段");
+    DrawLine(Kind::Line, At(200, 98), At(240, 98));
+    did("繪製趨勢線");
+    Key(Qt::Key_Delete);
+    did("刪除趨勢線");
+    prompts.ExpectYesNo(true);
+    Board().DeleteAll();
+    did("刪除 2 條畫線");
+
+    for (std::size_t i = states.size() - 1; i > 0; --i) {
+        EXPECT_EQ(Board().UndoName(), names[static_cast<int>(i) - 1]);
+        Board().Undo();
+        EXPECT_EQ(Stored(), states[i - 1]) << names[static_cast<int>(i) - 1].toStdString();
+        EXPECT_EQ(Board().RedoName(), names[static_cast<int>(i) - 1]);
+    }
+    Board().Undo();
+    EXPECT_EQ(Board().UndoName(), "");
+    language.Select(Language::English);
+    EXPECT_EQ(Board().RedoName(), "Draw Line segment");
+    for (std::size_t i = 1; i < states.size(); ++i) {
+        Board().Redo();
+        EXPECT_EQ(Stored(), states[i]) << names[static_cast<int>(i) - 1].toStdString();
+    }
+    Board().Undo();
+    Board().Undo();
+    EXPECT_EQ(Board().SelectedLine()->kind, Kind::Line) << "What came back is selected.";
+    Board().ToggleLock();
+    EXPECT_EQ(Board().RedoName(), "") << "Another edit was made instead.";
+}
+
+TEST_F(TrendLineDrawing, AnUndoLeavesWhatOthersHaveChanged) {
+    QSignalSpy notices(&Board(), &DrawingBoard::notice);
+    const auto told = [&] {
+        return notices.isEmpty() ? QString() : notices.takeLast()[0].toString();
+    };
+    DrawLine(Kind::Segment, At(200, 95), At(240, 95));
+    Drag(Point(220, 95), Point(220, 105));
+    // Another terminal has moved it, and this one does not know yet.
+    const CString theirs = "2021/1565c0/1/0/0/16200,92/16240,92";
+    g_store.trendLines[kTechViewClass][SymbolKey()][0].second = {theirs};
+    g_store.reloadFlag = true;
+    for (const char* step : {"移動線段", "繪製線段"}) {
+        EXPECT_EQ(Board().UndoName(), step);
+        Board().Undo();
+        EXPECT_EQ(told(), QString("「%1」：畫線已在別處修改或刪除，維持現狀。").arg(step));
+        EXPECT_EQ(Stored(), Lines{theirs});
+    }
+    EXPECT_EQ(Board().UndoName() + Board().RedoName(), "") << "It does not come back.";
+
+    DrawLine(Kind::Line, At(200, 98), At(240, 98));
+    const CString mine = Stored()[1];
+    prompts.ExpectYesNo(true);
+    Board().DeleteAll();
+    Board().Undo();
+    EXPECT_EQ(told(), "已復原「刪除 2 條畫線」。");
+    EXPECT_EQ(Stored(), (Lines{theirs, mine}));
+    const CString changed = "2021/1565c0/1/0/1/16200,92/16240,92";
+    EditTrendLines(chart, {{theirs, changed}});
+    Board().Redo();
+    EXPECT_EQ(told(), "「刪除 2 條畫線」：其中 1 條畫線已在別處修改或刪除，維持現狀。");
+    EXPECT_EQ(Stored(), Lines{changed});
+
+    g_entitlement.maxLinesPerSymbol = 1;
+    prompts.ExpectMessage();
+    Board().Undo();
+    EXPECT_TRUE(prompts.Last().text.contains("這個商品"));
+    EXPECT_EQ(Stored(), Lines{changed});
+    g_entitlement.maxLinesPerSymbol = -1;
+    Board().Undo();
+    EXPECT_EQ(Stored(), (Lines{changed, mine})) << "It can be done when there is room again.";
+}
+
+TEST_F(TrendLineDrawing, EachChartHasStepsOfItsOwn) {
+    const auto other = MakeView(chart);
+    DrawLine(Kind::Segment, At(200, 95), At(240, 95));
+    EXPECT_EQ(other->Drawings().UndoName(), "");
+    view->Show({kUser, chart.symbol, 1, 0});
+    EXPECT_EQ(Board().UndoName(), "");
+    Board().ChooseTool(Kind::Horizontal);
+    Click({400, 200});
+    EXPECT_EQ(Board().UndoName(), "繪製水平線");
+    view->Show(chart);
+    EXPECT_EQ(Board().UndoName(), "繪製線段");
+    Board().ChooseTool(Kind::Line);
+    Click(Point(200, 98));
+    Board().Undo();
+    EXPECT_FALSE(Board().Tool()) << "The drawing under way goes first.";
+    EXPECT_EQ(Stored().size(), 1u);
+    Board().Undo();
+    EXPECT_TRUE(Stored().empty());
+    EXPECT_EQ(Stored(1, 0).size(), 1u);
+    // The menu key offers it where no line is left.
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, {});
+    QApplication::sendEvent(view.get(), &key);
+    auto* menu = view->findChild<QMenu*>();
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->actions().size(), 1);
+    menu->actions()[0]->trigger();
+    delete menu;
+    EXPECT_EQ(Stored().size(), 1u);
 }
 
 // ---- Limits ----
@@ -372,12 +605,17 @@ TEST_F(TrendLineDrawing, DuplicatesBecomeOne) {
 
     const CString one = "2021/1565c0/1/0/0/16200,95/16240,95";
     const CString other = "2021/1565c0/1/0/0/16200,98/16240,98";
-    ASSERT_EQ(RemoveTrendLines(chart, Stored()), 1);
+    EXPECT_EQ(Board().UndoName(), "繪製線段");
+    Board().Undo();
+    EXPECT_EQ(Board().UndoName(), "") << "What was there already was no step.";
     Store({one, other, one});
     EXPECT_EQ(Board().LineCount(), 3);
-    EXPECT_TRUE(ReplaceTrendLine(chart, other, one)) << "Moved onto its neighbour.";
-    EXPECT_EQ(Stored(), (Lines{one, one}));
-    EXPECT_FALSE(ReplaceTrendLine(chart, other, one)) << "It is not there any more.";
+    const TrendLineResult moved = EditTrendLines(chart, {{other, one}});
+    EXPECT_EQ(Stored(), (Lines{one, one})) << "Moved onto its neighbour.";
+    EXPECT_EQ(EditTrendLines(chart, {{other, one}}).missing, 1);
+    EditTrendLines(chart, moved.back);
+    EXPECT_EQ(Stored(), (Lines{one, other, one})) << "The neighbour stays.";
+    EditTrendLines(chart, Removing({other}));
     Click(Point(220, 95));
     Key(Qt::Key_Delete);
     EXPECT_TRUE(Stored().empty()) << "Equal lines are one to the user.";
@@ -450,40 +688,29 @@ TEST_F(TrendLineDrawing, DrawsOnTheChartWithoutPrices) {
 
 // ---- All symbols ----
 
-TEST_F(TrendLineDrawing, SymbolsAreListedWithKindsAndDates) {
-    EXPECT_TRUE(ListTrendLineSymbols().empty());
+TEST_F(TrendLineDrawing, LinesAreListedByChart) {
+    EXPECT_TRUE(ListTrendLines().empty());
     DrawLine(Kind::Segment, At(200, 95), At(240, 95));
-    Store({"2004/////", "2004/1/1/1/0/", "2007/////", "rubbish"}, "0003/5/other");
+    const Lines drawn = Stored();
+    Store({"2004/////", "", "2007/////", "rubbish", "2007/////"}, "0003/5/other");
     g_store.trendLines["Other"]["0a/2330"] = {{"0a/2330/0001/0/price", {"2003/////"}}};
-    g_store.trendLines["Other"]["nokey"] = {{"x", {"2003/////"}}};
+    g_store.trendLines[kTechViewClass]["nokey"] = {{"x", {"2003/////"}}};
+    g_store.trendLines[kTechViewClass]["0a/2330"] = {{"0a/2330/0001/0/price", {"2003/////"}},
+                                                     {"0a/2330/99/-1/price", {"2004/////"}},
+                                                     {"/", {"x"}}};
     Reload();
-    const std::vector<TrendLineSymbol> symbols = ListTrendLineSymbols();
-    ASSERT_EQ(symbols.size(), 2u);
-    EXPECT_EQ(symbols[0].chartClass, kTechViewClass);
-    EXPECT_EQ(symbols[0].symbol, chart.symbol);
-    EXPECT_EQ(symbols[0].market, kUser);
-    EXPECT_EQ(symbols[0].count, 5);
-    EXPECT_EQ(symbols[0].kinds, (std::map<int, int>{{2004, 2}, {2007, 1}, {2021, 1}}));
-    EXPECT_EQ(symbols[0].unreadable, 1);
-    EXPECT_EQ(symbols[0].date, "2023-11-14");
-    EXPECT_EQ(symbols[0].periods, (std::vector<std::pair<int, int>>{{0, 0}}));
-    EXPECT_EQ(symbols[1].symbol, "2330");
-    EXPECT_EQ(symbols[1].date, "");
+    const BarsKey minutes{kUser, chart.symbol, 3, 5};
+    const std::vector<ListedTrendLine> lines = ListTrendLines();
+    EXPECT_EQ(lines, (std::vector<ListedTrendLine>{{{10, "2330", 1, 0}, "price", "2003/////", ""},
+                                                   {chart, "price", drawn[0], "2023-11-14"},
+                                                   {minutes, "other", "2004/////", "2023-11-14"},
+                                                   {minutes, "other", "2007/////", "2023-11-14"},
+                                                   {minutes, "other", "rubbish", "2023-11-14"}}));
+    EXPECT_EQ(EditTrendLines(minutes, Removing({"2007/////"})).missing, 1) << "on the prices";
+    EditTrendLines(minutes, Removing({"2007/////", "rubbish"}), "other");
+    EXPECT_EQ(ListTrendLines().size(), 3u);
     EXPECT_EQ(TrendLineKindName(2007), "股票箱");
     EXPECT_EQ(TrendLineKindName(2003), "種類 2003");
-}
-
-TEST_F(TrendLineDrawing, ClearingAClassLeavesTheClassesWhoseNamesHoldIt) {
-    DrawLine(Kind::Segment, At(200, 95), At(240, 95));
-    g_store.trendLines["MXTechView2"]["0a/2330"] = {{"0a/2330/0001/0/price", {"2004/////"}}};
-    Reload();
-    ClearTrendLineClass(kTechViewClass);
-    EXPECT_EQ(Board().LineCount(), 0);
-    EXPECT_TRUE(Stored().empty());
-    ASSERT_EQ(ListTrendLineSymbols().size(), 1u);
-    EXPECT_EQ(ListTrendLineSymbols()[0].chartClass, "MXTechView2");
-    DrawLine(Kind::Segment, At(200, 95), At(240, 95));
-    EXPECT_EQ(ListTrendLineSymbols().size(), 2u);
 }
 
 }  // namespace

@@ -20,18 +20,14 @@ using Anchors = std::vector<LineAnchor>;
 using Lines = std::vector<CString>;
 
 TrendLine MakeLine(Kind kind, Anchors anchors) {
-    TrendLine line = NewTrendLine(kind);
-    line.anchors = std::move(anchors);
-    return line;
+    return {kind, InfoOf(kind).pen, false, std::move(anchors)};
 }
 
 // ---- Data strings ----
 
 TEST(TrendLineText, HasTheFieldsThatTheRepositoryReads) {
     TrendLine line = MakeLine(Kind::Parallel, {{18262.5, 3230.78}, {18290, -0.25}, {1, 1e-7}});
-    line.colour = 0x00c0ff;
-    line.width = 3;
-    line.style = 2;
+    line.pen = {0x00c0ff, 3, 2};
     line.locked = true;
     const CString data = EncodeTrendLine(line);
     EXPECT_EQ(data, "2006/00c0ff/3/2/1/18262.5,3230.78/18290,-0.25/1,1e-07");

@@ -1,43 +1,42 @@
 #include "terminal/chart/ChartView.h"
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Frame.h"
-#include "terminal/frame/Periods.h"
 #include "terminal/frame/Session.h"
 #include "terminal/frame/openers/Openers.h"
 #include "terminal/frame/openers/TrendLineListDialog.h"
-
-#include <QMainWindow>
-
-#include <algorithm>
+#include "terminal/lines/DrawingBoard.h"
 
 namespace ta::terminal {
 namespace {
 
-/// A period with lines to see, unless they are there already.
-void ShowPeriodWithLines(const Frame& frame, const TrendLineSymbol& symbol) {
-    const auto& periods = symbol.periods;
-    const ChartPage& chart = frame.tabs.Current();
-    if (std::ranges::find(periods, std::pair(chart.Period(), chart.Count())) != periods.end()) {
-        return;
+bool Shows(const ChartTabs& tabs, const BarsKey& chart) {
+    const ChartView* current = tabs.CurrentChart();
+    return current != nullptr && current->Shown() == chart;
+}
+
+/// The chart that the line is on, with the line selected.
+void ShowLine(const Frame& frame, const ListedTrendLine& line) {
+    const BarsKey& chart = line.chart;
+    if (!Shows(frame.tabs, chart)) {
+        frame.tabs.OpenSymbol(chart.market, chart.symbol);
     }
-    const PeriodSet available =
-        AvailablePeriods(frame.session.Markets(), symbol.market, symbol.symbol);
-    for (const auto& [code, count] : periods) {
-        const int index = PeriodIndex(code, count);
-        if (index >= 0 && available[static_cast<std::size_t>(index)]) {
-            return frame.tabs.SelectPeriod(index);
-        }
+    if (!Shows(frame.tabs, chart) &&
+        frame.session.Markets().HasPeriod(chart.market, chart.symbol, chart.period)) {
+        frame.tabs.ShowPeriod(chart.period, chart.count);
+    }
+    if (Shows(frame.tabs, chart)) {
+        frame.tabs.CurrentChart()->Drawings().Select(line.data);
     }
 }
 
 }  // namespace
 
 void ListLines(const Frame& frame) {
-    TrendLineListDialog list(frame.session.Markets(), &frame.window);
-    const auto chosen = list.exec() == QDialog::Accepted ? list.Chosen() : std::nullopt;
-    if (chosen) {
-        frame.tabs.OpenSymbol(chosen->market, chosen->symbol);
-        ShowPeriodWithLines(frame, *chosen);
+    TrendLineListDialog list(frame);
+    if (list.exec() == QDialog::Accepted) {
+        if (const auto chosen = list.Chosen()) {
+            ShowLine(frame, *chosen);
+        }
     }
 }
 

@@ -45,7 +45,7 @@ void ExportParameters(const Frame& frame);
 /// Asks for such a file, shows what it changes in the chart's group, and takes what the user wants.
 void ImportParameters(const Frame& frame);
 
-/// The list of the symbols that have trend lines; shows the one that was chosen.
+/// The list of the user's lines; shows the one that was chosen.
 void ListLines(const Frame& frame);
 
 /// The history data dialog on the chart's data period; the chart loads what was asked for.

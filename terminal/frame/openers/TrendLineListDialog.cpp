@@ -1,71 +1,46 @@
 #include "terminal/frame/openers/TrendLineListDialog.h"
 
 #include "platform/ui/Prompts.h"
-#include "platform/ui/TextBridge.h"
 #include "settings/Messages.h"
 #include "settings/Repository.h"
+#include "terminal/chart/ChartView.h"
+#include "terminal/frame/ChartTabs.h"
+#include "terminal/frame/Frame.h"
+#include "terminal/frame/Session.h"
 #include "terminal/lang/Language.h"
-#include "terminal/quotes/MarketData.h"
+#include "terminal/lines/DrawingBoard.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QMainWindow>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <map>
 
 namespace ta::terminal {
 namespace {
 
-enum Column { kSymbol, kCount, kKinds, kDate, kClass, kColumnCount };
-
-constexpr QSize kFirstSize(720, 360);
-
-QString KindsText(const TrendLineSymbol& symbol) {
-    QStringList texts;
-    for (const auto& [kind, count] : symbol.kinds) {
-        texts << QStringLiteral("%1 %2").arg(TrendLineKindName(kind)).arg(count);
-    }
-    if (symbol.unreadable > 0) {
-        texts << QStringLiteral("%1 %2")
-                     .arg(Tr("IDS_TERMINAL-FRAME_LINES_UNREADABLE"))
-                     .arg(symbol.unreadable);
-    }
-    return texts.join(Tr("IDS_TERMINAL-FRAME_LINES_COMMA"));
-}
-
-bool IsSame(const TrendLineSymbol& one, const TrendLineSymbol& other) {
-    return one.chartClass == other.chartClass && one.market == other.market &&
-           one.symbol == other.symbol;
-}
+constexpr QSize kFirstSize(860, 420);
 
 }  // namespace
 
-TrendLineListDialog::TrendLineListDialog(const MarketData& markets, QWidget* parent)
-    : QDialog(parent),
-      m_markets(markets),
-      m_table(new QTableWidget(this)),
+TrendLineListDialog::TrendLineListDialog(const Frame& frame)
+    : QDialog(&frame.window),
+      m_frame(frame),
+      m_model(new LineListModel(frame.session.Markets(), this)),
+      m_table(new QTableView(this)),
       m_total(new QLabel(this)),
       m_open(new QPushButton(Tr("IDS_TERMINAL-FRAME_LINES_OPEN"), this)),
-      m_clear(new QPushButton(Tr("IDS_TERMINAL-FRAME_LINES_CLEAR"), this)) {
+      m_delete(new QPushButton(Tr("IDS_TERMINAL-FRAME_LINES_DELETE"), this)),
+      m_deleteAction(new QAction(Tr("IDS_TERMINAL-FRAME_LINES_DELETE"), m_table)) {
     setWindowTitle(Tr("IDS_TERMINAL-FRAME_LINES_TITLE"));
     resize(kFirstSize);
-    MakeTable();
-    auto* buttons = new QDialogButtonBox(this);
-    auto* close = new QPushButton(Tr("IDS_TERMINAL-FRAME_LINES_CLOSE"), this);
-    buttons->addButton(m_open, QDialogButtonBox::AcceptRole);
-    buttons->addButton(m_clear, QDialogButtonBox::ResetRole);
-    buttons->addButton(close, QDialogButtonBox::RejectRole);
-    m_open->setDefault(true);
-    m_open->setObjectName("openButton");
-    m_clear->setObjectName("clearButton");
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_table);
     layout->addWidget(m_total);
-    layout->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(m_clear, &QPushButton::clicked, this, &TrendLineListDialog::ClearClass);
-    connect(m_table, &QTableWidget::cellDoubleClicked, this, &QDialog::accept);
+    MakeTable();
+    MakeButtons();
     Repository().AddTechViewPtr(this);
     Fill();
     m_table->setFocus();
@@ -76,22 +51,46 @@ TrendLineListDialog::~TrendLineListDialog() {
 }
 
 void TrendLineListDialog::MakeTable() {
-    m_table->setColumnCount(kColumnCount);
-    m_table->setHorizontalHeaderLabels(
-        {Tr("IDS_TERMINAL-FRAME_LINES_SYMBOL"), Tr("IDS_TERMINAL-FRAME_LINES_COUNT"),
-         Tr("IDS_TERMINAL-FRAME_LINES_KINDS"), Tr("IDS_TERMINAL-FRAME_LINES_DATE"),
-         Tr("IDS_TERMINAL-FRAME_LINES_CLASS")});
+    m_table->setModel(m_model);
     m_table->setAccessibleName(windowTitle());
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_table->setTabKeyNavigation(false);
     m_table->setAlternatingRowColors(true);
+    m_table->setWordWrap(false);
     m_table->verticalHeader()->hide();
+    const int em = fontMetrics().height();
+    m_table->setIconSize({em * 2, em});
     QHeaderView& header = *m_table->horizontalHeader();
     header.setHighlightSections(false);
     header.setSectionResizeMode(QHeaderView::ResizeToContents);
-    header.setSectionResizeMode(kKinds, QHeaderView::Stretch);
+    header.setSectionResizeMode(LineListModel::kPlace, QHeaderView::Stretch);
+    m_deleteAction->setShortcut(Qt::Key_Delete);
+    m_deleteAction->setShortcutContext(Qt::WidgetShortcut);
+    auto* open = new QAction(m_open->text(), m_table);
+    m_table->addActions({open, m_deleteAction});
+    m_table->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(open, &QAction::triggered, this, &QDialog::accept);
+    connect(m_deleteAction, &QAction::triggered, this, &TrendLineListDialog::DeleteSelected);
+    connect(m_table, &QTableView::doubleClicked, this, &QDialog::accept);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &TrendLineListDialog::Refresh);
+}
+
+void TrendLineListDialog::MakeButtons() {
+    auto* buttons = new QDialogButtonBox(this);
+    auto* close = new QPushButton(Tr("IDS_TERMINAL-FRAME_LINES_CLOSE"), this);
+    buttons->addButton(m_open, QDialogButtonBox::AcceptRole);
+    buttons->addButton(m_delete, QDialogButtonBox::ResetRole);
+    buttons->addButton(close, QDialogButtonBox::RejectRole);
+    m_open->setDefault(true);
+    m_open->setObjectName("openButton");
+    m_delete->setObjectName("deleteButton");
+    layout()->addWidget(buttons);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_delete, &QPushButton::clicked, this, &TrendLineListDialog::DeleteSelected);
 }
 
 std::intptr_t TrendLineListDialog::WindowProc(unsigned message, std::uintptr_t wParam,
@@ -103,72 +102,119 @@ std::intptr_t TrendLineListDialog::WindowProc(unsigned message, std::uintptr_t w
     return CView::WindowProc(message, wParam, lParam);
 }
 
-std::optional<TrendLineSymbol> TrendLineListDialog::Chosen() const {
-    const int row = m_table->currentRow();
-    return row < 0 ? std::nullopt : std::optional(m_symbols[static_cast<std::size_t>(row)]);
+// ---- What is shown ----
+
+std::optional<ListedTrendLine> TrendLineListDialog::Chosen() const {
+    const int row = m_table->currentIndex().row();
+    return row < 0 ? std::nullopt
+                   : std::optional(m_model->Rows()[static_cast<std::size_t>(row)].line);
+}
+
+std::vector<TrendLineListDialog::Row> TrendLineListDialog::SelectedRows() const {
+    std::vector<Row> rows;
+    for (const QModelIndex& index : m_table->selectionModel()->selectedRows()) {
+        rows.push_back(m_model->Rows()[static_cast<std::size_t>(index.row())]);
+    }
+    return rows;
 }
 
 void TrendLineListDialog::Fill() {
     const auto chosen = Chosen();
-    m_symbols = ListTrendLineSymbols();
-    const int rows = static_cast<int>(m_symbols.size());
-    m_table->setRowCount(rows);
-    int current = rows > 0 ? 0 : -1;
-    int lines = 0;
-    for (int row = 0; row < rows; ++row) {
-        const TrendLineSymbol& symbol = m_symbols[static_cast<std::size_t>(row)];
-        ShowRow(row, symbol);
-        lines += symbol.count;
-        if (chosen && IsSame(*chosen, symbol)) {
-            current = row;
+    const int before = std::max(m_table->currentIndex().row(), 0);
+    std::vector<ListedTrendLine> selected;
+    for (const Row& row : SelectedRows()) {
+        selected.push_back(row.line);
+    }
+    m_model->Fill();
+    const int found = chosen ? m_model->RowOf(*chosen) : -1;
+    Select(selected, found >= 0 ? found : std::min(before, m_model->rowCount() - 1));
+    Refresh();
+}
+
+/// Those of the lines that are there, and the current row; that alone when none is.
+void TrendLineListDialog::Select(const std::vector<ListedTrendLine>& lines, int current) {
+    QItemSelection selection;
+    for (const ListedTrendLine& line : lines) {
+        if (const int row = m_model->RowOf(line); row >= 0) {
+            const QModelIndex index = m_model->index(row, 0);
+            selection.select(index, index);
         }
     }
-    m_table->setCurrentCell(current, kSymbol);
-    m_total->setText(rows > 0 ? Tr("IDS_TERMINAL-FRAME_LINES_TOTAL").arg(rows).arg(lines)
-                              : Tr("IDS_TERMINAL-FRAME_LINES_NONE"));
-    m_open->setEnabled(rows > 0);
-    m_clear->setEnabled(rows > 0);
+    QItemSelectionModel& model = *m_table->selectionModel();
+    const QModelIndex index = m_model->index(current, 0);
+    model.setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    if (selection.isEmpty() && index.isValid()) {
+        selection.select(index, index);
+    }
+    model.select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
-void TrendLineListDialog::ShowRow(int row, const TrendLineSymbol& symbol) {
-    const auto show = [&](Column column, const QString& text, Qt::Alignment alignment) {
-        auto* item = new QTableWidgetItem(text);
-        item->setTextAlignment(alignment | Qt::AlignVCenter);
-        item->setToolTip(text);
-        m_table->setItem(row, column, item);
+void TrendLineListDialog::Refresh() {
+    const int rows = m_model->rowCount();
+    m_total->setText(
+        rows > 0 ? Tr("IDS_TERMINAL-FRAME_LINES_TOTAL").arg(m_model->SymbolCount()).arg(rows)
+                 : Tr("IDS_TERMINAL-FRAME_LINES_NONE"));
+    const bool any = m_table->selectionModel()->hasSelection();
+    m_open->setEnabled(any);
+    m_delete->setEnabled(any);
+    m_deleteAction->setEnabled(any);
+}
+
+// ---- Deleting ----
+
+/// The board that shows the line, of the chart in front if there are more; null when there is none.
+DrawingBoard* TrendLineListDialog::BoardOf(const ListedTrendLine& line) const {
+    const auto shows = [&](const ChartView* chart) {
+        return chart != nullptr && line.scale == kPriceLines && chart->Shown() == line.chart;
     };
-    show(kSymbol, SymbolText(symbol), Qt::AlignLeft);
-    show(kCount, QString::number(symbol.count), Qt::AlignRight);
-    show(kKinds, KindsText(symbol), Qt::AlignLeft);
-    show(kDate, ui::ToQString(symbol.date), Qt::AlignLeft);
-    show(kClass, ui::ToQString(symbol.chartClass), Qt::AlignLeft);
+    if (const ChartView* current = m_frame.tabs.CurrentChart(); shows(current)) {
+        return &current->Drawings();
+    }
+    for (int i = 0; i < m_frame.tabs.count(); ++i) {
+        if (const ChartView* chart = m_frame.tabs.ChartAt(i); shows(chart)) {
+            return &chart->Drawings();
+        }
+    }
+    return nullptr;
 }
 
-QString TrendLineListDialog::SymbolText(const TrendLineSymbol& symbol) const {
-    const QString id = ui::ToQString(symbol.symbol);
-    const Symbol* known = m_markets.FindSymbol(symbol.market, symbol.symbol);
-    return known ? id + ' ' + ui::ToQString(NameOf(*known)) : id;
+QString TrendLineListDialog::Question(const std::vector<Row>& rows) const {
+    const auto count = std::ssize(rows);
+    const auto undoable = std::ranges::count_if(
+        rows, [this](const Row& row) { return BoardOf(row.line) != nullptr; });
+    const auto locked = std::ranges::count(rows, true, &Row::locked);
+    QStringList text{Tr("IDS_TERMINAL-FRAME_LINES_ASK_DELETE").arg(count)};
+    if (locked > 0) {
+        text << Tr("IDS_TERMINAL-FRAME_LINES_ASK_LOCKED").arg(locked);
+    }
+    if (undoable == 0) {
+        text << Tr("IDS_TERMINAL-FRAME_LINES_ASK_NO_UNDO");
+    } else if (undoable == count) {
+        text << Tr("IDS_TERMINAL-FRAME_LINES_ASK_UNDO");
+    } else {
+        text << Tr("IDS_TERMINAL-FRAME_LINES_ASK_UNDO_SOME").arg(undoable);
+    }
+    return text.join('\n');
 }
 
-void TrendLineListDialog::ClearClass() {
-    const auto chosen = Chosen();
-    if (!chosen) {
+void TrendLineListDialog::DeleteSelected() {
+    const std::vector<Row> rows = SelectedRows();
+    if (rows.empty() || ui::CurrentPrompts().AskYesNo(this, ui::PromptIcon::Question,
+                                                      Tr("IDS_TERMINAL-FRAME_LINES_TITLE"),
+                                                      Question(rows)) != ui::Answer::Yes) {
         return;
     }
-    const CString chartClass = chosen->chartClass;
-    int symbols = 0;
-    int lines = 0;
-    for (const TrendLineSymbol& symbol : m_symbols) {
-        symbols += symbol.chartClass == chartClass ? 1 : 0;
-        lines += symbol.chartClass == chartClass ? symbol.count : 0;
+    std::map<std::pair<BarsKey, CString>, std::vector<CString>> byChart;
+    for (const Row& row : rows) {
+        byChart[{row.line.chart, row.line.scale}].push_back(row.line.data);
     }
-    if (ui::CurrentPrompts().AskYesNo(this, ui::PromptIcon::Question,
-                                      Tr("IDS_TERMINAL-FRAME_TITLE"),
-                                      Tr("IDS_TERMINAL-FRAME_LINES_ASK_CLEAR")
-                                          .arg(ui::ToQString(chartClass))
-                                          .arg(symbols)
-                                          .arg(lines)) == ui::Answer::Yes) {
-        ClearTrendLineClass(chartClass);
+    for (const auto& [where, lines] : byChart) {
+        const auto& [chart, scale] = where;
+        if (DrawingBoard* board = BoardOf({chart, scale, {}, {}})) {
+            board->DeleteLines(chart, lines);
+        } else {
+            EditTrendLines(chart, Removing(lines), scale);
+        }
     }
 }
 
