@@ -56,8 +56,7 @@ int MXSELTAWND::iGetRioFrmtByFormat() const {
 }
 
 void MXSELTAWND::ChooseRadio(int radioIndex) {
-    const auto chosen =
-        std::ranges::find(ta::layout::Layouts(), radioIndex, &Layout::radioIndex);
+    const auto chosen = std::ranges::find(ta::layout::Layouts(), radioIndex, &Layout::radioIndex);
     m_nRadio = radioIndex;
     m_nFormat = chosen->format;
     showSelFormatRect(m_nFormat - 1);

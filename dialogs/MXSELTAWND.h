@@ -41,8 +41,8 @@ public:
     /// The frame around a picture, in pixels of the dialog: the picture and 2 pixels on every side.
     /// `index` is the picture's format - 1, 0 to 12; an empty rectangle for another number.
     QRect getFormatRect(const int& index) const;
-    /// Frames a picture in colour and takes the frames of the others away. `index` as above; none is
-    /// framed for another number.
+    /// Frames a picture in colour and takes the frames of the others away. `index` as above; none
+    /// is framed for another number.
     void showSelFormatRect(const int& index);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

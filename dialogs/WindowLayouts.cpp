@@ -52,8 +52,8 @@ struct Grid {
 };
 
 Grid GridOf(const Layout& layout) {
-    const auto bands = static_cast<std::size_t>(std::ranges::count_if(
-        layout.windows, [](int windows) { return windows > 0; }));
+    const auto bands = static_cast<std::size_t>(
+        std::ranges::count_if(layout.windows, [](int windows) { return windows > 0; }));
     Grid grid{EdgesOf(std::span(layout.shares).first(bands)), {}};
     for (std::size_t band = 0; band < bands; ++band) {
         const std::vector<int> equal(static_cast<std::size_t>(layout.windows[band]), 1);

@@ -21,8 +21,8 @@ struct Layout {
     int format = 0;      ///< the number that callers know it by
     int radioIndex = 0;  ///< its place among the thirteen on the screen, from 0
     bool isRows = true;  ///< bands lie one above the other; false: they stand side by side
-    std::array<int, kMostBands> windows = {};           ///< of each band; 0: there is no such band
-    std::array<int, kMostBands> shares = {1, 1, 1};     ///< how much room the bands have, relatively
+    std::array<int, kMostBands> windows = {};        ///< of each band; 0: there is no such band
+    std::array<int, kMostBands> shares = {1, 1, 1};  ///< how much room the bands have, relatively
 
     constexpr int WindowCount() const { return windows[0] + windows[1] + windows[2]; }
 };
@@ -45,7 +45,7 @@ struct Divider {
     double place = 0;        ///< from the left when it is upright, else from the top
     double from = 0;         ///< its ends, along the line
     double to = 1;
-    double least = 0;        ///< its neighbours, between which it can be moved
+    double least = 0;  ///< its neighbours, between which it can be moved
     double most = 1;
 };
 

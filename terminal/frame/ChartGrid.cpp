@@ -132,9 +132,9 @@ layout::Places ChartGrid::Places() const {
 std::vector<QRect> ChartGrid::Cells() const {
     std::vector<QRect> cells;
     for (const layout::Area& area : layout::Windows(Layout(), Places())) {
-        cells.emplace_back(
-            QPoint(At(area.left, width()), At(area.top, height())),
-            QPoint(At(area.left + area.width, width()) - 1, At(area.top + area.height, height()) - 1));
+        cells.emplace_back(QPoint(At(area.left, width()), At(area.top, height())),
+                           QPoint(At(area.left + area.width, width()) - 1,
+                                  At(area.top + area.height, height()) - 1));
     }
     return cells;
 }
@@ -207,8 +207,7 @@ std::optional<std::size_t> ChartGrid::DividerAt(const QPointF& position) const {
 void ChartGrid::MoveDivider(std::size_t index, const QPointF& to) {
     const layout::Divider divider = layout::Dividers(Layout(), Places())[index];
     const double whole = divider.isUpright ? width() : height();
-    const double least =
-        (divider.isUpright ? kLeastWindow.width() : kLeastWindow.height()) / whole;
+    const double least = (divider.isUpright ? kLeastWindow.width() : kLeastWindow.height()) / whole;
     const double wanted = (divider.isUpright ? to.x() : to.y()) / whole;
     if (divider.most - divider.least >= 2 * least) {
         PlaceDivider(index, std::clamp(wanted, divider.least + least, divider.most - least));
