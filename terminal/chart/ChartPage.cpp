@@ -222,8 +222,11 @@ void ChartPage::SetCursorBar(int index) {
     m_lastCursorBar = -1;
     if (index >= 0 && BarCount() > 0) {
         m_cursor.bar = std::min(index, BarCount() - 1);
+        const double lower = m_scene->Range().Lower();
         m_scene->Range().ScrollTo(m_cursor.bar);
-        Draw();
+        if (m_scene->Range().Lower() != lower) {
+            Draw();
+        }
         const int pane = PricePane();
         const double value = Model().CursorValue(m_cursor.bar);
         if (pane >= 0 && std::isfinite(value)) {

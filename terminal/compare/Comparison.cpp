@@ -18,23 +18,6 @@ constexpr double kLastDay = 2900000;
 
 enum Period { kDaily = 0, kWeekly = 1, kMonthly = 2 };
 
-/// What the bars of one place on the axis have in common, ascending with time.
-std::int64_t PlaceOf(double time, int period) {
-    const auto day = static_cast<std::int64_t>(std::floor(time));
-    switch (period) {
-        case kDaily:
-            return day;
-        case kWeekly:
-            return day - WeekdayFromDayNumber(static_cast<long>(day));
-        case kMonthly: {
-            const CalendarDate date = DateFromDayNumber(static_cast<long>(day));
-            return date.year * 12LL + date.month;
-        }
-        default:
-            return std::llround(time * kSecondsPerDay);
-    }
-}
-
 struct Place {
     std::int64_t place = 0;
     double time = 0;
@@ -136,6 +119,22 @@ void CountLine(ComparisonLine& line, const BarSeries& bars, ComparisonMode mode)
 }
 
 }  // namespace
+
+std::int64_t PlaceOf(double time, int period) {
+    const auto day = static_cast<std::int64_t>(std::floor(time));
+    switch (period) {
+        case kDaily:
+            return day;
+        case kWeekly:
+            return day - WeekdayFromDayNumber(static_cast<long>(day));
+        case kMonthly: {
+            const CalendarDate date = DateFromDayNumber(static_cast<long>(day));
+            return date.year * 12LL + date.month;
+        }
+        default:
+            return std::llround(time * kSecondsPerDay);
+    }
+}
 
 bool ComparisonLine::HasBarAt(int axisBar) const {
     if (axisBar < 0 || axisBar >= static_cast<int>(bars.size())) {

@@ -2,6 +2,7 @@
 
 #include "platform/Study.h"
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -45,6 +46,10 @@ struct Comparison {
     std::vector<ComparisonLine> lines;
     int period = 0;  ///< of the bars, as BarsKey::period
 };
+
+/// What the bars of one day, week (from Monday on), month or moment have in common, by the data
+/// period as BarsKey::period has it. Ascends with time.
+std::int64_t PlaceOf(double time, int period);
 
 /// Where the symbols stand: each day, week (from Monday on), month or moment of any history is one
 /// bar of the axis, at the latest time in it. `histories` may be null or empty; such a line has no

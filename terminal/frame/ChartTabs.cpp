@@ -1,11 +1,12 @@
 #include "terminal/frame/ChartTabs.h"
 
 #include "platform/ui/LangText.h"
+#include "platform/ui/Prompts.h"
 #include "platform/ui/TextBridge.h"
-#include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/compare/ComparisonView.h"
-#include "terminal/frame/SymbolTexts.h"
+#include "terminal/frame/ChartGrid.h"
+#include "terminal/frame/ChartStates.h"
 #include "terminal/frame/TypingBox.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/quotes/MarketData.h"
@@ -14,7 +15,6 @@
 #include <QTabBar>
 
 namespace ta::terminal {
-namespace {}  // namespace
 
 ChartTabs::ChartTabs(MarketData& markets, QWidget* parent)
     : QTabWidget(parent), m_markets(markets) {
@@ -25,7 +25,7 @@ ChartTabs::ChartTabs(MarketData& markets, QWidget* parent)
     connect(this, &QTabWidget::tabCloseRequested, this, &ChartTabs::Close);
     // What was told of another tab goes.
     connect(this, &QTabWidget::currentChanged, this,
-            [this](int tab) { emit notice(m_told.value(widget(tab))); });
+            [this](int tab) { emit notice(tab < 0 ? QString() : m_told.value(&At(tab))); });
     connect(this, &QTabWidget::currentChanged, this, &ChartTabs::changed);
 }
 
@@ -33,74 +33,90 @@ ChartTabs::~ChartTabs() {
     disconnect();  // the tabs go one by one
 }
 
+ChartGrid& ChartTabs::GridAt(int tab) const {
+    return *static_cast<ChartGrid*>(widget(tab));
+}
+
 ChartPage& ChartTabs::At(int tab) const {
-    return *static_cast<ChartPage*>(widget(tab));
+    return GridAt(tab).Active();
 }
 
 ChartView* ChartTabs::ChartAt(int tab) const {
-    return qobject_cast<ChartView*>(widget(tab));
+    return qobject_cast<ChartView*>(&At(tab));
 }
 
 ComparisonView* ChartTabs::ComparisonAt(int tab) const {
-    return qobject_cast<ComparisonView*>(widget(tab));
+    return qobject_cast<ComparisonView*>(&At(tab));
+}
+
+ChartGrid& ChartTabs::GridOf(const ChartPage& page) const {
+    return *static_cast<ChartGrid*>(page.parentWidget());
+}
+
+bool ChartTabs::IsCurrent(const ChartPage& page) const {
+    return currentWidget() == page.parentWidget() && &Current() == &page;
 }
 
 // ---- Tabs ----
 
-ChartPage& ChartTabs::Add(const TabState& state) {
-    ChartPage& page = MakePage(state);
-    addTab(&page, QString());
-    ShowTitle(page);
+ChartGrid& ChartTabs::Add(const TabState& state) {
+    auto* grid = new ChartGrid(m_markets);
+    QList<ChartState> charts = state.charts;
+    if (charts.empty()) {
+        charts.append(ChartState());
+    }
+    for (const ChartState& chart : charts) {
+        AddChart(*grid, chart);
+    }
+    const auto active = std::clamp<qsizetype>(state.grid.active, 0, charts.size() - 1);
+    FillWindows(*grid, state.grid.format, charts[active]);
+    grid->SetState(state.grid);
+    grid->Active().setFocus();  // the tab gives it to this one when it comes to the front
+    ConnectGrid(*grid);
+    addTab(grid, QString());
+    ShowTitle(*grid);
+    return *grid;
+}
+
+void ChartTabs::FillWindows(ChartGrid& grid, int format, const ChartState& like) {
+    const int windows = layout::LayoutOf(format).WindowCount();
+    while (static_cast<int>(grid.Charts().size()) < windows) {
+        AddChart(grid, like);
+    }
+}
+
+ChartPage& ChartTabs::AddChart(ChartGrid& grid, const ChartState& state) {
+    ChartPage& page = *NewChart(state, m_markets);
+    grid.Add(page);
+    Connect(page);
+    if (auto* chart = qobject_cast<ChartView*>(&page)) {
+        ConnectChart(*chart);
+    }
+    page.SetRisingRed(m_risingRed);
+    ShowState(page, state);
     return page;
 }
 
-ChartPage& ChartTabs::MakePage(const TabState& state) {
-    return state.comparison ? MakeComparison(state) : MakeChart(state);
-}
-
-ChartPage& ChartTabs::MakeChart(const TabState& state) {
-    auto* chart = new ChartView(m_markets);
-    Connect(*chart);
-    ConnectChart(*chart);
-    chart->SetRisingRed(m_risingRed);
-    chart->SetGroup(Repository().GetGroupNameByUniNum(state.group));
-    chart->SetDepths(state.depths);
-    chart->Show({state.market, ui::FromQString(state.symbol), state.period, state.count});
-    return *chart;
-}
-
-ChartPage& ChartTabs::MakeComparison(const TabState& state) {
-    auto* comparison = new ComparisonView(m_markets);
-    Connect(*comparison);
-    comparison->SetRisingRed(m_risingRed);
-    comparison->SetMode(state.comparison->mode);
-    comparison->SetDepths(state.depths);
-    comparison->Compare(state.comparison->set);
-    return *comparison;
-}
-
-TabState ChartTabs::StateOf(int tab) const {
-    if (const ComparisonView* comparison = ComparisonAt(tab)) {
-        TabState state;
-        state.comparison = {comparison->Set(), comparison->Mode()};
-        state.depths = comparison->Depths();
-        return state;
-    }
-    const ChartView& chart = *ChartAt(tab);
-    return {chart.Market(),      ui::ToQString(chart.SymbolId()),
-            chart.Period(),      chart.Count(),
-            chart.GroupUniNum(), chart.Depths()};
+void ChartTabs::ConnectGrid(ChartGrid& grid) {
+    connect(&grid, &ChartGrid::activeChanged, this, [this, &grid] {
+        ShowTitle(grid);
+        if (currentWidget() == &grid) {
+            emit notice(m_told.value(&grid.Active()));
+            emit changed();
+        }
+    });
+    connect(&grid, &ChartGrid::notice, this, &ChartTabs::notice);
 }
 
 void ChartTabs::Connect(ChartPage& page) {
     const auto forward = [this, &page](auto signal) {
         return [this, &page, signal](const auto&... values) {
-            if (currentWidget() == &page) {
+            if (IsCurrent(page)) {
                 emit(this->*signal)(values...);
             }
         };
     };
-    connect(&page, &ChartPage::symbolChanged, this, [this, &page] { ShowTitle(page); });
+    connect(&page, &ChartPage::symbolChanged, this, [this, &page] { ShowTitle(GridOf(page)); });
     connect(&page, &ChartPage::symbolChanged, this, forward(&ChartTabs::changed));
     connect(&page, &ChartPage::cursorMoved, this, forward(&ChartTabs::cursorMoved));
     connect(&page, &ChartPage::legendDoubleClicked, this, forward(&ChartTabs::legendDoubleClicked));
@@ -117,14 +133,14 @@ void ChartTabs::Connect(ChartPage& page) {
 
 void ChartTabs::KeepTold(const ChartPage& page, const QString& text) {
     m_told[&page] = text;
-    if (currentWidget() == &page) {
+    if (IsCurrent(page)) {
         emit notice(text);
     }
 }
 
 void ChartTabs::ConnectChart(ChartView& chart) {
     connect(&chart, &ChartView::groupChanged, this, [this, &chart] {
-        if (currentWidget() == &chart) {
+        if (IsCurrent(chart)) {
             emit changed();
         }
     });
@@ -136,7 +152,7 @@ void ChartTabs::ConnectChart(ChartView& chart) {
 }
 
 void ChartTabs::AddCopy() {
-    setCurrentWidget(&Add(StateOf(currentIndex())));
+    setCurrentWidget(&Add({{StateOf(Current())}}));
     Current().setFocus();
 }
 
@@ -144,19 +160,40 @@ void ChartTabs::Compare(const ComparisonSet& set) {
     if (ComparisonView* comparison = CurrentComparison()) {
         comparison->Compare(set);
     } else {
-        TabState state;
+        ChartState state;
         state.comparison = {set};
-        setCurrentWidget(&Add(state));
+        setCurrentWidget(&Add({{state}}));
     }
 }
 
 void ChartTabs::Close(int tab) {
-    if (count() > 1 && tab >= 0 && tab < count()) {
-        QWidget* page = widget(tab);
+    if (count() > 1 && tab >= 0 && tab < count() && MayClose(GridAt(tab))) {
+        ChartGrid* grid = &GridAt(tab);
         removeTab(tab);
-        m_told.remove(page);
-        delete page;
+        for (const ChartPage* chart : grid->Charts()) {
+            m_told.remove(chart);
+        }
+        delete grid;
     }
+}
+
+/// Parked charts cannot be seen, and so are named.
+bool ChartTabs::MayClose(const ChartGrid& grid) {
+    if (grid.Charts().size() < 2) {
+        return true;
+    }
+    QStringList charts;
+    for (const ChartPage* chart : grid.Charts()) {
+        const QString title = TitleOf(*chart);
+        charts.append(grid.IsInView(*chart)
+                          ? title
+                          : Tr("IDS_TERMINAL-FRAME_ASK_CLOSE_TAB_PARKED").arg(title));
+    }
+    const QString question =
+        Tr("IDS_TERMINAL-FRAME_ASK_CLOSE_TAB").arg(charts.size()).arg(charts.join('\n'));
+    return ui::CurrentPrompts().AskYesNo(this, ui::PromptIcon::Question,
+                                         Tr("IDS_TERMINAL-FRAME_TITLE"), question,
+                                         ui::Answer::No) == ui::Answer::Yes;
 }
 
 void ChartTabs::tabInserted(int) {
@@ -167,33 +204,40 @@ void ChartTabs::tabRemoved(int) {
     emit changed();
 }
 
-// ---- The tab in front ----
+// ---- The layout of the tab in front ----
+
+void ChartTabs::SetFormat(int format) {
+    if (CurrentComparison() != nullptr) {
+        return;
+    }
+    ChartGrid& grid = CurrentGrid();
+    FillWindows(grid, format, StateOf(grid.Active()));
+    grid.SetFormat(format);
+    ShowTitle(grid);
+    grid.Active().setFocus();
+    emit changed();
+}
+
+void ChartTabs::StepFocus(int step) {
+    CurrentGrid().FocusNext(step);
+}
+
+// ---- The current chart ----
 
 /// The current chart, or a new one in the data period of the comparison.
 ChartView& ChartTabs::ChartForSymbol() {
     if (CurrentComparison() != nullptr) {
-        TabState state;
+        ChartState state;
         state.period = Current().Period();
         state.count = Current().Count();
-        setCurrentWidget(&Add(state));
+        setCurrentWidget(&Add({{state}}));
     }
     return *CurrentChart();
 }
 
 void ChartTabs::OpenSymbol(std::uint8_t market, const CString& id) {
     ChartView& chart = ChartForSymbol();
-    const PeriodSet available = terminal::AvailablePeriods(m_markets, market, id);
-    BarsKey wanted{market, id, chart.Period(), chart.Count()};
-    const bool isThere = m_markets.HasPeriod(market, id, wanted.period) && MayShow(wanted);
-    if (available.any() && !isThere) {
-        std::size_t first = 0;
-        while (!available[first]) {
-            ++first;
-        }
-        wanted.period = kPeriods[first].code;
-        wanted.count = kPeriods[first].count;
-    }
-    chart.Show(wanted);
+    chart.Show(NearestHistory(m_markets, {market, id, chart.Period(), chart.Count()}));
     chart.setFocus();
 }
 
@@ -215,31 +259,6 @@ void ChartTabs::SelectGroup(const CString& name) {
     }
 }
 
-void ChartTabs::SetRisingRed(bool risingRed) {
-    m_risingRed = risingRed;
-    for (int i = 0; i < count(); ++i) {
-        At(i).SetRisingRed(risingRed);
-    }
-}
-
-QList<TabState> ChartTabs::States() const {
-    QList<TabState> states;
-    for (int i = 0; i < count(); ++i) {
-        states.append(StateOf(i));
-    }
-    return states;
-}
-
-std::vector<std::pair<CString, int>> ChartTabs::ViewsOfGroup(int uniNum) const {
-    std::vector<std::pair<CString, int>> views;
-    for (int i = 0; i < count(); ++i) {
-        if (const ChartView* chart = ChartAt(i); chart && chart->GroupUniNum() == uniNum) {
-            views.emplace_back(ui::FromQString(tabToolTip(i)), i);
-        }
-    }
-    return views;
-}
-
 PeriodSet ChartTabs::AvailablePeriods() const {
     if (const ComparisonView* comparison = CurrentComparison()) {
         PeriodSet available;
@@ -252,19 +271,65 @@ PeriodSet ChartTabs::AvailablePeriods() const {
     return terminal::AvailablePeriods(m_markets, shown.market, shown.symbol);
 }
 
-// ---- Titles ----
+// ---- All charts ----
 
-void ChartTabs::Retranslate() {
-    for (int i = 0; i < count(); ++i) {
-        ShowTitle(At(i));
+void ChartTabs::SetRisingRed(bool risingRed) {
+    m_risingRed = risingRed;
+    for (int tab = 0; tab < count(); ++tab) {
+        for (ChartPage* chart : GridAt(tab).Charts()) {
+            chart->SetRisingRed(risingRed);
+        }
     }
 }
 
-void ChartTabs::ShowTitle(const ChartPage& page) {
-    const QString text = page.Name() + ' ' + PeriodText(page.Period(), page.Count());
-    const int tab = indexOf(&page);
-    setTabText(tab, ui::WithBareAmpersands(text));
-    setTabToolTip(tab, text);
+QList<TabState> ChartTabs::States() const {
+    QList<TabState> states;
+    for (int tab = 0; tab < count(); ++tab) {
+        const ChartGrid& grid = GridAt(tab);
+        TabState& state = states.emplace_back();
+        for (const ChartPage* chart : grid.Charts()) {
+            state.charts.append(StateOf(*chart));
+        }
+        state.grid = grid.State();
+    }
+    return states;
+}
+
+std::vector<std::pair<CString, int>> ChartTabs::ViewsOfGroup(int uniNum) const {
+    std::vector<std::pair<CString, int>> views;
+    for (int tab = 0; tab < count(); ++tab) {
+        for (const ChartPage* page : GridAt(tab).Charts()) {
+            const auto* chart = qobject_cast<const ChartView*>(page);
+            if (chart != nullptr && chart->GroupUniNum() == uniNum) {
+                views.emplace_back(ui::FromQString(TitleOf(*chart)), tab);
+            }
+        }
+    }
+    return views;
+}
+
+// ---- Titles ----
+
+void ChartTabs::Retranslate() {
+    for (int tab = 0; tab < count(); ++tab) {
+        ShowTitle(GridAt(tab));
+    }
+}
+
+/// Of the active chart, with the number of windows; the tip names them all.
+void ChartTabs::ShowTitle(const ChartGrid& grid) {
+    const int tab = indexOf(&grid);
+    if (tab < 0) {
+        return;  // it is being made
+    }
+    QStringList titles;
+    for (const ChartPage* chart : grid.InView()) {
+        titles.append(TitleOf(*chart));
+    }
+    const QString text = TitleOf(grid.Active());
+    const QString count = titles.size() > 1 ? QString(" (%1)").arg(titles.size()) : QString();
+    setTabText(tab, ui::WithBareAmpersands(text) + count);
+    setTabToolTip(tab, titles.join('\n'));
     for (const auto side : {QTabBar::LeftSide, QTabBar::RightSide}) {
         if (QWidget* close = tabBar()->tabButton(tab, side)) {
             // The toolkit's own text, which it sets in the language of the beginning.

@@ -3,6 +3,7 @@
 #include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/compare/ComparisonView.h"
+#include "terminal/frame/ChartGrid.h"
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Frame.h"
 #include "terminal/frame/FrameToolBar.h"
@@ -58,6 +59,14 @@ void TakeBaseFromCursor(const Frame& frame) {
 
 void TakeFirstAsBase(const Frame& frame) {
     frame.tabs.CurrentComparison()->SetBaseDate(0);
+}
+
+template <bool ChartLinkSwitches::*link, Command command>
+void Link(const Frame& frame) {
+    ChartGrid& grid = frame.tabs.CurrentGrid();
+    ChartLinkSwitches switches = grid.Links();
+    switches.*link = frame.commands.At(command).isChecked();
+    grid.SetLinks(switches);
 }
 
 template <Language::Id language>
@@ -120,6 +129,18 @@ constexpr CommandRow kRows[] = {
      "Ctrl+Shift+B", TakeBaseFromCursor, true, Look::Plain, Needs::Comparison},
     {Command::CompareBaseFirst, MenuId::Comparison, "IDS_TERMINAL-FRAME_COMPARE_BASE_FIRST",
      "Ctrl+Shift+Home", TakeFirstAsBase, false, Look::Plain, Needs::Comparison},
+    {Command::ChooseLayout, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT", "Ctrl+Shift+W",
+     ChooseLayout, false, Look::Plain, Needs::Chart},
+    {Command::NextChart, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_NEXT", "F6",
+     OnTabs<&ChartTabs::FocusNextChart>},
+    {Command::PreviousChart, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_PREVIOUS", "Shift+F6",
+     OnTabs<&ChartTabs::FocusPreviousChart>},
+    {Command::SameSymbol, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_SAME_SYMBOL", "",
+     Link<&ChartLinkSwitches::symbol, Command::SameSymbol>, true, Look::Checkable, Needs::Chart},
+    {Command::SamePeriod, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_SAME_PERIOD", "",
+     Link<&ChartLinkSwitches::period, Command::SamePeriod>, false, Look::Checkable, Needs::Chart},
+    {Command::SameCursor, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_SAME_CURSOR", "",
+     Link<&ChartLinkSwitches::cursor, Command::SameCursor>, false, Look::Checkable, Needs::Chart},
     {Command::EditSettings, MenuId::Group, "IDS_TERMINAL-FRAME_SETTINGS", "Ctrl+T", EditGroups,
      false, Look::Plain, Needs::Chart},
     {Command::ImportGroups, MenuId::Group, "IDS_TERMINAL-FRAME_GROUP_IMPORT", "Ctrl+Shift+I",

@@ -19,6 +19,7 @@ struct MenuRow {
 constexpr MenuRow kMenus[] = {
     {MenuId::File, "IDS_TERMINAL-FRAME_MENU_FILE"},
     {MenuId::Chart, "IDS_TERMINAL-FRAME_MENU_CHART"},
+    {MenuId::Layout, "IDS_TERMINAL-FRAME_MENU_LAYOUT"},
     {MenuId::Group, "IDS_TERMINAL-FRAME_MENU_GROUP"},
     {MenuId::Drawing, "IDS_TERMINAL-FRAME_MENU_DRAWING"},
     {MenuId::Language, "IDS_TERMINAL-FRAME_MENU_LANGUAGE"},

@@ -33,6 +33,12 @@ enum class Command {
     CompareBaseCursor,
     CompareBaseFirst,
     ViewData,
+    ChooseLayout,
+    NextChart,
+    PreviousChart,
+    SameSymbol,
+    SamePeriod,
+    SameCursor,
     EditSettings,
     ImportGroups,
     ExportGroups,
@@ -59,7 +65,18 @@ enum class Command {
     About,
 };
 
-enum class MenuId { File, Chart, Symbols, Periods, Comparison, Group, Drawing, Language, Help };
+enum class MenuId {
+    File,
+    Chart,
+    Symbols,
+    Periods,
+    Comparison,
+    Layout,
+    Group,
+    Drawing,
+    Language,
+    Help,
+};
 
 /// How a command's action looks; of the languages, the tools and the modes of a comparison one each
 /// is checked.

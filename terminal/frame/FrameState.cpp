@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QLocale>
 #include <QSettings>
 
 #include <algorithm>
@@ -13,7 +14,6 @@ namespace ta::terminal {
 namespace {
 
 constexpr int kMaxTabs = 50;
-
 constexpr int kMaxDepths = 1000;
 
 /// "period/minutes/mode/records/day"; nothing for a text that is none.
@@ -77,28 +77,105 @@ QString ComparisonText(const ComparisonState& comparison) {
     return QJsonDocument(json).toJson(QJsonDocument::Compact);
 }
 
-TabState ReadTab(const QSettings& file) {
-    TabState tab;
-    tab.market = static_cast<unsigned char>(file.value("market").toUInt());
-    tab.symbol = file.value("symbol").toString();
-    tab.period = file.value("period").toInt();
-    tab.count = file.value("count").toInt();
-    tab.group = file.value("group", -1).toInt();
-    tab.depths = ReadDepths(file.value("depths").toStringList());
-    tab.comparison = ReadComparison(file.value("comparison").toString());
+ChartState ReadChart(const QSettings& file) {
+    ChartState chart;
+    chart.market = static_cast<unsigned char>(file.value("market").toUInt());
+    chart.symbol = file.value("symbol").toString();
+    chart.period = file.value("period").toInt();
+    chart.count = file.value("count").toInt();
+    chart.group = file.value("group", -1).toInt();
+    chart.depths = ReadDepths(file.value("depths").toStringList());
+    chart.comparison = ReadComparison(file.value("comparison").toString());
+    return chart;
+}
+
+void WriteChart(QSettings& file, const ChartState& chart) {
+    file.setValue("market", static_cast<unsigned>(chart.market));
+    file.setValue("symbol", chart.symbol);
+    file.setValue("period", chart.period);
+    file.setValue("count", chart.count);
+    file.setValue("group", chart.group);
+    file.setValue("depths", DepthTexts(chart.depths));
+    if (chart.comparison) {
+        file.setValue("comparison", ComparisonText(*chart.comparison));
+    }
+}
+
+/// "format/place/place..."; nothing for a text that is none.
+void ReadDividers(const QString& text, std::map<int, layout::Places>& dividers) {
+    const QStringList parts = text.split('/');
+    layout::Places places;
+    for (const QString& part : parts.mid(1)) {
+        places.push_back(part.toDouble());
+    }
+    const int format = parts[0].toInt();
+    if (layout::IsFormat(format) && layout::Fit(layout::LayoutOf(format), places)) {
+        dividers[format] = places;
+    }
+}
+
+QStringList DividerTexts(const std::map<int, layout::Places>& dividers) {
+    QStringList texts;
+    for (const auto& [format, places] : dividers) {
+        QStringList parts{QString::number(format)};
+        for (const double place : places) {
+            parts.append(QString::number(place, 'g', QLocale::FloatingPointShortest));
+        }
+        texts.append(parts.join('/'));
+    }
+    return texts;
+}
+
+GridState ReadGrid(const QSettings& file) {
+    GridState grid;
+    grid.format = file.value("format", grid.format).toInt();
+    grid.active = file.value("active", grid.active).toInt();
+    grid.guest = file.value("guest", grid.guest).toInt();
+    for (const QString& text : file.value("dividers").toStringList()) {
+        ReadDividers(text, grid.dividers);
+    }
+    grid.links.symbol = file.value("sameSymbol").toBool();
+    grid.links.period = file.value("samePeriod").toBool();
+    grid.links.cursor = file.value("sameCursor").toBool();
+    return grid;
+}
+
+void WriteGrid(QSettings& file, const GridState& grid) {
+    file.setValue("format", grid.format);
+    file.setValue("active", grid.active);
+    file.setValue("guest", grid.guest);
+    file.setValue("dividers", DividerTexts(grid.dividers));
+    file.setValue("sameSymbol", grid.links.symbol);
+    file.setValue("samePeriod", grid.links.period);
+    file.setValue("sameCursor", grid.links.cursor);
+}
+
+/// The first chart stands in the tab itself, as when a tab had one chart.
+TabState ReadTab(QSettings& file) {
+    TabState tab{{ReadChart(file)}};
+    if (tab.charts.front().comparison) {
+        return tab;
+    }
+    tab.grid = ReadGrid(file);
+    const int others = std::min(file.beginReadArray("others"), layout::kMostWindows - 1);
+    for (int i = 0; i < others; ++i) {
+        file.setArrayIndex(i);
+        tab.charts.append(ReadChart(file));
+        tab.charts.back().comparison.reset();
+    }
+    file.endArray();
     return tab;
 }
 
 void WriteTab(QSettings& file, const TabState& tab) {
-    file.setValue("market", static_cast<unsigned>(tab.market));
-    file.setValue("symbol", tab.symbol);
-    file.setValue("period", tab.period);
-    file.setValue("count", tab.count);
-    file.setValue("group", tab.group);
-    file.setValue("depths", DepthTexts(tab.depths));
-    if (tab.comparison) {
-        file.setValue("comparison", ComparisonText(*tab.comparison));
+    WriteChart(file, tab.charts.front());
+    WriteGrid(file, tab.grid);
+    file.beginWriteArray("others", static_cast<int>(tab.charts.size()) - 1);
+    for (int i = 1; i < tab.charts.size(); ++i) {
+        file.setArrayIndex(i - 1);
+        WriteChart(file, tab.charts[i]);
     }
+    file.endArray();
 }
 
 }  // namespace

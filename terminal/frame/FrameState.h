@@ -3,6 +3,7 @@
 #include "platform/ComparisonSets.h"
 #include "terminal/chart/HistoryDepth.h"
 #include "terminal/compare/Comparison.h"
+#include "terminal/frame/GridState.h"
 #include "terminal/lang/Language.h"
 
 #include <QByteArray>
@@ -22,7 +23,7 @@ struct ComparisonState {
 };
 
 /// One chart window of the frame.
-struct TabState {
+struct ChartState {
     unsigned char market = 0;
     QString symbol;
     int period = 0;  ///< 0 daily, 1 weekly, 2 monthly, 3 minute, 4 second
@@ -30,6 +31,16 @@ struct TabState {
     int group = -1;  ///< UniNum of the chart's group
     HistoryDepths depths = {};
     std::optional<ComparisonState> comparison = {};  ///< in the place of all above but the depths
+
+    bool operator==(const ChartState&) const = default;
+};
+
+/// One tab of the frame.
+struct TabState {
+    /// At least one, and as many as the layout has windows or more; the rest is parked. A
+    /// comparison has its tab to itself.
+    QList<ChartState> charts;
+    GridState grid = {};
 
     bool operator==(const TabState&) const = default;
 };

@@ -5,10 +5,13 @@
 #include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/compare/ComparisonView.h"
+#include "terminal/frame/ChartGrid.h"
+#include "terminal/frame/ChartStates.h"
 #include "terminal/frame/CommandTable.h"
 #include "terminal/frame/PeriodBar.h"
 #include "terminal/frame/SymbolMenu.h"
 #include "terminal/frame/SymbolTexts.h"
+#include "terminal/frame/TabMenu.h"
 #include "terminal/frame/openers/Openers.h"
 
 #include <QCloseEvent>
@@ -79,6 +82,7 @@ MainWindow::MainWindow(Session& session, QWidget* parent)
     m_cursorText->setMinimumWidth(1);
     statusBar()->addPermanentWidget(m_cursorText);
     MakeNewTabButton();
+    AddTabMenu(m_frame.tabs, m_frame.commands);
     MakeToolBars();
     resize(FirstSize(*this));
     connect(&m_frame.tabs, &ChartTabs::notice, this,
@@ -271,8 +275,7 @@ void MainWindow::Refresh() {
     m_periodMenu->Show(available, period);
     RefreshGroups();
     m_cursorText->setText(chart.CursorText());
-    setWindowTitle(m_frame.tabs.tabToolTip(m_frame.tabs.currentIndex()) + " - " +
-                   Tr("IDS_TERMINAL-FRAME_TITLE"));
+    setWindowTitle(TitleOf(chart) + " - " + Tr("IDS_TERMINAL-FRAME_TITLE"));
 }
 
 void MainWindow::RefreshCommands() {
@@ -282,11 +285,22 @@ void MainWindow::RefreshCommands() {
     m_frame.commands.Offer(chart ? Needs::Chart : Needs::Comparison);
     m_drawingBar->Attach(chart ? &chart->Drawings() : nullptr);
     commands.At(Command::CloseTab).setEnabled(tabs.count() > 1);
+    RefreshLayout();
     if (const ComparisonView* comparison = tabs.CurrentComparison()) {
         constexpr Command kModes[] = {Command::ComparePercent, Command::CompareIndexed,
                                       Command::ComparePrices};
         commands.At(kModes[static_cast<std::size_t>(comparison->Mode())]).setChecked(true);
     }
+}
+
+void MainWindow::RefreshLayout() {
+    const Commands& commands = m_frame.commands;
+    const ChartGrid& grid = m_frame.tabs.CurrentGrid();
+    commands.At(Command::NextChart).setEnabled(grid.WindowCount() > 1);
+    commands.At(Command::PreviousChart).setEnabled(grid.WindowCount() > 1);
+    commands.At(Command::SameSymbol).setChecked(grid.Links().symbol);
+    commands.At(Command::SamePeriod).setChecked(grid.Links().period);
+    commands.At(Command::SameCursor).setChecked(grid.Links().cursor);
 }
 
 void MainWindow::RefreshGroups() {

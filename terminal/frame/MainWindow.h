@@ -53,6 +53,7 @@ private:
     void Retranslate();
     void Refresh();
     void RefreshCommands();
+    void RefreshLayout();
     void RefreshGroups();
 
     Frame m_frame;

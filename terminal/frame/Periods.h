@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/TaData.h"
 #include "platform/Types.h"
 
 #include <QString>
@@ -38,6 +39,12 @@ using PeriodSet = std::bitset<kPeriods.size()>;  ///< bit i: kPeriods[i]
 
 /// The periods that the market data have for a symbol.
 PeriodSet AvailablePeriods(const MarketData& markets, std::uint8_t market, const CString& id);
+
+/// Whether the market data have a history and the user may see it.
+bool IsThere(const MarketData& markets, const BarsKey& history);
+/// The history when it is there, else the symbol's first period that the frame offers; the history
+/// all the same when the symbol has none.
+BarsKey NearestHistory(const MarketData& markets, const BarsKey& history);
 
 /// Whether any of the periods is of this code.
 constexpr bool HasPeriod(const PeriodSet& periods, int code) {

@@ -200,7 +200,7 @@ TEST_F(MainWindowTest, NextRunBringsBackGroupsTabsAndSettings) {
 TEST_F(MainWindowTest, RemembersATabWhoseSymbolIsGone) {
     End();
     terminal::FrameState state;
-    state.tabs = {{2, "GONE", 0, 0, 99}, {2, "SPX", 0, 0, 0}};
+    state.tabs = {{{{2, "GONE", 0, 0, 99}}}, {{{2, "SPX", 0, 0, 0}}}};
     ASSERT_TRUE(SaveFrameState(terminal::FrameStatePath(StorePath()), state));
     Start();
     EXPECT_EQ(Tabs().count(), 2);

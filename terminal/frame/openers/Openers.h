@@ -24,6 +24,9 @@ void CompareSymbols(const Frame& frame);
 /// The data viewer of the chart, which stays open beside it.
 void ViewData(const Frame& frame);
 
+/// The layout dialog on the tab in front, which is arranged as the user chooses.
+void ChooseLayout(const Frame& frame);
+
 /// The settings sheet on the chart's group.
 void EditGroups(const Frame& frame);
 /// The same on the studies, with one of a pane selected: `pane` from 0, `study` from 1, 0 the pane.
