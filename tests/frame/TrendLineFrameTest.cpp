@@ -301,7 +301,7 @@ TEST_F(TrendLineFrame, TheListNamesSymbolPeriodAndKindAndOpensThem) {
     {
         TrendLineListDialog list(Window().Parts());
         ASSERT_EQ(Rows(list), 5) << "Lines of other windows are not the user's charts'.";
-        const QString today = QDate::currentDate().toString(Qt::ISODate);
+        const QString today = QDate::currentDate().toString("yyyy/MM/dd");
         EXPECT_EQ(Row(list, 0),
                   QStringList({"SPX S&P 500 指數", "日線", "趨勢線",
                                "2019/01/04  100.00  →  2019/02/23  110.25", "已鎖定", today}));
@@ -325,6 +325,9 @@ TEST_F(TrendLineFrame, TheListNamesSymbolPeriodAndKindAndOpensThem) {
     EXPECT_EQ(Board().Selected(), 0);
     InList([](TrendLineListDialog& shown) { Press(shown, {Qt::Key_Escape}); });
     EXPECT_EQ(Chart().SymbolId(), "9901");
+    InList([](TrendLineListDialog& shown) { Press(shown, {Qt::Key_Return}); });
+    EXPECT_EQ(Chart().SymbolId(), "SPX");
+    EXPECT_LE(Chart().VisibleBars().first, 17950 - 17897) << "The line is in view.";
 }
 
 TEST_F(TrendLineFrame, TheListDeletesWhatIsSelectedAndSaysWhatCanBeUndone) {
