@@ -642,7 +642,7 @@
     <message id="IDS_TERMINAL-FRAME_LINES_NONE"><translation>There are no lines.</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_ASK_DELETE"><translation>Delete the selected lines (%1)?</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_ASK_LOCKED"><translation>Locked ones among them: %1.</translation></message>
-    <message id="IDS_TERMINAL-FRAME_LINES_ASK_UNDO"><translation>The charts that show them can undo it.</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LINES_ASK_UNDO"><translation>It can be undone in the charts that show them.</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_ASK_UNDO_SOME"><translation>Open charts can undo this for %1 of them; the others are on no open chart and cannot be brought back.</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_ASK_NO_UNDO"><translation>No open chart shows them: they cannot be brought back.</translation></message>
     <message id="IDS_TERMINAL-FRAME_SAVE_SETTINGS"><translation>&amp;Save settings</translation></message>

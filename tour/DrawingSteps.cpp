@@ -1,3 +1,6 @@
+#include "dialogs/MXSetPenStyleWidthDlg.h"
+#include "platform/ui/PenSamples.h"
+#include "platform/ui/TextBridge.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/plot/PlotMapping.h"
@@ -5,7 +8,9 @@
 #include "tour/Steps.h"
 
 #include <qcustomplot.h>
-#include <QTableWidget>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QTableView>
 
 #include <algorithm>
 
@@ -32,6 +37,10 @@ QPoint PointOf(Guide& guide, const Share& share) {
 void Click(Guide& guide, const Share& at) {
     QTest::mouseClick(&Plot(guide), Qt::LeftButton, {}, PointOf(guide, at));
     Settle();
+}
+
+void Click(QWidget& widget) {
+    QTest::mouseClick(&widget, Qt::LeftButton);
 }
 
 void Draw(Guide& guide, Command tool, const std::vector<Share>& points) {
@@ -87,14 +96,22 @@ void ShowTrendLinesTwice(Guide& guide) {
 void ShowTrendLineList(Guide& guide) {
     guide.Open("AMZN");
     Draw(guide, Command::DrawLine, {{0.2, 0.7}, {0.7, 0.3}});
-    guide.Choose(Command::ListLines, {[&guide](QWidget& dialog) {
-                     auto& table = Find<QTableWidget>(dialog, {});
-                     Expect(table.rowCount() == 2, "the list has not two symbols");
-                     guide.Picture("trend-line-list");
-                     QTest::keyClick(&table, Qt::Key_Down);
-                     QTest::keyClick(&table, Qt::Key_Up);
-                     Confirm(dialog);
-                 }});
+    InBothLanguages(guide, [&](const QString& language) {
+        guide.Choose(Command::ListLines,
+                     {[&](QWidget& dialog) {
+                          auto& table = Find<QTableView>(dialog, {});
+                          Expect(table.model()->rowCount() > 6, "lines are missing");
+                          QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
+                          QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
+                          guide.Picture("trend-line-list-" + language);
+                          QTest::keyClick(&table, Qt::Key_Delete);
+                          QTest::keyClick(&dialog, Qt::Key_Return);
+                      },
+                      [&](QWidget& question) {
+                          guide.Picture("trend-line-list-question-" + language);
+                          Deny(question);
+                      }});
+    });
     guide.Open("SPX");
 }
 
@@ -103,12 +120,86 @@ void ShowTrendLinesInTheDark(Guide& guide) {
     guide.DarkPicture("trend-lines-dark");
 }
 
+// ---- Pens ----
+
+/// Gives the selected line a pen by its dialog.
+void ChoosePen(Guide& guide, const QString& style, const QString& width) {
+    guide.Choose(Command::LinePen, {[&](QWidget& dialog) {
+                     for (const QString& sample : {"width" + width, "style" + style}) {
+                         Click(Find<ui::PenSample>(dialog, sample + "Sample"));
+                     }
+                     Confirm(dialog);
+                 }});
+}
+
+void DrawInEveryPen(Guide& guide) {
+    guide.Open("GLD-SPOT");
+    const char* const pens[][2] = {{"0", "1"}, {"1", "1"}, {"2", "1"}, {"3", "1"}, {"4", "1"},
+                                   {"0", "2"}, {"0", "3"}, {"0", "4"}, {"0", "5"}};
+    double y = 0.1;
+    for (const auto& [style, width] : pens) {
+        Draw(guide, Command::DrawSegment, {{0.1, y + 0.04}, {0.6, y}});
+        ChoosePen(guide, style, width);
+        y += 0.09;
+    }
+    Expect(guide.Chart().Drawings().SelectedLine()->pen.width == 5, "the pen is not taken");
+}
+
+void ShowPenDialog(Guide& guide, const QString& language) {
+    guide.Choose(Command::LinePen, {[&](QWidget& dialog) {
+                     Click(Find<ui::PenSample>(dialog, "width1Sample"));
+                     Click(Find<ui::PenSample>(dialog, "style3Sample"));
+                     guide.Picture("pen-thin-" + language);
+                     Click(Find<ui::PenSample>(dialog, "width3Sample"));
+                     guide.Picture("pen-wide-" + language);
+                     Dismiss(dialog);
+                 }});
+    MXSetPenStyleWidthDlg cursor(
+        1, 2, ui::FromQString(qtTrId("IDS_TECHWND-CANVAS_COMMON_CURSORHEAD_OPEN")),
+        &guide.Window());
+    guide.WithDialogs([&] { cursor.DoModal(); }, {[&](QWidget& dialog) {
+                          guide.Picture("pen-cursor-line-" + language);
+                          Dismiss(dialog);
+                      }});
+}
+
+/// The context menu, at the selected line.
+void ShowLineMenu(Guide& guide, const QString& language) {
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, {});
+    QApplication::sendEvent(&guide.Chart(), &key);
+    Settle();
+    guide.Picture("line-menu-" + language);
+    Find<QMenu>(guide.Chart(), {}).close();
+    guide.Choose(Command::UndoLine);
+    guide.MenuPicture(MenuId::Drawing, "drawing-menu-undo-" + language);
+    guide.Choose(Command::RedoLine);
+}
+
+void ShowPens(Guide& guide) {
+    DrawInEveryPen(guide);
+    guide.Picture("pens");
+    guide.DarkPicture("pens-dark");
+    InBothLanguages(guide, [&](const QString& language) {
+        ShowPenDialog(guide, language);
+        ShowLineMenu(guide, language);
+    });
+    guide.Choose(Command::LinePen, {[&](QWidget& dialog) {
+                     guide.DarkPicture("pen-dark");
+                     Dismiss(dialog);
+                 }});
+    guide.Open("SPX");
+}
+
 }  // namespace
 
 std::vector<Step> DrawingSteps() {
-    return {{"drawing", ShowDrawing},          {"trend lines", ShowTrendLines},
-            {"drawing menu", ShowDrawingMenu}, {"second window", ShowTrendLinesTwice},
-            {"line list", ShowTrendLineList},  {"dark trend lines", ShowTrendLinesInTheDark}};
+    return {{"drawing", ShowDrawing},
+            {"trend lines", ShowTrendLines},
+            {"drawing menu", ShowDrawingMenu},
+            {"second window", ShowTrendLinesTwice},
+            {"pens", ShowPens},
+            {"line list", ShowTrendLineList},
+            {"dark trend lines", ShowTrendLinesInTheDark}};
 }
 
 }  // namespace ta::tour

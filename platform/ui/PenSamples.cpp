@@ -28,16 +28,15 @@ QColor TextColour(QIcon::Mode mode) {
         mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::Text);
 }
 
-/// Draws anew for every size and scale, in the palette in use: `draw` gets the painter, the area
-/// and the colour of texts.
+/// Draws anew for every size and scale, in the palette in use.
 class SampleIconEngine : public QIconEngine {
 public:
-    using Drawing = std::function<void(QPainter&, const QRect&, const QColor&)>;
+    using Drawing = std::function<void(QPainter&, const QRect&, QIcon::Mode)>;
 
     explicit SampleIconEngine(Drawing draw) : m_draw(std::move(draw)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-        m_draw(*painter, rect, TextColour(mode));
+        m_draw(*painter, rect, mode);
     }
 
     /// `size` is in pixels of the screen, `scale` of which make one of the window.
@@ -84,16 +83,17 @@ QPen MakePen(const QColor& colour, int style, int width) {
 }
 
 QIcon PenIcon(int style, int width, const QColor& colour) {
-    return QIcon(
-        new SampleIconEngine([=](QPainter& painter, const QRect& area, const QColor& textColour) {
-            DrawSample(painter, area, colour.isValid() ? colour : textColour, style, width);
-        }));
+    return QIcon(new SampleIconEngine([=](QPainter& painter, const QRect& area, QIcon::Mode mode) {
+        // On the background of a selected row any colour may be lost.
+        const bool isOwn = colour.isValid() && mode != QIcon::Selected && mode != QIcon::Disabled;
+        DrawSample(painter, area, isOwn ? colour : TextColour(mode), style, width);
+    }));
 }
 
 QIcon ColourIcon(const QColor& colour) {
-    return QIcon(new SampleIconEngine(
-        [colour](QPainter& painter, const QRect& area, const QColor& textColour) {
-            painter.setPen(textColour);
+    return QIcon(
+        new SampleIconEngine([colour](QPainter& painter, const QRect& area, QIcon::Mode mode) {
+            painter.setPen(TextColour(mode));
             painter.setBrush(colour);
             painter.drawRect(area.adjusted(0, 0, -1, -1));
         }));

@@ -27,7 +27,8 @@ TADIALOGS_EXPORT QPen MakePen(const QColor& colour, int style, int width);
 TADIALOGS_EXPORT const char* PenStyleKey(int style);
 
 /// An icon of a line of the style and width, for the entries of lists and menus and for buttons.
-/// Sharp at any scale and size. Without a colour it has that of texts when it is drawn.
+/// Sharp at any scale and size. Without a colour, disabled and in a selected row it has that of
+/// texts when it is drawn.
 TADIALOGS_EXPORT QIcon PenIcon(int style, int width, const QColor& colour = {});
 
 /// The same of a box filled with a colour, framed in that of texts.

@@ -12,6 +12,7 @@
 
 #include <qcustomplot.h>
 #include <QContextMenuEvent>
+#include <QTableView>
 
 namespace ta::test {
 namespace {
@@ -70,13 +71,32 @@ protected:
             [action](QWidget& dialog) { action(dynamic_cast<TrendLineListDialog&>(dialog)); });
         Choose(Command::ListLines);
     }
-    static QTableWidget& Table(const TrendLineListDialog& list) {
-        return *list.findChild<QTableWidget*>();
+    static QTableView& Table(const TrendLineListDialog& list) {
+        return *list.findChild<QTableView*>();
     }
     static QString Cell(const TrendLineListDialog& list, int row, int column) {
-        return Table(list).item(row, column)->text();
+        return Table(list).model()->index(row, column).data().toString();
     }
-    static int Rows(const TrendLineListDialog& list) { return Table(list).rowCount(); }
+    static QStringList Row(const TrendLineListDialog& list, int row) {
+        QStringList cells;
+        for (int column = 0; column < Table(list).model()->columnCount(); ++column) {
+            cells << Cell(list, row, column);
+        }
+        return cells;
+    }
+    static int Rows(const TrendLineListDialog& list) { return Table(list).model()->rowCount(); }
+    static CString ChosenSymbol(const TrendLineListDialog& list) {
+        const auto chosen = list.Chosen();
+        return chosen ? chosen->chart.symbol : CString();
+    }
+    static void Add(const BarsKey& chart, const CString& line) {
+        terminal::EditTrendLines(chart, {{{}, line}});
+    }
+    /// Keys of commands reach an active window only.
+    static void Activate(QWidget& window) {
+        window.activateWindow();
+        EXPECT_TRUE(Await([&] { return window.isActiveWindow(); }));
+    }
     static void Press(QWidget& widget, std::initializer_list<Qt::Key> keys) {
         for (const Qt::Key key : keys) {
             QTest::keyClick(&widget, key);
@@ -180,9 +200,9 @@ TEST_F(TrendLineFrame, TheLinesOfAnotherTerminalAppearAndStay) {
     DrawSegment(0.5);
     terminal::SqliteStore other;
     ASSERT_EQ(other.Open(StorePath()).state, terminal::OpenResult::Opened);
-    TrendLineListDialog list(Session().Markets(), &Window());
+    TrendLineListDialog list(Window().Parts());
     list.show();
-    EXPECT_EQ(Cell(list, 0, 1), "1");
+    EXPECT_EQ(Rows(list), 1);
     TrendLinesByType lines;
     ASSERT_TRUE(other.LoadTATrendLine(kTechViewClass, "02/SPX", lines));
     ASSERT_EQ(lines.size(), 1u);
@@ -191,7 +211,7 @@ TEST_F(TrendLineFrame, TheLinesOfAnotherTerminalAppearAndStay) {
     other.SaveTATrendLine(kTechViewClass, "02/SPX", lines);
     other.PackFile();
     ASSERT_TRUE(Await([this] { return Board().LineCount() == 2; }));
-    EXPECT_EQ(Cell(list, 0, 1), "2") << "The list is told too.";
+    EXPECT_EQ(Rows(list), 2) << "The list is told too.";
     DrawSegment(0.6);
     bool reload = false;
     ASSERT_TRUE(Await([&] { return other.GetTASettingReloadType(reload) && reload; }));
@@ -232,95 +252,163 @@ TEST_F(TrendLineFrame, AReloadWhileALineIsHalfDrawnChangesTheRestAndNotTheDrawin
 
 TEST_F(TrendLineFrame, AReloadWhileTheListIsOpenIsShownThere) {
     DrawSegment(0.5);
-    terminal::AddTrendLine({16, "9901", 3, 5}, kSomeLine);
+    Add({16, "9901", 3, 5}, kSomeLine);
     InList([this](TrendLineListDialog& list) {
         Press(Table(list), {Qt::Key_End, Qt::Key_Down});
         EXPECT_EQ(Rows(list), 2);
-        EXPECT_EQ(list.Chosen()->symbol, "9901");
+        EXPECT_EQ(ChosenSymbol(list), "9901");
         InOther([](terminal::SqliteStore& other) {
             other.SaveTATrendLine(kTechViewClass, "02/AMZN",
                                   {{"02/AMZN/0000/0/price", {kSomeLine}}});
         });
         EXPECT_TRUE(Await([&] { return Rows(list) == 3; }));
         EXPECT_EQ(Cell(list, 2, 0), "9901 模擬電子");
-        EXPECT_EQ(list.Chosen()->symbol, "9901") << "The choice follows its symbol.";
+        EXPECT_EQ(ChosenSymbol(list), "9901") << "The choice follows its line.";
         SaveInOther({"New"}, {});
         EXPECT_TRUE(Await([&] { return Rows(list) == 2; }));
-        EXPECT_EQ(list.Chosen()->symbol, "9901");
+        EXPECT_EQ(ChosenSymbol(list), "9901");
         EXPECT_EQ(Chart().GroupName(), "New");
         EXPECT_EQ(Board().LineCount(), 0);
 
         // All goes, and something else comes, while the question is open.
-        m_prompts.ExpectYesNo(false);
+        m_prompts.ExpectYesNo(true);
         m_prompts.Meanwhile([&] {
             InOther(
                 [](terminal::SqliteStore& other) { other.RemoveAllTrendLineData(kTechViewClass); });
             EXPECT_TRUE(Await([&] { return Rows(list) == 0; }));
+            SaveInOther({"Newer"}, {kSomeLine});
+            EXPECT_TRUE(Await([&] { return Rows(list) == 1; }));
         });
-        QTest::mouseClick(list.findChild<QPushButton*>("clearButton"), Qt::LeftButton);
-        EXPECT_FALSE(list.Chosen());
-        SaveInOther({"Newer"}, {kSomeLine});
-        EXPECT_TRUE(Await([&] { return Rows(list) == 1; }));
+        Press(Table(list), {Qt::Key_Delete});
+        EXPECT_EQ(ChosenSymbol(list), "SPX") << "What was not asked about stays.";
         EXPECT_EQ(Board().LineCount(), 1);
         list.grab();
         Press(list, {Qt::Key_Return});
     });
     EXPECT_EQ(Chart().SymbolId(), "SPX");
     EXPECT_EQ(Chart().GroupName(), "Newer");
-    EXPECT_EQ(Board().LineCount(), 1);
+    EXPECT_EQ(Board().Selected(), 0);
 }
 
-TEST_F(TrendLineFrame, TheListNamesSymbolsKindsAndOpensThem) {
-    DrawSegment(0.5);
-    terminal::AddTrendLine({16, "9901", 3, 5}, "2007/a/b/c/0/x");
-    terminal::AddTrendLine({16, "9901", 3, 5}, "2003/a/b/c/0/x");
-    terminal::AddTrendLine({16, "9901", 3, 5}, "unreadable");
-    terminal::AddTrendLine({9, "GONE", 0, 0}, kSomeLine);
-    TrendLineListDialog list(Session().Markets(), &Window());
-    ASSERT_EQ(Rows(list), 3);
-    EXPECT_EQ(Cell(list, 0, 0), "SPX S&P 500 指數");
-    EXPECT_EQ(Cell(list, 0, 2), "線段 1");
-    EXPECT_EQ(Cell(list, 0, 3).size(), 10);
-    EXPECT_EQ(Cell(list, 1, 0), "GONE") << "A symbol that is not known.";
-    EXPECT_EQ(Cell(list, 2, 0), "9901 模擬電子");
-    EXPECT_EQ(Cell(list, 2, 1), "3");
-    EXPECT_EQ(Cell(list, 2, 2), "種類 2003 1、股票箱 1、無法辨識 1");
-
-    InList([](TrendLineListDialog& shown) {
-        Press(Table(shown), {Qt::Key_End, Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
-    });
-    EXPECT_EQ(Chart().SymbolId(), "9901");
-    EXPECT_EQ(std::pair(Chart().Period(), Chart().Count()), std::pair(3, 5)) << "Where lines are.";
-    InList([](TrendLineListDialog& shown) { Press(shown, {Qt::Key_Escape}); });
-    EXPECT_EQ(Chart().SymbolId(), "9901");
-}
-
-TEST_F(TrendLineFrame, AClassIsClearedAfterAQuestion) {
-    DrawSegment(0.5);
-    terminal::AddTrendLine({16, "9901", 0, 0}, kSomeLine);
+TEST_F(TrendLineFrame, TheListNamesSymbolPeriodAndKindAndOpensThem) {
+    Add(kDaily, "2004/2a7fff/1/0/1/17900,100/17950,110.25");
+    for (const char* line : {"2002/2a7fff/1/0/0/18300,104.5", "2007/a/b/c/0/x", "unreadable"}) {
+        Add({16, "9901", 3, 5}, line);
+    }
+    Add({9, "GONE", 0, 0}, kSomeLine);
     Repository().AddTrendLineData("Other", "10/9901", "price", 0, kSomeLine, 0);
     Repository().SaveTrendLineData();
-    TrendLineListDialog list(Session().Markets(), &Window());
+    {
+        TrendLineListDialog list(Window().Parts());
+        ASSERT_EQ(Rows(list), 5) << "Lines of other windows are not the user's charts'.";
+        const QString today = QDate::currentDate().toString("yyyy/MM/dd");
+        EXPECT_EQ(Row(list, 0),
+                  QStringList({"SPX S&P 500 指數", "日線", "趨勢線",
+                               "2019/01/04  100.00  →  2019/02/23  110.25", "已鎖定", today}));
+        EXPECT_EQ(Cell(list, 1, 0), "GONE") << "A symbol that is not known.";
+        EXPECT_EQ(Row(list, 2),
+                  QStringList({"9901 模擬電子", "5 分線", "水平線", "104.5", "", today}));
+        EXPECT_EQ(Cell(list, 3, 2) + Cell(list, 4, 2), "股票箱無法辨識");
+        for (int column = 0; column < Table(list).model()->columnCount(); ++column) {
+            EXPECT_FALSE(Table(list)
+                             .model()
+                             ->headerData(column, Qt::Horizontal)
+                             .toString()
+                             .contains("類別"));
+        }
+    }
+    InList([](TrendLineListDialog& shown) {
+        Press(Table(shown), {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
+    });
+    EXPECT_EQ(Chart().SymbolId(), "9901");
+    EXPECT_EQ(std::pair(Chart().Period(), Chart().Count()), std::pair(3, 5)) << "Where it is.";
+    EXPECT_EQ(Board().Selected(), 0);
+    InList([](TrendLineListDialog& shown) { Press(shown, {Qt::Key_Escape}); });
+    EXPECT_EQ(Chart().SymbolId(), "9901");
+    InList([](TrendLineListDialog& shown) { Press(shown, {Qt::Key_Return}); });
+    EXPECT_EQ(Chart().SymbolId(), "SPX");
+    EXPECT_LE(Chart().VisibleBars().first, 17950 - 17897) << "The line is in view.";
+}
+
+TEST_F(TrendLineFrame, TheListDeletesWhatIsSelectedAndSaysWhatCanBeUndone) {
+    DrawSegment(0.5);
+    DrawSegment(0.6);
+    Choose(Command::LockLine);
+    Add({2, "SPX", 1, 0}, kSomeLine);
+    Add({16, "9901", 0, 0}, "2007/a/b/c/0/x");
+    Add({16, "9901", 0, 0}, kSomeLine);
+    TrendLineListDialog list(Window().Parts());
     list.show();
-    ASSERT_EQ(Rows(list), 3);
-    auto* clear = list.findChild<QPushButton*>("clearButton");
+    Activate(list);
+    ASSERT_EQ(Rows(list), 5);
+    auto* button = list.findChild<QPushButton*>("deleteButton");
     m_prompts.ExpectYesNo(false);
-    QTest::mouseClick(clear, Qt::LeftButton);
-    const QString question = m_prompts.Last().text;
-    EXPECT_TRUE(question.contains("MXTechView") && question.contains('2'))
-        << question.toStdString();
-    EXPECT_EQ(Rows(list), 3);
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(m_prompts.Last().text,
+              "確定要刪除選取的 1 條畫線嗎？\n刪除後，可在顯示這些畫線的圖表中復原。");
+    EXPECT_EQ(m_prompts.Last().presetAnswer, ui::Answer::No);
+    EXPECT_EQ(Rows(list), 5);
+
+    Table(list).setFocus();
+    Table(list).selectAll();
     m_prompts.ExpectYesNo(true);
-    QTest::mouseClick(clear, Qt::LeftButton);
-    ASSERT_EQ(Rows(list), 1);
-    EXPECT_EQ(Cell(list, 0, 4), "Other");
-    EXPECT_EQ(Board().LineCount(), 0);
-    m_prompts.ExpectYesNo(true);
-    QTest::mouseClick(clear, Qt::LeftButton);
+    Press(Table(list), {Qt::Key_Delete});
+    EXPECT_EQ(m_prompts.Last().text,
+              "確定要刪除選取的 5 條畫線嗎？\n其中 1 條已鎖定。\n"
+              "其中 2 條可在開啟的圖表中復原；其餘沒有開啟的圖表，刪除後無法復原。");
     EXPECT_EQ(Rows(list), 0);
-    EXPECT_FALSE(clear->isEnabled());
+    EXPECT_FALSE(button->isEnabled());
     EXPECT_FALSE(list.Chosen());
-    EXPECT_TRUE(terminal::ListTrendLineSymbols().empty());
+    Press(Table(list), {Qt::Key_Delete});
+    EXPECT_EQ(Board().LineCount(), 0);
+    Choose(Command::UndoLine);
+    EXPECT_EQ(Board().LineCount(), 2);
+    EXPECT_TRUE(Board().Lines()[1].locked);
+    EXPECT_EQ(Rows(list), 2);
+
+    Add({16, "9901", 0, 0}, kSomeLine);
+    Press(Table(list), {Qt::Key_End, Qt::Key_Down, Qt::Key_Down});
+    m_prompts.ExpectYesNo(true);
+    Press(Table(list), {Qt::Key_Delete});
+    EXPECT_TRUE(m_prompts.Last().text.endsWith("沒有開啟的圖表顯示這些畫線，刪除後無法復原。"));
+    EXPECT_EQ(Rows(list), 2);
+    EXPECT_EQ(ChosenSymbol(list), "SPX") << "The row before it.";
+}
+
+TEST_F(TrendLineFrame, TheMenuNamesWhatIsUndoneAndChangesTheSelectedLine) {
+    const auto text = [this](Command command) { return Action(command).text(); };
+    EXPECT_FALSE(IsEnabled(Command::UndoLine) || IsEnabled(Command::LinePen));
+    DrawSegment(0.5);
+    EXPECT_EQ(text(Command::UndoLine), "復原「繪製線段」(&U)");
+    m_driver.Expect([](QWidget& dialog) {
+        QTest::mouseClick(dialog.findChild<QWidget*>("width4Sample"), Qt::LeftButton);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    QTest::keyClick(&Chart(), Qt::Key_P, Qt::ControlModifier);
+    Activate(Window());
+    m_prompts.ExpectColour(Qt::red);
+    QTest::keyClick(&Chart(), Qt::Key_H, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(&Chart(), Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(IsChecked(Command::LockLine));
+    QTest::keyClick(&Chart(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(IsChecked(Command::LockLine));
+    EXPECT_EQ(Status(), "已復原「鎖定線段」。");
+    EXPECT_EQ(Board().SelectedLine()->pen, (terminal::LinePen{0xff0000, 4, 0}));
+    Choose(Command::English);
+    EXPECT_EQ(text(Command::UndoLine), "&Undo: Colour of Line segment");
+    EXPECT_EQ(text(Command::RedoLine), "&Redo: Lock Line segment");
+    QTest::keyClick(&Chart(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(Board().SelectedLine()->locked);
+    Choose(Command::NewTab);
+    EXPECT_EQ(text(Command::UndoLine), "&Undo") << "The new chart has no steps.";
+    EXPECT_FALSE(IsEnabled(Command::UndoLine));
+    EXPECT_TRUE(Action(Command::LinePen).icon().isNull());
+    Choose(Command::Chinese);
+    End();
+    Start();
+    DrawSegment(0.3);
+    EXPECT_EQ(Board().SelectedLine()->pen, (terminal::LinePen{0xff0000, 4, 0}))
+        << "The next run takes the last pen, and colour.";
 }
 
 }  // namespace

@@ -5,6 +5,9 @@
 #include "terminal/frame/openers/Openers.h"
 #include "terminal/frame/openers/TrendLineListDialog.h"
 #include "terminal/lines/DrawingBoard.h"
+#include "terminal/plot/PlotMapping.h"
+
+#include <algorithm>
 
 namespace ta::terminal {
 namespace {
@@ -14,7 +17,20 @@ bool Shows(const ChartTabs& tabs, const BarsKey& chart) {
     return current != nullptr && current->Shown() == chart;
 }
 
-/// The chart that the line is on, with the line selected.
+/// Scrolls to the selected line's last point.
+void ScrollToLine(ChartView& chart) {
+    const TrendLine* line = chart.Drawings().SelectedLine();
+    const auto [first, last] = chart.VisibleBars();
+    if (line == nullptr || first < 0) {
+        return;
+    }
+    const double bar = chart.Mapping().BarOfTime(line->anchors.back().time);
+    if (bar < first || bar > last) {
+        chart.SetCursorBar(static_cast<int>(std::clamp(bar, 0.0, chart.BarCount() - 1.0)));
+    }
+}
+
+/// The chart that the line is on, with the line selected and in view.
 void ShowLine(const Frame& frame, const ListedTrendLine& line) {
     const BarsKey& chart = line.chart;
     if (!Shows(frame.tabs, chart)) {
@@ -25,7 +41,9 @@ void ShowLine(const Frame& frame, const ListedTrendLine& line) {
         frame.tabs.ShowPeriod(chart.period, chart.count);
     }
     if (Shows(frame.tabs, chart)) {
-        frame.tabs.CurrentChart()->Drawings().Select(line.data);
+        ChartView& shown = *frame.tabs.CurrentChart();
+        shown.Drawings().Select(line.data);
+        ScrollToLine(shown);
     }
 }
 

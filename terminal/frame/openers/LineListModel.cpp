@@ -99,7 +99,7 @@ QString LineListModel::Text(const Row& row, int column) const {
         case kLock:
             return row.locked ? Tr("IDS_TERMINAL-FRAME_LINES_LOCKED") : QString();
         case kDate:
-            return ui::ToQString(row.line.date);
+            return ui::ToQString(row.line.date).replace('-', '/');  // as the other dates
         default:
             return {};
     }
