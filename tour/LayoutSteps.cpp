@@ -69,7 +69,7 @@ void PaintRow(QPainter& painter, const QPoint& at, Guide& guide, int format) {
 void ShowEveryLayout(Guide& guide) {
     FillCharts(guide);
     const QSize cell(kTabSize.width() + 160, kTabSize.height() + 10);
-    QImage sheet(cell.width() * 3, cell.height() * 5, QImage::Format_RGB32);
+    QPixmap sheet(cell.width() * 3, cell.height() * 5);
     sheet.fill(guide.Window().palette().color(QPalette::Window));
     QPainter painter(&sheet);
     for (int i = 0; i < layout::kLastFormat; ++i) {
@@ -77,7 +77,7 @@ void ShowEveryLayout(Guide& guide) {
         guide.Picture(QString("layout-%1").arg(i + 1, 2, 10, QChar('0')));
     }
     painter.end();
-    Expect(sheet.save(guide.FileBeside("layouts.png")), "the sheet of layouts cannot be written");
+    guide.Save(sheet, "layouts");
 }
 
 void ShowLinks(Guide& guide) {
