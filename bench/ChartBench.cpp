@@ -1,5 +1,6 @@
 // A pan step of a chart view beside one of a bare plot widget with as many candles, bars and lines.
 
+#include "bench/RandomBars.h"
 #include "bench/SideBySide.h"
 #include "platform/SyncInfo.h"
 #include "terminal/chart/ChartView.h"
@@ -15,37 +16,16 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <cmath>
-#include <random>
 #include <vector>
 
 namespace {
 
+using ta::bench::RandomWalk;
 using ta::terminal::ChartView;
 using ta::terminal::MarketData;
 
 constexpr QSize kSize(1200, 800);
 constexpr int kPanStep = 3;
-
-BarSeries RandomWalk(int count) {
-    std::mt19937 random(1);
-    std::normal_distribution<double> change(0, 0.01);
-    BarSeries bars;
-    double close = 1000;
-    for (int i = 0; i < count; ++i) {
-        Bar bar;
-        bar.time = 1000 + i;
-        bar.open = close;
-        close *= std::exp(change(random) - 0.002 * std::log(close / 1000));
-        bar.close = close;
-        bar.high = std::max(bar.open, bar.close) * 1.004;
-        bar.low = std::min(bar.open, bar.close) * 0.996;
-        bar.volume = 1e6 * (1 + std::abs(change(random)) * 100);
-        bars.push_back(bar);
-    }
-    return bars;
-}
 
 /// An empty settings store and the chart module. The settings repository uses them to its end.
 void HangInServices() {

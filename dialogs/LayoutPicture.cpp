@@ -45,7 +45,7 @@ void LayoutPicture::mouseReleaseEvent(QMouseEvent* event) {
 
 void LayoutPicture::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const double scale = devicePixelRatioF();
+    const double scale = painter.device()->devicePixelRatioF();
     painter.scale(1 / scale, 1 / scale);  // the screen's own pixels
     const int line = std::max(1, static_cast<int>(std::lround(scale)));
     const QSize size = (QSizeF(this->size()) * scale).toSize();

@@ -110,9 +110,13 @@ void Guide::ExpectChart(int panes) const {
 
 void Guide::Picture(const QString& name) {
     Settle();
+    Save(Display(), name);
+}
+
+void Guide::Save(const QPixmap& picture, const QString& name) {
     const QString file = QString("%1-%2.png").arg(++m_number, 3, 10, QChar('0')).arg(name);
     const QString path = QDir(m_folder).filePath(file);
-    Expect(Display().save(path), "the picture cannot be written: " + path);
+    Expect(picture.save(path), "the picture cannot be written: " + path);
     QTextStream(stdout) << path << Qt::endl;
 }
 

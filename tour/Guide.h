@@ -56,6 +56,8 @@ public:
     /// Writes what is on the display, the window with the menus and dialogs over it, to a PNG with
     /// the next number and this name, and prints its path.
     void Picture(const QString& name);
+    /// The same with a picture of its own.
+    void Save(const QPixmap& picture, const QString& name);
     /// The path of a file beside the pictures.
     QString FileBeside(const QString& name) const;
     /// Where a dialog stands on the pictures: in the middle of the window, where a window manager

@@ -22,6 +22,9 @@ std::vector<Step> ChartSteps();
 std::vector<Step> PeriodSteps();
 /// The compare dialog and its chart, in both languages.
 std::vector<Step> CompareSteps();
+/// The layout dialog in both languages, every layout, and what the charts of a tab have in common,
+/// in a tab that is closed at the end. "layouts" has each layout's picture beside the tab.
+std::vector<Step> LayoutSteps();
 /// The data viewer, in both languages. Leaves files that it saved beside the pictures, and what it
 /// showed: "data-zh-fixed.csv", ..., "data-zh-shown.json".
 std::vector<Step> ViewerSteps();

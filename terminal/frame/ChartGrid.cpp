@@ -2,7 +2,7 @@
 
 #include "terminal/chart/ChartView.h"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -83,11 +83,20 @@ void ChartGrid::FocusNext(int step) {
 
 bool ChartGrid::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn) {
-        Activate(*static_cast<ChartPage*>(watched));
+        OnFocus(*static_cast<ChartPage*>(watched), static_cast<QFocusEvent*>(event)->reason());
     } else if (event->type() == QEvent::Enter) {
         unsetCursor();  // the charts would have it too
     }
     return QWidget::eventFilter(watched, event);
+}
+
+/// A tab that comes to the front gives the focus to any chart of its own.
+void ChartGrid::OnFocus(const ChartPage& chart, Qt::FocusReason reason) {
+    if (reason == Qt::OtherFocusReason) {
+        Active().setFocus();
+    } else {
+        Activate(chart);
+    }
 }
 
 // ---- The layout ----

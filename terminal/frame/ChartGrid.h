@@ -15,8 +15,9 @@ class ChartPage;
 class MarketData;
 
 /// The charts of one tab in one of the layouts. One of them is active, and framed where there are
-/// several: the one that had the focus last. Charts that there is no window for are parked: they
-/// stay as they are, unseen, and come back to their places when there are windows again.
+/// several: the one that the user gave the focus to last. Charts that there is no window for are
+/// parked: they stay as they are, unseen, and come back to their places when there are windows
+/// again.
 ///
 /// The lines between the windows can be dragged; a double click puts one back where the layout has
 /// it.
@@ -75,6 +76,7 @@ private:
     const layout::Layout& Layout() const { return layout::LayoutOf(m_state.format); }
     layout::Places Places() const;
     std::size_t ChartOf(std::size_t window) const;
+    void OnFocus(const ChartPage& chart, Qt::FocusReason reason);
     void Arrange();
     std::vector<QRect> Cells() const;
     std::optional<std::size_t> DividerAt(const QPointF& position) const;

@@ -71,7 +71,6 @@ ChartGrid& ChartTabs::Add(const TabState& state) {
     const auto active = std::clamp<qsizetype>(state.grid.active, 0, charts.size() - 1);
     FillWindows(*grid, state.grid.format, charts[active]);
     grid->SetState(state.grid);
-    grid->Active().setFocus();  // the tab gives it to this one when it comes to the front
     ConnectGrid(*grid);
     addTab(grid, QString());
     ShowTitle(*grid);
