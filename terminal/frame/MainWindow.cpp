@@ -146,6 +146,8 @@ void MainWindow::ConnectParts() {
     auto* symbols =
         new SymbolMenu(m_frame.commands.At(MenuId::Symbols), m_frame.session.Markets(), this);
     connect(symbols, &SymbolMenu::chosen, &tabs, &ChartTabs::OpenSymbol);
+    // What the status bar says in the other language goes, before the parts say it anew.
+    connect(&m_frame.session.Lang(), &Language::changed, statusBar(), &QStatusBar::clearMessage);
     connect(&m_frame.session.Lang(), &Language::changed, this, &MainWindow::Retranslate);
 }
 

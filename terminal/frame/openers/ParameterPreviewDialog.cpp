@@ -1,5 +1,6 @@
 #include "terminal/frame/openers/ParameterPreviewDialog.h"
 
+#include "platform/ui/CheckList.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/Messages.h"
 #include "settings/Repository.h"
@@ -61,6 +62,7 @@ void ParameterPreviewDialog::MakeControls() {
     m_heading->setBuddy(m_list);
     m_list->setObjectName("changeList");
     m_list->setColumnCount(kColumnCount);
+    ui::OutlineCheckBoxes(*m_list, kName);
     m_list->setHeaderLabels({Tr("IDS_TERMINAL-PARAMETERS_STUDY"), Tr("IDS_TERMINAL-PARAMETERS_NOW"),
                              Tr("IDS_TERMINAL-PARAMETERS_IN_FILE")});
     m_list->setAccessibleName("IDS_TERMINAL-PARAMETERS_IMPORT_TITLE");
