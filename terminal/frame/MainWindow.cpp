@@ -83,6 +83,8 @@ MainWindow::MainWindow(Session& session, QWidget* parent)
     resize(FirstSize(*this));
     connect(&m_frame.tabs, &ChartTabs::notice, this,
             [this](const auto& text) { m_frame.Notice(text); });
+    // What the status bar says in the other language goes, before the charts say theirs anew.
+    connect(&session.Lang(), &Language::changed, statusBar(), &QStatusBar::clearMessage);
     Restore(session.LastState());
     ConnectParts();
     session.Store().SetViewGroupSource(
@@ -146,8 +148,6 @@ void MainWindow::ConnectParts() {
     auto* symbols =
         new SymbolMenu(m_frame.commands.At(MenuId::Symbols), m_frame.session.Markets(), this);
     connect(symbols, &SymbolMenu::chosen, &tabs, &ChartTabs::OpenSymbol);
-    // What the status bar says in the other language goes, before the parts say it anew.
-    connect(&m_frame.session.Lang(), &Language::changed, statusBar(), &QStatusBar::clearMessage);
     connect(&m_frame.session.Lang(), &Language::changed, this, &MainWindow::Retranslate);
 }
 
