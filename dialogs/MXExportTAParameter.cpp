@@ -46,10 +46,10 @@ void MXExportTAParameter::vFillItem() {
     }
     const QSignalBlocker filling(m_ui->studyList);
     m_ui->studyList->SetRows(rows);
-    for (const int column : kNameColumns) {
-        m_ui->studyList->resizeColumnToContents(column);  // a longer name is not cut
+    const QAbstractItemView& cells = *m_ui->studyList;
+    for (const int column : kNameColumns) {  // wider for a longer name, which is not cut
         m_ui->studyList->setColumnWidth(
-            column, std::max(kNameColumnWidth, m_ui->studyList->columnWidth(column)));
+            column, std::max(kNameColumnWidth, cells.sizeHintForColumn(column) + 1));
     }
 }
 

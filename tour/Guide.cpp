@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPainter>
@@ -233,6 +234,15 @@ void Deny(QWidget& question) {
     auto* box = qobject_cast<QMessageBox*>(&question);
     Expect(box != nullptr, "there is no question");
     QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
+}
+
+Guide::Answers::value_type ChooseFile(const QString& path) {
+    return [path](QWidget& dialog) {
+        auto& name = Find<QLineEdit>(dialog, "fileNameEdit");
+        name.selectAll();
+        Type(name, path);
+        Confirm(name);
+    };
 }
 
 void Push(QWidget& dialog, const QString& button) {

@@ -116,4 +116,7 @@ Control& Find(QWidget& dialog, const QString& name) {
 }
 void Push(QWidget& dialog, const QString& button);
 
+/// Chooses a file in the file dialog that opens.
+Guide::Answers::value_type ChooseFile(const QString& path);
+
 }  // namespace ta::tour

@@ -30,6 +30,8 @@ std::vector<Step> LayoutSteps();
 std::vector<Step> ViewerSteps();
 /// The first writes the file that the second reads.
 std::vector<Step> GroupFileSteps();
+/// Study parameters from one group to another, in both languages; the groups are gone at the end.
+std::vector<Step> ParameterSteps();
 /// Everything stays as it was.
 std::vector<Step> SheetSteps();
 /// The first draws the lines that the others show.

@@ -72,16 +72,6 @@ struct Visit {
     }
 };
 
-/// Chooses a file in a file dialog.
-Answer ChooseFile(const QString& path) {
-    return [path](QWidget& dialog) {
-        auto& name = Find<QLineEdit>(dialog, "fileNameEdit");
-        name.selectAll();
-        Type(name, path);
-        Confirm(name);
-    };
-}
-
 /// Does what the viewer's timer does, without waiting for it.
 void Fill(MXTechDataDlg& viewer) {
     constexpr int kMostTicks = 10000;

@@ -11,8 +11,7 @@ namespace {
 constexpr int kCheckColumn = 0;
 constexpr int kCheckColumnWidth = 20;
 
-/// Outlines check boxes so that they are seen on a dark list as well: styles take the outline from
-/// the window colour, which is as dark as the list.
+/// Styles take the outline of check boxes from the window colour, which is as dark as a dark list.
 class CheckBoxDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -26,6 +25,10 @@ protected:
 
 }  // namespace
 
+void OutlineCheckBoxes(QAbstractItemView& view, int column) {
+    view.setItemDelegateForColumn(column, new CheckBoxDelegate(&view));
+}
+
 CheckList::CheckList(QWidget* parent) : QTableWidget(parent) {
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
@@ -36,7 +39,7 @@ CheckList::CheckList(QWidget* parent) : QTableWidget(parent) {
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setMinimumSectionSize(kCheckColumnWidth);
-    setItemDelegateForColumn(kCheckColumn, new CheckBoxDelegate(this));
+    OutlineCheckBoxes(*this, kCheckColumn);
     connect(this, &QTableWidget::currentCellChanged, this,
             [this](int row) { setCurrentCell(row, kCheckColumn); });
 }

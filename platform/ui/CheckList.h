@@ -9,6 +9,9 @@
 
 namespace ta::ui {
 
+/// Outlines the check boxes of a column so that they are seen on a dark list as well.
+TADIALOGS_EXPORT void OutlineCheckBoxes(QAbstractItemView& view, int column);
+
 /// A list of rows with a check box in front, which is clicked, or checked with the space bar
 /// wherever in its row the user stands. In a form it is promoted from QTableWidget; its columns are
 /// the form's, the first one for the check boxes, without a head of its own.

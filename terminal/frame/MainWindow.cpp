@@ -87,6 +87,8 @@ MainWindow::MainWindow(Session& session, QWidget* parent)
     resize(FirstSize(*this));
     connect(&m_frame.tabs, &ChartTabs::notice, this,
             [this](const auto& text) { m_frame.Notice(text); });
+    // What the status bar says in the other language goes, before the charts say theirs anew.
+    connect(&session.Lang(), &Language::changed, statusBar(), &QStatusBar::clearMessage);
     Restore(session.LastState());
     ConnectParts();
     session.Store().SetViewGroupSource(

@@ -105,6 +105,11 @@ TEST_F(ParameterFrame, ChosenStudiesGoFromOneGroupToAnother) {
     Export(kFrom, m_file, {2, 1});
     EXPECT_EQ(m_prompts.Last().preset, kFrom + ".csv");
     EXPECT_TRUE(Status().contains("parameters.csv"));
+    EXPECT_EQ(QLocale().dayName(1), "星期一") << "as calendars name it";
+    Choose(Command::English);
+    EXPECT_EQ(Status(), "") << "it was Chinese";
+    EXPECT_EQ(QLocale().dayName(1), "Monday");
+    Choose(Command::Chinese);
     ChooseGroup(kTo);
     const terminal::StudySettings volume = Settings(kTo, kVolume);
     Import(m_file, [](QWidget& dialog) {
@@ -115,6 +120,7 @@ TEST_F(ParameterFrame, ChosenStudiesGoFromOneGroupToAnother) {
                          "MACD 顯示|顯示|不顯示", "成交量||", "短期|5|3", "長期|20|9"}));
         Push(dialog, "selectButton");
         EXPECT_FALSE(dialog.findChild<QPushButton*>("okButton")->isEnabled()) << "none checked";
+        List(dialog).setFocus();
         QTest::keyClick(&List(dialog), Qt::Key_Space);
         QTest::keyClick(&List(dialog), Qt::Key_Return);
     });

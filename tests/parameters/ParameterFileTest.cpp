@@ -210,10 +210,9 @@ TEST(ParameterFile, TheReasonIsToldInTheLanguage) {
     const ParameterFile file = ReadParameters(Replaced(kWritten, "0.05", "%2"));
     EXPECT_EQ(FaultText(*file.fault), "第 4 行：「%2」不是數字（小數點請用「.」）。");
     language.Select(Language::English);
-    EXPECT_EQ(FaultText(*file.fault),
-              QString::fromUtf8("Line 4: “%2” is no number (the decimal sign is “.”)."));
+    EXPECT_EQ(FaultText(*file.fault), R"(Line 4: "%2" is no number (the decimal sign is ".").)");
     const ParameterFile range = ReadParameters(Replaced(kWritten, "0.05", "1.001"));
-    EXPECT_EQ(FaultText(*range.fault), "Line 4: “1.001” must be between 0.001 and 1.");
+    EXPECT_EQ(FaultText(*range.fault), R"(Line 4: "1.001" must be between 0.001 and 1.)");
 }
 
 TEST(ParameterFile, DifferencesAreWhatTheFileHasOtherwise) {

@@ -1,5 +1,6 @@
 #include "terminal/frame/openers/ParameterPreviewDialog.h"
 
+#include "platform/ui/CheckList.h"
 #include "platform/ui/TextBridge.h"
 #include "settings/Messages.h"
 #include "settings/Repository.h"
@@ -61,6 +62,7 @@ void ParameterPreviewDialog::MakeControls() {
     m_heading->setBuddy(m_list);
     m_list->setObjectName("changeList");
     m_list->setColumnCount(kColumnCount);
+    ui::OutlineCheckBoxes(*m_list, kName);
     m_list->setHeaderLabels({Tr("IDS_TERMINAL-PARAMETERS_STUDY"), Tr("IDS_TERMINAL-PARAMETERS_NOW"),
                              Tr("IDS_TERMINAL-PARAMETERS_IN_FILE")});
     m_list->setAccessibleName("IDS_TERMINAL-PARAMETERS_IMPORT_TITLE");
@@ -95,6 +97,7 @@ std::vector<StudyChanges> ParameterPreviewDialog::ChangesNow() const {
 }
 
 void ParameterPreviewDialog::Fill() {
+    std::vector<StudyChanges> changes = ChangesNow();  // first: it may load again, and fill
     std::set<StudyType> left;
     for (int row = 0; row < m_list->topLevelItemCount(); ++row) {
         const QTreeWidgetItem& item = *m_list->topLevelItem(row);
@@ -105,7 +108,7 @@ void ParameterPreviewDialog::Fill() {
     {
         const QSignalBlocker filling(m_list);
         m_list->clear();
-        m_changes = ChangesNow();
+        m_changes = std::move(changes);
         for (const StudyChanges& study : m_changes) {
             AddStudy(study, !left.contains(study.settings.type));
         }
@@ -161,8 +164,12 @@ void ParameterPreviewDialog::ShowState() {
 
 std::intptr_t ParameterPreviewDialog::WindowProc(unsigned message, std::uintptr_t wParam,
                                                  std::intptr_t lParam) {
-    if (message == kGroupChangeMessage && IsCreated() && ChangesNow() != m_changes) {
-        Fill();
+    if (message == kGroupChangeMessage && IsCreated()) {
+        Guard([this] {
+            if (ChangesNow() != m_changes) {
+                Fill();
+            }
+        });
     }
     return CView::WindowProc(message, wParam, lParam);
 }
