@@ -1,5 +1,6 @@
 #include "terminal/chart/ChartScene.h"
 
+#include "terminal/plot/ChartAxes.h"
 #include "terminal/plot/CursorLine.h"
 
 #include <qcustomplot.h>
@@ -15,8 +16,12 @@ constexpr double kLabelGap = 24;  // between two labels of the time axis
 
 }  // namespace
 
-ChartScene::ChartScene(QCustomPlot& plot, const PlotModel& model)
-    : m_plot(plot), m_model(model), m_margins(std::make_unique<QCPMarginGroup>(&plot)) {
+ChartScene::ChartScene(QCustomPlot& plot, const PlotModel& model, const ChartAxes& axes)
+    : m_plot(plot),
+      m_model(model),
+      m_axes(axes),
+      m_margins(std::make_unique<QCPMarginGroup>(&plot)) {
+    m_style.axes = &axes;
     m_style.timeTicker.reset(new TimeAxisTicker);
     plot.plotLayout()->clear();
     plot.plotLayout()->setRowSpacing(0);
@@ -33,6 +38,8 @@ ChartScene::~ChartScene() {
 void ChartScene::Clear() {
     m_panes.clear();
     m_plot.plotLayout()->simplify();
+    m_askedLeft = 0;
+    m_askedRight = 0;
 }
 
 void ChartScene::Rebuild(const PlotTheme& theme, const QFont& font) {
@@ -122,6 +129,7 @@ void ChartScene::Fill() {
     for (std::size_t i = 0; i < m_panes.size(); ++i) {
         m_panes[i]->Fill(m_model, m_model.Panes()[i], slice, lower, upper);
     }
+    NarrowAxes();
 }
 
 /// A label that grows must not move the chart to and fro while it is panned.

@@ -26,6 +26,10 @@ enum class Command {
     ShowAll,
     ShowLatest,
     RisingRed,
+    AxisRange,
+    AxisAutomatic,
+    AxisWidth,
+    EdgeSpace,
     Compare,
     ComparePercent,
     CompareIndexed,
@@ -52,7 +56,18 @@ enum class Command {
     About,
 };
 
-enum class MenuId { File, Chart, Symbols, Periods, Comparison, Group, Drawing, Language, Help };
+enum class MenuId {
+    File,
+    Chart,
+    Symbols,
+    Periods,
+    Axes,
+    Comparison,
+    Group,
+    Drawing,
+    Language,
+    Help
+};
 
 /// How a command's action looks; of the languages, the tools and the modes of a comparison one each
 /// is checked.
