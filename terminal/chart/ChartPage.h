@@ -92,10 +92,12 @@ public:
     // The axes.
 
     /// How the user has set them. Ranges belong to what is shown: another symbol, data period or
-    /// set of symbols has its own. They are gone with the chart.
+    /// set of symbols has its own.
     ChartAxes& Axes() { return m_axes; }
-    /// Draws what was changed there.
+    const ChartAxes& Axes() const { return m_axes; }
+    /// Draws what was changed there; TakeRange when that is the range of one axis alone.
     void TakeAxes();
+    void TakeRange(const AxisPlace& place);
     /// A range that was set by hand becomes the automatic one.
     void MakeAxisAutomatic(const AxisPlace& place);
     void MakeAxesAutomatic();

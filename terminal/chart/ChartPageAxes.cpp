@@ -22,10 +22,18 @@ void ChartPage::TakeAxes() {
     }
 }
 
+void ChartPage::TakeRange(const AxisPlace& place) {
+    if (isVisible()) {
+        m_scene->RangeChanged(place.pane);
+    } else {
+        Draw();
+    }
+}
+
 void ChartPage::MakeAxisAutomatic(const AxisPlace& place) {
     if (const auto axis = AxisAt(place); axis && axis->byHand) {
         m_axes.MakeAutomatic(axis->index);
-        Draw();
+        TakeRange(place);
     }
 }
 

@@ -118,16 +118,23 @@ void ChartScene::LayOut() {
     ArrangeOverlay();
 }
 
+PlotSlice ChartScene::Slice() const {
+    const double width = m_panes.empty() ? 1 : std::max(m_panes.front()->Rect().width(), 1);
+    return PlotSlice::Of(m_range.Lower(), m_range.Upper(), m_model.BarCount(), width);
+}
+
+void ChartScene::FillPane(std::size_t pane, const PlotSlice& slice) {
+    m_panes[pane]->Fill(m_model, m_model.Panes()[pane], slice, m_range.Lower(), m_range.Upper());
+}
+
 void ChartScene::Fill() {
     const double width = m_panes.empty() ? 1 : std::max(m_panes.front()->Rect().width(), 1);
-    const double lower = m_range.Lower();
-    const double upper = m_range.Upper();
-    const PlotSlice slice = PlotSlice::Of(lower, upper, m_model.BarCount(), width);
     const double label =
         QFontMetricsF(m_style.font).horizontalAdvance(QStringLiteral("2000/00/00"));
-    m_style.timeTicker->SetSpacing((label + kLabelGap) * (upper - lower) / width);
+    m_style.timeTicker->SetSpacing((label + kLabelGap) * m_range.Width() / width);
+    const PlotSlice slice = Slice();
     for (std::size_t i = 0; i < m_panes.size(); ++i) {
-        m_panes[i]->Fill(m_model, m_model.Panes()[i], slice, lower, upper);
+        FillPane(i, slice);
     }
     NarrowAxes();
 }

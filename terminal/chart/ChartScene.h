@@ -59,6 +59,9 @@ public:
     void LayoutChanged();
     /// The bars, the part of them in view or the cursor changed.
     void Change(const PlotCursor& cursor);
+    /// The range of a pane's axis changed, and nothing else: draws that pane alone, where the
+    /// labels need no more room than they have.
+    void RangeChanged(int pane);
     /// Draws what changed.
     void Update(QCustomPlot::RefreshPriority refresh = QCustomPlot::rpQueuedRefresh);
     /// Draws the cursor line and the legends over what is there.
@@ -82,6 +85,9 @@ private:
     void MakePanes();
     void LayOut();
     void Fill();
+    PlotSlice Slice() const;
+    void FillPane(std::size_t pane, const PlotSlice& slice);
+    bool HasRoomForLabels(const PlotPane& pane) const;
     void FillLegends(const PlotCursor& cursor);
     void ShowCursor(const PlotCursor& cursor);
     void ArrangeOverlay();

@@ -1,5 +1,6 @@
 #include "terminal/chart/ChartScene.h"
 #include "terminal/plot/ChartAxes.h"
+#include "terminal/plot/PaneRepaint.h"
 
 #include <qcustomplot.h>
 
@@ -56,6 +57,36 @@ void ChartScene::NarrowAxes() {
         }
         rect.setMargins(margins);
     }
+}
+
+bool ChartScene::HasRoomForLabels(const PlotPane& pane) const {
+    constexpr double kSlack = 3;  // of the free pixels that the plot leaves beside labels
+    const bool narrow = m_axes.WidthPercent() != 100;
+    const QMargins margins = pane.Rect().margins();
+    const double left = narrow ? m_askedLeft : margins.left() + kSlack;
+    const double right = narrow ? m_askedRight : margins.right() + kSlack;
+    return LabelsWidth(pane, QCPAxis::atLeft) <= left &&
+           LabelsWidth(pane, QCPAxis::atRight) <= right;
+}
+
+void ChartScene::RangeChanged(int pane) {
+    const auto index = static_cast<std::size_t>(pane);
+    if (!m_isOld && index < m_panes.size()) {
+        QCPAxisRect& rect = m_panes[index]->Rect();
+        FillPane(index, Slice());
+        rect.update(QCPLayoutElement::upPreparation);
+        if (HasRoomForLabels(*m_panes[index]) && RepaintPane(m_plot, rect)) {
+            ArrangeOverlay();
+            for (int i = 0; i < m_plot.layerCount(); ++i) {
+                if (m_plot.layer(i)->mode() == QCPLayer::lmBuffered) {
+                    m_plot.layer(i)->replot();
+                }
+            }
+            return;
+        }
+    }
+    m_isOld = true;
+    Update(QCustomPlot::rpRefreshHint);
 }
 
 AxisPlace ChartScene::AxisAt(const QPointF& position) {

@@ -8,6 +8,7 @@
 #include "terminal/frame/SymbolTexts.h"
 #include "terminal/frame/TypingBox.h"
 #include "terminal/lines/DrawingBoard.h"
+#include "terminal/plot/ChartAxesText.h"
 #include "terminal/quotes/MarketData.h"
 
 #include <QCoreApplication>
@@ -55,7 +56,10 @@ ChartPage& ChartTabs::Add(const TabState& state) {
 }
 
 ChartPage& ChartTabs::MakePage(const TabState& state) {
-    return state.comparison ? MakeComparison(state) : MakeChart(state);
+    ChartPage& page = state.comparison ? MakeComparison(state) : MakeChart(state);
+    TakeAxesText(page.Axes(), state.axes);
+    page.TakeAxes();
+    return page;
 }
 
 ChartPage& ChartTabs::MakeChart(const TabState& state) {
@@ -84,12 +88,18 @@ TabState ChartTabs::StateOf(int tab) const {
         TabState state;
         state.comparison = {comparison->Set(), comparison->Mode()};
         state.depths = comparison->Depths();
+        state.axes = AxesText(comparison->Axes());
         return state;
     }
     const ChartView& chart = *ChartAt(tab);
-    return {chart.Market(),      ui::ToQString(chart.SymbolId()),
-            chart.Period(),      chart.Count(),
-            chart.GroupUniNum(), chart.Depths()};
+    return {chart.Market(),
+            ui::ToQString(chart.SymbolId()),
+            chart.Period(),
+            chart.Count(),
+            chart.GroupUniNum(),
+            chart.Depths(),
+            {},
+            AxesText(chart.Axes())};
 }
 
 void ChartTabs::Connect(ChartPage& page) {

@@ -86,6 +86,7 @@ TabState ReadTab(const QSettings& file) {
     tab.group = file.value("group", -1).toInt();
     tab.depths = ReadDepths(file.value("depths").toStringList());
     tab.comparison = ReadComparison(file.value("comparison").toString());
+    tab.axes = file.value("axes").toString();
     return tab;
 }
 
@@ -96,6 +97,7 @@ void WriteTab(QSettings& file, const TabState& tab) {
     file.setValue("count", tab.count);
     file.setValue("group", tab.group);
     file.setValue("depths", DepthTexts(tab.depths));
+    file.setValue("axes", tab.axes);
     if (tab.comparison) {
         file.setValue("comparison", ComparisonText(*tab.comparison));
     }

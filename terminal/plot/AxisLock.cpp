@@ -11,6 +11,7 @@ constexpr int kFromAxis = 5;
 
 AxisLock::AxisLock(QCPAxis& axis, const QColor& colour)
     : QCPLayerable(axis.parentPlot(), QStringLiteral("axes")), m_axis(axis), m_colour(colour) {
+    setParentLayerable(&axis);
     setVisible(false);
 }
 

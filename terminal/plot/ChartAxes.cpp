@@ -11,18 +11,27 @@ int AxisIndex(int pane, NumberKind numbers, StudyType study) {
     return (pane * kKinds + static_cast<int>(numbers)) * kStudies + (study & (kStudies - 1));
 }
 
-void ChartAxes::ShowHistory(const CString& key) {
-    if (key == m_history) {
-        return;
-    }
+std::map<CString, YAxisRanges> ChartAxes::AllRanges() const {
+    auto all = m_others;
+    all.erase(m_history);
     if (HasRanges()) {
-        m_others[m_history] = m_drawInfo.GetYaxisRanges();
-    } else {
-        m_others.erase(m_history);
+        all[m_history] = m_drawInfo.GetYaxisRanges();
     }
-    m_history = key;
-    const auto known = m_others.find(key);
-    m_drawInfo.SetYaxisRanges(known == m_others.end() ? YAxisRanges() : known->second);
+    return all;
+}
+
+void ChartAxes::SetAllRanges(std::map<CString, YAxisRanges> ranges) {
+    m_others = std::move(ranges);
+    const auto shown = m_others.find(m_history);
+    m_drawInfo.SetYaxisRanges(shown == m_others.end() ? YAxisRanges() : shown->second);
+}
+
+void ChartAxes::ShowHistory(const CString& key) {
+    if (key != m_history) {
+        auto all = AllRanges();
+        m_history = key;
+        SetAllRanges(std::move(all));
+    }
 }
 
 std::optional<YAxisRange> ChartAxes::RangeOf(int axis) const {

@@ -11,7 +11,7 @@ namespace ta::terminal {
 
 /// The index under which a draw info has the range of a scale: the pane (from 0), how its values
 /// are written, and the study that it belongs to, 0 for the prices. Another study in the pane's
-/// place has another range.
+/// place has another range. The numbers are kept between runs, see ChartAxesText.h.
 int AxisIndex(int pane, NumberKind numbers, StudyType study);
 
 /// How a chart's axes are as its user has set them. They are in a draw info of the chart's own,
@@ -24,7 +24,9 @@ public:
     /// From now on the ranges are those of another history; these are there again when it comes
     /// back. `key` names the history.
     void ShowHistory(const CString& key);
-    const CString& History() const { return m_history; }
+    /// Those of every history that has ranges set by hand, by its key.
+    std::map<CString, YAxisRanges> AllRanges() const;
+    void SetAllRanges(std::map<CString, YAxisRanges> ranges);
 
     /// The range that was set by hand; nothing for an automatic one.
     std::optional<YAxisRange> RangeOf(int axis) const;

@@ -26,11 +26,8 @@ double PlotRange::Highest() const {
 void PlotRange::SetRoomAfter(double share) {
     const bool atLatest = m_lower >= Highest();
     m_roomShare = std::clamp(share, kLeastRoom, 1.0);
-    if (atLatest) {
-        ScrollToLatest();
-    } else {
-        SetBarCount(m_count);
-    }
+    m_width = std::min(m_width, Widest());
+    MoveTo(atLatest ? m_count : m_lower);
 }
 
 void PlotRange::SetBarCount(int bars) {

@@ -31,9 +31,9 @@ QFont Smaller(QFont font, double share) {
     return font;
 }
 
-/// Of an axis, beside its labels.
+/// What an axis takes beside its labels.
 int TickWidth(const QCPAxis& axis) {
-    return axis.tickLengthOut() + axis.tickLabelPadding();
+    return axis.tickLengthOut() + axis.tickLabelPadding() + axis.padding() + 1;
 }
 
 }  // namespace

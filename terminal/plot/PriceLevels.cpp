@@ -100,7 +100,9 @@ LevelLines::LevelLines(QCPAxis& axis, const PlotTheme& theme, const QFont& font)
     : QCPLayerable(axis.parentPlot(), QStringLiteral("axes")),
       m_axis(axis),
       m_theme(theme),
-      m_font(font) {}
+      m_font(font) {
+    setParentLayerable(&axis);
+}
 
 void LevelLines::applyDefaultAntialiasingHint(QCPPainter* painter) const {
     painter->setAntialiasing(false);

@@ -59,7 +59,7 @@ void SetRangeOf(const Frame& frame, const AxisPlace& place) {
     dialog.ShowRange(byHand ? byHand->maximum : RoundedTo(axis->high, decimals),
                      byHand ? byHand->minimum : RoundedTo(axis->low, decimals));
     if (dialog.DoModal() == ui::kIdOk) {
-        chart.TakeAxes();
+        chart.TakeRange(place);
         if (chart.Axes().RangeOf(axis->index)) {
             frame.Notice(Tr("IDS_TERMINAL-FRAME_AXIS_BY_HAND"));
         }
