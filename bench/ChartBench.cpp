@@ -1,8 +1,10 @@
-// A pan step of a chart view beside one of a bare plot widget with as many candles, bars and lines.
+// A pan step of a chart view beside one of a bare plot widget with as many candles, bars and lines;
+// another range of a value axis beside painting the whole chart.
 
 #include "bench/RandomBars.h"
 #include "bench/SideBySide.h"
 #include "platform/SyncInfo.h"
+#include "terminal/chart/ChartScene.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/MarketData.h"
@@ -191,6 +193,47 @@ void PanStepMillionBarsInView(benchmark::State& state) {
     PanStep(state, 1'000'000, true);
 }
 BENCHMARK(PanStepMillionBarsInView)->Iterations(5)->Unit(benchmark::kMicrosecond);
+
+/// Another range of the price axis, which paints its pane, beside painting the whole plot: with the
+/// latest bars or with most of them in view.
+void RangeChange(benchmark::State& state, bool all) {
+    constexpr int kBars = 5000;
+    OurChart ours(kBars);
+    if (!ours.IsReady(kBars)) {
+        state.SkipWithError("The chart did not load.");
+        return;
+    }
+    ChartView& view = ours.View();
+    if (all) {
+        view.ShowAll();
+        view.ZoomIn();
+    }
+    const ta::terminal::AxisPlace prices{0, 0};
+    const auto axis = view.AxisAt(prices);
+    auto& drawInfo = view.Axes().DrawInfo();
+    drawInfo.vSetYaxisRangeAutomatically(axis->index, false);
+    drawInfo.vSetYaxisMinVal(axis->index, axis->low);
+    auto* plot = view.findChild<QCustomPlot*>();
+    double share = 0;
+    ta::bench::RunSideBySide(
+        state,
+        [&] {
+            share = 0.1 - share;
+            drawInfo.vSetYaxisMaxVal(axis->index, axis->high - share * (axis->high - axis->low));
+            view.TakeRange(prices);
+        },
+        [&] { plot->replot(QCustomPlot::rpRefreshHint); });
+}
+
+void RangeChangeLatestBars(benchmark::State& state) {
+    RangeChange(state, false);
+}
+BENCHMARK(RangeChangeLatestBars)->Iterations(200)->Unit(benchmark::kMicrosecond);
+
+void RangeChangeMostOfTheBars(benchmark::State& state) {
+    RangeChange(state, true);
+}
+BENCHMARK(RangeChangeMostOfTheBars)->Iterations(100)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

@@ -176,6 +176,24 @@
     <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_OK"><translation>OK</translation></message>
     <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_CANCEL"><translation>Cancel</translation></message>
     <message id="IDS_TECHWND-CANVAS_COMMON_CURSORHEAD_OPEN"><translation>Price cursor</translation></message>
+    <!-- axis ranges -->
+    <message id="IDC_DLGSETAAXISRANGE-STRING_CAPTION"><translation>Value Range</translation></message>
+    <message id="IDC_DLGSETAAXISRANGE-STRING_MAX_NUM"><translation>Ma&amp;ximum:</translation></message>
+    <message id="IDC_DLGSETAAXISRANGE-STRING_MIN_NUM"><translation>Mi&amp;nimum:</translation></message>
+    <message id="IDC_DLGSETAAXISRANGE-STRING_SET_RANGE_ERROR"><translation>Maximum and minimum must be between %.10g and %.10g, and the minimum must be below the maximum.</translation></message>
+    <message id="IDC_DLGSETAAXISRANGE-STRING_DIGNUM_ERROR"><translation>There are too many digits behind the decimal point. Enter fewer.</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_AUTOMATIC"><translation>Set the range &amp;automatically</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_USER_RANGE"><translation>Set the range by &amp;hand</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_PERCENT"><translation>Percentage by hand</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_OK"><translation>OK</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_CANCEL"><translation>Cancel</translation></message>
+    <message id="IDS_DIALOG-YAXIS_TITLE"><translation>Axis</translation></message>
+    <message id="IDS_DIALOG-YAXIS_DEFAULT"><translation>&amp;Default axis width: </translation></message>
+    <message id="IDS_DIALOG-YAXIS_SPACE_DEFAULT"><translation>&amp;Default edge space: </translation></message>
+    <message id="IDS_DIALOG-YAXIS_USERDEFINE"><translation>&amp;User-defined:</translation></message>
+    <message id="IDS_DIALOG-YAXIS_NOTICE"><translation>In percent of the default width. Numbers that do not fit become smaller, or are left out.</translation></message>
+    <message id="IDS_DIALOG-YAXIS_MESSAGE1"><translation>Enter a whole number, </translation></message>
+    <message id="IDS_DIALOG-YAXIS_MESSAGE2"><translation>.</translation></message>
     <!-- technical data viewer -->
     <message id="IDS_DIALOG-TECHDATA_COPY2CLIPBOARD"><translation>Co&amp;py to clipboard</translation></message>
     <message id="IDS_DIALOG-TECHDATA_SAVE2CSV"><translation>&amp;Save to CSV file</translation></message>
@@ -427,6 +445,7 @@
     <message id="IDS_TERMINAL-CHART_CLOSE"><translation>C</translation></message>
     <message id="IDS_TERMINAL-CHART_VOLUME"><translation>V</translation></message>
     <message id="IDS_TERMINAL-CHART_LARGE_UNITS"><translation>1000 K;1000000 M;1000000000 B;1000000000000 T</translation></message>
+    <message id="IDS_TERMINAL-CHART_LOWEST"><translation>Lowest %1 (%2)</translation></message>
     <message id="IDS_TERMINAL-CHART_ACCESSIBLE"><translation>%1 %2 technical analysis chart</translation></message>
     <message id="IDS_TERMINAL-CHART_ACCESSIBLE_EMPTY"><translation>Technical analysis chart</translation></message>
     <message id="IDS_TERMINAL-CHART_RULE_SHORT_BELOW_LONG"><translation>The short period must be below the long one.</translation></message>
@@ -552,6 +571,13 @@
     <message id="IDS_TERMINAL-FRAME_SHOW_ALL"><translation>Show &amp;all</translation></message>
     <message id="IDS_TERMINAL-FRAME_SHOW_LATEST"><translation>Show &amp;latest</translation></message>
     <message id="IDS_TERMINAL-FRAME_RISING_RED"><translation>&amp;Red up, green down</translation></message>
+    <message id="IDS_TERMINAL-FRAME_MENU_AXES"><translation>A&amp;xes</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_RANGE"><translation>Value &amp;range...</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_AUTOMATIC"><translation>&amp;Automatic range</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_WIDTH"><translation>Axis &amp;width...</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_EDGE"><translation>&amp;Edge space...</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_BY_HAND"><translation>The range is fixed. A double click on the axis makes it automatic again.</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_EMPTY"><translation>There is nothing on this axis to set a range for.</translation></message>
     <message id="IDS_TERMINAL-FRAME_VIEW_DATA"><translation>&amp;Data viewer</translation></message>
     <message id="IDS_TERMINAL-TABLE_CLOSE"><translation>Close</translation></message>
     <message id="IDS_TERMINAL-TABLE_DATE"><translation>Date</translation></message>

@@ -176,6 +176,24 @@
     <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_OK"><translation>確定</translation></message>
     <message id="IDS_DIALOG-SET-PENSTYLEWIDTH_CANCEL"><translation>取消</translation></message>
     <message id="IDS_TECHWND-CANVAS_COMMON_CURSORHEAD_OPEN"><translation>查價線</translation></message>
+    <!-- axis ranges -->
+    <message id="IDC_DLGSETAAXISRANGE-STRING_CAPTION"><translation>設定座標範圍</translation></message>
+    <message id="IDC_DLGSETAAXISRANGE-STRING_MAX_NUM"><translation>最大值(&amp;X):</translation></message>
+    <message id="IDC_DLGSETAAXISRANGE-STRING_MIN_NUM"><translation>最小值(&amp;N):</translation></message>
+    <message id="IDC_DLGSETAAXISRANGE-STRING_SET_RANGE_ERROR"><translation>最大值與最小值須介於 %.10g 到 %.10g 之間，且最小值須小於最大值。</translation></message>
+    <message id="IDC_DLGSETAAXISRANGE-STRING_DIGNUM_ERROR"><translation>小數位數過多，請減少小數位數。</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_AUTOMATIC"><translation>自動設定座標範圍(&amp;A)</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_USER_RANGE"><translation>自訂座標範圍(&amp;U)</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_PERCENT"><translation>自訂百分比</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_OK"><translation>確定</translation></message>
+    <message id="IDS_TADIALOGS-AXIS_CANCEL"><translation>取消</translation></message>
+    <message id="IDS_DIALOG-YAXIS_TITLE"><translation>座標軸設定</translation></message>
+    <message id="IDS_DIALOG-YAXIS_DEFAULT"><translation>預設座標軸寬度(&amp;D)：</translation></message>
+    <message id="IDS_DIALOG-YAXIS_SPACE_DEFAULT"><translation>預設邊界空間(&amp;D)：</translation></message>
+    <message id="IDS_DIALOG-YAXIS_USERDEFINE"><translation>自訂(&amp;U)：</translation></message>
+    <message id="IDS_DIALOG-YAXIS_NOTICE"><translation>以預設寬度的百分比計算。寬度不足以顯示的刻度數字會縮小或省略。</translation></message>
+    <message id="IDS_DIALOG-YAXIS_MESSAGE1"><translation>請輸入 </translation></message>
+    <message id="IDS_DIALOG-YAXIS_MESSAGE2"><translation> 之間的整數。</translation></message>
     <!-- technical data viewer -->
     <message id="IDS_DIALOG-TECHDATA_COPY2CLIPBOARD"><translation>複製到剪貼簿(&amp;P)</translation></message>
     <message id="IDS_DIALOG-TECHDATA_SAVE2CSV"><translation>儲存到CSV檔(&amp;S)</translation></message>
@@ -427,6 +445,7 @@
     <message id="IDS_TERMINAL-CHART_CLOSE"><translation>收</translation></message>
     <message id="IDS_TERMINAL-CHART_VOLUME"><translation>量</translation></message>
     <message id="IDS_TERMINAL-CHART_LARGE_UNITS"><translation>10000 萬;100000000 億;1000000000000 兆</translation></message>
+    <message id="IDS_TERMINAL-CHART_LOWEST"><translation>最低 %1 (%2)</translation></message>
     <message id="IDS_TERMINAL-CHART_ACCESSIBLE"><translation>%1 %2 技術分析圖</translation></message>
     <message id="IDS_TERMINAL-CHART_ACCESSIBLE_EMPTY"><translation>技術分析圖</translation></message>
     <message id="IDS_TERMINAL-CHART_RULE_SHORT_BELOW_LONG"><translation>短期參數必須小於長期參數。</translation></message>
@@ -552,6 +571,13 @@
     <message id="IDS_TERMINAL-FRAME_SHOW_ALL"><translation>顯示全部(&amp;A)</translation></message>
     <message id="IDS_TERMINAL-FRAME_SHOW_LATEST"><translation>最新資料(&amp;L)</translation></message>
     <message id="IDS_TERMINAL-FRAME_RISING_RED"><translation>紅漲綠跌(&amp;R)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_MENU_AXES"><translation>座標軸(&amp;X)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_RANGE"><translation>座標範圍(&amp;R)...</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_AUTOMATIC"><translation>恢復自動座標範圍(&amp;A)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_WIDTH"><translation>座標軸寬度(&amp;W)...</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_EDGE"><translation>邊界空間(&amp;E)...</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_BY_HAND"><translation>座標範圍已固定。在座標軸上按兩下，即可恢復自動。</translation></message>
+    <message id="IDS_TERMINAL-FRAME_AXIS_EMPTY"><translation>這個座標軸沒有可以設定範圍的資料。</translation></message>
     <message id="IDS_TERMINAL-FRAME_VIEW_DATA"><translation>瀏覽歷史資料(&amp;B)</translation></message>
     <message id="IDS_TERMINAL-TABLE_CLOSE"><translation>收盤價</translation></message>
     <message id="IDS_TERMINAL-TABLE_DATE"><translation>日期</translation></message>

@@ -20,6 +20,9 @@ std::vector<Step> ChartSteps();
 /// The bar of periods, the history data and what is typed on the chart, in both languages, in a tab
 /// that is closed at the end.
 std::vector<Step> PeriodSteps();
+/// The value axes: their dialogs and menus in both languages, and the charts that obey them, in a
+/// tab that is closed at the end.
+std::vector<Step> AxisSteps();
 /// The compare dialog and its chart, in both languages.
 std::vector<Step> CompareSteps();
 /// The layout dialog in both languages, every layout, and what the charts of a tab have in common,

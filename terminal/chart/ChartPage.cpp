@@ -44,7 +44,7 @@ ChartPage::ChartPage(std::shared_ptr<const PlotModel> model, QWidget* parent)
       m_model(std::move(model)),
       m_plot(new LatePlot(this)),
       m_message(new QLabel(this)),
-      m_scene(std::make_unique<ChartScene>(*m_plot, *m_model)) {
+      m_scene(std::make_unique<ChartScene>(*m_plot, *m_model, m_axes)) {
     static_cast<LatePlot*>(m_plot)->draw = [this] { m_scene->Update(); };
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(160, 120);
@@ -97,6 +97,7 @@ void ChartPage::SetRisingRed(bool risingRed) {
 }
 
 void ChartPage::TakeBars() {
+    m_axes.ShowHistory(HistoryKey());
     m_scene->Range().SetBarCount(BarCount());
     m_scene->Range().ShowLatest();
     m_cursor = {};

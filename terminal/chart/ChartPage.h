@@ -2,8 +2,10 @@
 
 #include "platform/TaData.h"
 #include "terminal/chart/HistoryDepth.h"
+#include "terminal/plot/ChartAxes.h"
 #include "terminal/plot/PlotCursor.h"
 
+#include <QPoint>
 #include <QPointF>
 #include <QString>
 #include <QStringList>
@@ -13,6 +15,7 @@
 #include <optional>
 #include <utility>
 
+class QContextMenuEvent;
 class QCustomPlot;
 class QLabel;
 class QMouseEvent;
@@ -21,6 +24,8 @@ class QWheelEvent;
 namespace ta::terminal {
 
 class ChartScene;
+struct AxisPlace;
+struct AxisState;
 struct ChartTable;
 struct PlotMapping;
 class PlotModel;
@@ -31,9 +36,10 @@ struct PlotTheme;
 /// count from 0, the uppermost.
 ///
 /// Mouse: wheel zooms around the bar under the mouse, drag pans, double click reports the pane or
-/// the study of its legend. Keys: Left/Right move the cursor line by a bar (with Ctrl the view by a
-/// tenth), Up/Down and +/- zoom, PageUp/PageDown go a page back or on, Home/End to the first or
-/// latest bars, Escape takes the cursor line away.
+/// the study of its legend, on a value axis it brings the automatic range back; the right button
+/// there asks for the axis' menu. Keys: Left/Right move the cursor line by a bar (with Ctrl the
+/// view by a tenth), Up/Down and +/- zoom, PageUp/PageDown go a page back or on, Home/End to the
+/// first or latest bars, Escape takes the cursor line away.
 class ChartPage : public QWidget {
     Q_OBJECT
 
@@ -83,6 +89,24 @@ public:
     /// First and last bar index in view; (-1, -1) without data.
     std::pair<int, int> VisibleBars() const;
 
+    // The axes.
+
+    /// How the user has set them. Ranges belong to what is shown: another symbol, data period or
+    /// set of symbols has its own.
+    ChartAxes& Axes() { return m_axes; }
+    const ChartAxes& Axes() const { return m_axes; }
+    /// Draws what was changed there; TakeRange when that is the range of one axis alone.
+    void TakeAxes();
+    void TakeRange(const AxisPlace& place);
+    /// A range that was set by hand becomes the automatic one.
+    void MakeAxisAutomatic(const AxisPlace& place);
+    void MakeAxesAutomatic();
+    /// Nothing when there is no such axis, or nothing to see on it.
+    std::optional<AxisState> AxisAt(const AxisPlace& place) const;
+    /// The labelled axis of the pane of the cursor line; without one of the uppermost pane that
+    /// shows prices, or of the first.
+    AxisPlace AxisInHand() const;
+
     // The cursor line.
 
     /// Puts the cursor line on a bar and scrolls to it; -1 takes it away.
@@ -112,6 +136,9 @@ signals:
     void dataChanged();
     /// A double click: on the legend of a study (counted from 1) or elsewhere in a pane (0).
     void legendDoubleClicked(int pane, int study);
+    /// The context menu of a value axis: AxisPlace's pane and scale, and where the mouse is on the
+    /// screen.
+    void axisMenuRequested(int pane, int scale, const QPoint& position);
     /// `text` as CursorText().
     void cursorMoved(const QString& text);
 
@@ -125,6 +152,8 @@ protected:
     virtual QString SpokenName() const = 0;
     /// The colours or the font are others now; by Rebuild(), before it draws.
     virtual void OnStyle(const PlotTheme& /*theme*/) {}
+    /// Names what is shown; ranges of axes that were set by hand come back with the name.
+    virtual CString HistoryKey() const;
 
     /// The model has other bars: the cursor goes, and the latest of them come into view.
     void TakeBars();
@@ -158,6 +187,7 @@ private:
     void OnMove(const QMouseEvent& event);
     void OnRelease(const QMouseEvent& event);
     void OnDoubleClick(const QMouseEvent& event);
+    bool OnContextMenu(const QContextMenuEvent& event);
     void OnWheel(const QWheelEvent& event);
     void OnLeave();
     bool OnKey(int key, Qt::KeyboardModifiers modifiers);
@@ -166,6 +196,8 @@ private:
     void PutCursorAt(const QPointF& position);
 
     std::shared_ptr<const PlotModel> m_model;
+    ChartAxes m_axes;
+    int m_axisWidth = 100;  // as drawn, percent
     bool m_risingRed = true;
     PlotCursor m_cursor;
     int m_lastCursorBar = -1;

@@ -4,6 +4,7 @@
 
 #include <qcustomplot.h>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWheelEvent>
@@ -43,6 +44,8 @@ bool ChartPage::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonDblClick:
             OnDoubleClick(static_cast<const QMouseEvent&>(*event));
             return true;
+        case QEvent::ContextMenu:
+            return OnContextMenu(static_cast<const QContextMenuEvent&>(*event));
         case QEvent::Wheel:
             OnWheel(static_cast<const QWheelEvent&>(*event));
             event->accept();
@@ -89,10 +92,25 @@ void ChartPage::OnRelease(const QMouseEvent& event) {
 }
 
 void ChartPage::OnDoubleClick(const QMouseEvent& event) {
+    const AxisPlace axis = m_scene->AxisAt(event.position());
+    if (axis.IsThere()) {
+        if (event.button() == Qt::LeftButton) {
+            MakeAxisAutomatic(axis);
+        }
+        return;
+    }
     const auto [pane, study] = m_scene->PaneAndStudyAt(event.position());
     if (event.button() == Qt::LeftButton && pane >= 0) {
         emit legendDoubleClicked(pane, study);
     }
+}
+
+bool ChartPage::OnContextMenu(const QContextMenuEvent& event) {
+    const AxisPlace axis = m_scene->AxisAt(event.pos());
+    if (axis.IsThere()) {
+        emit axisMenuRequested(axis.pane, axis.scale, event.globalPos());
+    }
+    return axis.IsThere();
 }
 
 void ChartPage::OnWheel(const QWheelEvent& event) {

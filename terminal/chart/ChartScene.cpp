@@ -1,5 +1,6 @@
 #include "terminal/chart/ChartScene.h"
 
+#include "terminal/plot/ChartAxes.h"
 #include "terminal/plot/CursorLine.h"
 
 #include <qcustomplot.h>
@@ -15,8 +16,12 @@ constexpr double kLabelGap = 24;  // between two labels of the time axis
 
 }  // namespace
 
-ChartScene::ChartScene(QCustomPlot& plot, const PlotModel& model)
-    : m_plot(plot), m_model(model), m_margins(std::make_unique<QCPMarginGroup>(&plot)) {
+ChartScene::ChartScene(QCustomPlot& plot, const PlotModel& model, const ChartAxes& axes)
+    : m_plot(plot),
+      m_model(model),
+      m_axes(axes),
+      m_margins(std::make_unique<QCPMarginGroup>(&plot)) {
+    m_style.axes = &axes;
     m_style.timeTicker.reset(new TimeAxisTicker);
     plot.plotLayout()->clear();
     plot.plotLayout()->setRowSpacing(0);
@@ -33,6 +38,8 @@ ChartScene::~ChartScene() {
 void ChartScene::Clear() {
     m_panes.clear();
     m_plot.plotLayout()->simplify();
+    m_askedLeft = 0;
+    m_askedRight = 0;
 }
 
 void ChartScene::Rebuild(const PlotTheme& theme, const QFont& font) {
@@ -111,17 +118,25 @@ void ChartScene::LayOut() {
     ArrangeOverlay();
 }
 
+PlotSlice ChartScene::Slice() const {
+    const double width = m_panes.empty() ? 1 : std::max(m_panes.front()->Rect().width(), 1);
+    return PlotSlice::Of(m_range.Lower(), m_range.Upper(), m_model.BarCount(), width);
+}
+
+void ChartScene::FillPane(std::size_t pane, const PlotSlice& slice) {
+    m_panes[pane]->Fill(m_model, m_model.Panes()[pane], slice, m_range.Lower(), m_range.Upper());
+}
+
 void ChartScene::Fill() {
     const double width = m_panes.empty() ? 1 : std::max(m_panes.front()->Rect().width(), 1);
-    const double lower = m_range.Lower();
-    const double upper = m_range.Upper();
-    const PlotSlice slice = PlotSlice::Of(lower, upper, m_model.BarCount(), width);
     const double label =
         QFontMetricsF(m_style.font).horizontalAdvance(QStringLiteral("2000/00/00"));
-    m_style.timeTicker->SetSpacing((label + kLabelGap) * (upper - lower) / width);
+    m_style.timeTicker->SetSpacing((label + kLabelGap) * m_range.Width() / width);
+    const PlotSlice slice = Slice();
     for (std::size_t i = 0; i < m_panes.size(); ++i) {
-        m_panes[i]->Fill(m_model, m_model.Panes()[i], slice, lower, upper);
+        FillPane(i, slice);
     }
+    NarrowAxes();
 }
 
 /// A label that grows must not move the chart to and fro while it is panned.

@@ -10,6 +10,7 @@
 #include <QPointF>
 
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -17,7 +18,26 @@ class QCPMarginGroup;
 
 namespace ta::terminal {
 
+class ChartAxes;
 class CursorLine;
+
+/// A value axis of a chart.
+struct AxisPlace {
+    int pane = -1;
+    int scale = -1;  ///< in the pane's scales; 0: the labelled one
+
+    bool IsThere() const { return pane >= 0; }
+};
+
+/// What there is to know of a value axis.
+struct AxisState {
+    int index = 0;  ///< in the draw info
+    NumberKind numbers = NumberKind::Plain;
+    bool byHand = false;
+    double low = 0;  ///< what it shows
+    double high = 1;
+    ValueSpan values;  ///< of all bars
+};
 
 /// A model on a plot: its panes in their order, the cursor line over them, and the part
 /// of the bars in view.
@@ -26,8 +46,8 @@ class CursorLine;
 /// plot is painted, or when somebody asks for the geometry.
 class ChartScene {
 public:
-    /// `plot` and `model` outlive the scene.
-    ChartScene(QCustomPlot& plot, const PlotModel& model);
+    /// `plot`, `model` and `axes` outlive the scene.
+    ChartScene(QCustomPlot& plot, const PlotModel& model, const ChartAxes& axes);
     ~ChartScene();
 
     PlotRange& Range() { return m_range; }
@@ -39,6 +59,9 @@ public:
     void LayoutChanged();
     /// The bars, the part of them in view or the cursor changed.
     void Change(const PlotCursor& cursor);
+    /// The range of a pane's axis changed, and nothing else: draws that pane alone, where the
+    /// labels need no more room than they have.
+    void RangeChanged(int pane);
     /// Draws what changed.
     void Update(QCustomPlot::RefreshPriority refresh = QCustomPlot::rpQueuedRefresh);
     /// Draws the cursor line and the legends over what is there.
@@ -52,25 +75,36 @@ public:
     /// The pane at a pixel and the study of the legend there, counted from 1 (0: none); (-1, 0)
     /// outside the panes.
     std::pair<int, int> PaneAndStudyAt(const QPointF& position);
+    /// The value axis whose labels stand at a pixel, or none.
+    AxisPlace AxisAt(const QPointF& position);
+    /// Nothing when there is no such axis, or nothing to see on it.
+    std::optional<AxisState> StateOf(const AxisPlace& place);
 
 private:
     void Clear();
     void MakePanes();
     void LayOut();
     void Fill();
+    PlotSlice Slice() const;
+    void FillPane(std::size_t pane, const PlotSlice& slice);
+    bool HasRoomForLabels(const PlotPane& pane) const;
     void FillLegends(const PlotCursor& cursor);
     void ShowCursor(const PlotCursor& cursor);
     void ArrangeOverlay();
     void KeepMargins();
+    void NarrowAxes();
 
     QCustomPlot& m_plot;
     const PlotModel& m_model;
+    const ChartAxes& m_axes;
     PlotRange m_range;
     PaneStyle m_style;
     std::vector<std::unique_ptr<PlotPane>> m_panes;
     std::unique_ptr<QCPMarginGroup> m_margins;
     std::unique_ptr<CursorLine> m_cursorLine;
     PlotCursor m_cursor;
+    double m_askedLeft = 0;  // by the labels of the value axes so far
+    double m_askedRight = 0;
     bool m_panesAreOld = true;
     bool m_layoutIsOld = true;
     bool m_isOld = true;

@@ -174,6 +174,14 @@ void ComparisonView::Recount() {
 
 // ---- What is said ----
 
+CString ComparisonView::HistoryKey() const {
+    CString key = ChartPage::HistoryKey();
+    for (const ComparedSymbol& symbol : m_set.symbols) {
+        key += '/' + std::to_string(symbol.market) + '/' + symbol.code;
+    }
+    return key;
+}
+
 QString ComparisonView::Name() const {
     QStringList codes;
     for (const ComparedSymbol& symbol : m_set.symbols) {

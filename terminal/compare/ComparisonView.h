@@ -56,6 +56,7 @@ public:
 protected:
     QString Message() const override;
     QString SpokenName() const override;
+    CString HistoryKey() const override;
 
 private:
     ComparisonView(const MarketData& markets, const std::shared_ptr<ComparisonModel>& model,

@@ -5,6 +5,7 @@
 #include "terminal/chart/ChartView.h"
 #include "terminal/compare/ComparisonView.h"
 #include "terminal/frame/Periods.h"
+#include "terminal/plot/ChartAxesText.h"
 
 namespace ta::terminal {
 namespace {
@@ -36,6 +37,8 @@ void ShowState(ChartPage& chart, const ChartState& state) {
     } else {
         ShowChart(static_cast<ChartView&>(chart), state);
     }
+    TakeAxesText(chart.Axes(), state.axes);
+    chart.TakeAxes();
 }
 
 ChartState StateOf(const ChartPage& page) {
@@ -43,12 +46,18 @@ ChartState StateOf(const ChartPage& page) {
         ChartState state;
         state.comparison = {comparison->Set(), comparison->Mode()};
         state.depths = comparison->Depths();
+        state.axes = AxesText(comparison->Axes());
         return state;
     }
     const auto& chart = static_cast<const ChartView&>(page);
-    return {chart.Market(),      ui::ToQString(chart.SymbolId()),
-            chart.Period(),      chart.Count(),
-            chart.GroupUniNum(), chart.Depths()};
+    return {chart.Market(),
+            ui::ToQString(chart.SymbolId()),
+            chart.Period(),
+            chart.Count(),
+            chart.GroupUniNum(),
+            chart.Depths(),
+            {},
+            AxesText(chart.Axes())};
 }
 
 QString TitleOf(const ChartPage& chart) {

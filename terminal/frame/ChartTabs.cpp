@@ -119,6 +119,7 @@ void ChartTabs::Connect(ChartPage& page) {
     connect(&page, &ChartPage::symbolChanged, this, forward(&ChartTabs::changed));
     connect(&page, &ChartPage::cursorMoved, this, forward(&ChartTabs::cursorMoved));
     connect(&page, &ChartPage::legendDoubleClicked, this, forward(&ChartTabs::legendDoubleClicked));
+    connect(&page, &ChartPage::axisMenuRequested, this, forward(&ChartTabs::axisMenuRequested));
     const auto keepTold = [this, &page](const QString& text) { KeepTold(page, text); };
     connect(&page, &ChartPage::loadFailed, this, keepTold);
     connect(&page, &ChartPage::historyShort, this, keepTold);

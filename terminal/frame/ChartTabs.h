@@ -94,6 +94,8 @@ signals:
     void hint(const QString& text);
     /// As ChartPage::legendDoubleClicked, of the current chart.
     void legendDoubleClicked(int pane, int study);
+    /// As ChartPage::axisMenuRequested, of the chart in front.
+    void axisMenuRequested(int pane, int scale, const QPoint& position);
 
 protected:
     void tabInserted(int index) override;

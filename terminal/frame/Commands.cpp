@@ -26,6 +26,7 @@ constexpr MenuRow kMenus[] = {
     {MenuId::Help, "IDS_TERMINAL-FRAME_MENU_HELP"},
     {MenuId::Symbols, "IDS_TERMINAL-FRAME_MENU_SYMBOLS", MenuId::Chart},
     {MenuId::Periods, "IDS_TERMINAL-FRAME_MENU_PERIODS", MenuId::Chart},
+    {MenuId::Axes, "IDS_TERMINAL-FRAME_MENU_AXES", MenuId::Chart},
     {MenuId::Comparison, "IDS_TERMINAL-FRAME_MENU_COMPARISON", MenuId::Chart},
 };
 

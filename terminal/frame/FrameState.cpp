@@ -86,6 +86,7 @@ ChartState ReadChart(const QSettings& file) {
     chart.group = file.value("group", -1).toInt();
     chart.depths = ReadDepths(file.value("depths").toStringList());
     chart.comparison = ReadComparison(file.value("comparison").toString());
+    chart.axes = file.value("axes").toString();
     return chart;
 }
 
@@ -96,6 +97,7 @@ void WriteChart(QSettings& file, const ChartState& chart) {
     file.setValue("count", chart.count);
     file.setValue("group", chart.group);
     file.setValue("depths", DepthTexts(chart.depths));
+    file.setValue("axes", chart.axes);
     if (chart.comparison) {
         file.setValue("comparison", ComparisonText(*chart.comparison));
     }

@@ -31,6 +31,7 @@ struct ChartState {
     int group = -1;  ///< UniNum of the chart's group
     HistoryDepths depths = {};
     std::optional<ComparisonState> comparison = {};  ///< in the place of all above but the depths
+    QString axes = {};                               ///< as AxesText gives it
 
     bool operator==(const ChartState&) const = default;
 };

@@ -138,6 +138,10 @@ void MainWindow::ConnectParts() {
         }
         RefreshGroups();
     });
+    connect(&tabs, &ChartTabs::axisMenuRequested, this,
+            [this](int pane, int scale, const QPoint& position) {
+                ShowAxisMenu(m_frame, pane, scale, position);
+            });
     const SymbolBox& box = m_frame.toolBar.Symbol();
     connect(&box, &SymbolBox::chosen, &tabs, &ChartTabs::OpenSymbol);
     connect(&box, &SymbolBox::notFound, this, [this](const QString& text) {

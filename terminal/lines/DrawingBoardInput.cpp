@@ -17,6 +17,10 @@ bool IsDrag(const QPointF& from, const QPointF& to) {
     return (to - from).manhattanLength() >= QApplication::startDragDistance();
 }
 
+bool IsOnAxis(const PlotMapping& mapping, double x) {
+    return x < mapping.left || x > mapping.left + mapping.width;
+}
+
 }  // namespace
 
 bool DrawingBoard::eventFilter(QObject* watched, QEvent* event) {
@@ -160,6 +164,9 @@ bool DrawingBoard::OnContextMenu(const QContextMenuEvent& event) {
         return true;
     }
     const bool byMouse = event.reason() == QContextMenuEvent::Mouse;
+    if (byMouse && IsOnAxis(m_asked.frame().mapping, event.pos().x())) {
+        return false;
+    }
     if (byMouse) {
         const auto hit = HitAt(event.pos());
         Select(hit ? CString(m_lines[hit->line].data) : CString());

@@ -1,5 +1,7 @@
 #include "terminal/plot/PlotPane.h"
 
+#include "terminal/plot/ChartAxes.h"
+
 #include <qcustomplot.h>
 
 #include <algorithm>
@@ -37,10 +39,7 @@ const ChartStudy* MainOf(const ChartPane& studies) {
 
 PlotPane::PlotPane(QCustomPlot& plot, int row, const ChartPane& studies, const PaneStyle& style,
                    bool lowest)
-    : m_plot(plot),
-      m_style(style),
-      m_rect(new QCPAxisRect(&plot, false)),
-      m_valueTicker(new ValueAxisTicker) {
+    : m_plot(plot), m_row(row), m_style(style), m_rect(new QCPAxisRect(&plot, false)) {
     plot.plotLayout()->addElement(row, 0, m_rect);
     MakeAxes(lowest);
     MakeScales(studies);
@@ -51,6 +50,7 @@ PlotPane::PlotPane(QCustomPlot& plot, int row, const ChartPane& studies, const P
 }
 
 PlotPane::~PlotPane() {
+    m_levels.reset();
     m_scales.clear();
     for (QCPItemText* mark : {m_highMark, m_lowMark}) {
         if (mark) {
@@ -73,71 +73,80 @@ void PlotPane::MakeAxes(bool lowest) {
     m_timeAxis->grid()->setVisible(m_style.options.bChartGrid);
     m_rect->axis(QCPAxis::atTop)->setTicks(false);
     m_rect->axis(QCPAxis::atTop)->setTickLabels(false);
-
-    const auto side = m_style.options.uScalePos;
-    m_leftAxis = m_rect->axis(QCPAxis::atLeft);
-    QCPAxis* right = m_rect->axis(QCPAxis::atRight);
-    m_leftAxis->setTicker(m_valueTicker);
-    right->setTicker(m_valueTicker);
-    m_leftAxis->setTickLabels(side != 0);
-    m_leftAxis->setTickLength(0, side != 0 ? 4 : 0);
-    right->setTickLabels(side != 1);
-    right->setTickLength(0, side != 1 ? 4 : 0);
-    right->grid()->setVisible(m_style.options.bChartGrid);
 }
 
 void PlotPane::MakeScales(const ChartPane& studies) {
-    Scale& main = m_scales.emplace_back();
-    main.axis = m_rect->axis(QCPAxis::atRight);
     const ChartStudy* mainStudy = MainOf(studies);
-    if (mainStudy) {
-        main.numbers = mainStudy->numbers;
-        main.prices = mainStudy->onPriceScale;
-    }
+    MakeMainScale(mainStudy);
     for (std::size_t s = 0; s < studies.size(); ++s) {
         const ChartStudy& study = studies[s];
-        Scale& scale = &study == mainStudy ? m_scales.front() : ScaleFor(study);
+        PlotScale& scale = &study == mainStudy ? m_scales.front() : ScaleFor(study);
         for (std::size_t o = 0; o < study.outputs.size(); ++o) {
             if (study.outputs[o].shape.visible) {
-                scale.outputs.push_back(
-                    {s, o,
-                     PlotSeries::Make(study.outputs[o], *m_timeAxis, *scale.axis, m_style.theme)});
+                scale.Add(
+                    s, o,
+                    PlotSeries::Make(study.outputs[o], *m_timeAxis, scale.Axis(), m_style.theme));
             }
         }
     }
 }
 
-bool PlotPane::Scale::Takes(const ChartStudy& study) const {
-    const bool isOfDifferences = !prices && numbers == NumberKind::Price;
-    return study.onPriceScale ? prices : isOfDifferences && study.numbers == NumberKind::Price;
+void PlotPane::MakeMainScale(const ChartStudy* study) {
+    const NumberKind numbers = study ? study->numbers : NumberKind::Plain;
+    const bool prices = study && study->onPriceScale;
+    const StudyType type = study && !prices ? study->type : 0;
+    const auto side = m_style.options.uScalePos;
+    QCPAxis& right = *m_rect->axis(QCPAxis::atRight);
+    PlotScale& main =
+        m_scales.emplace_back(right, numbers, prices, AxisIndex(m_row, numbers, type));
+    main.Label(right, side != 1);
+    main.Label(*m_rect->axis(QCPAxis::atLeft), side != 0);
+    right.grid()->setVisible(m_style.options.bChartGrid);
 }
 
-PlotPane::Scale& PlotPane::ScaleFor(const ChartStudy& study) {
+PlotScale& PlotPane::ScaleFor(const ChartStudy& study) {
     if (study.outputs.empty()) {
         return m_scales.front();
     }
-    const auto shared =
-        std::ranges::find_if(m_scales, [&study](const Scale& scale) { return scale.Takes(study); });
+    const auto shared = std::ranges::find_if(
+        m_scales, [&study](const PlotScale& scale) { return scale.Takes(study); });
     if (shared != m_scales.end()) {
         return *shared;
     }
-    Scale& own = m_scales.emplace_back();
-    own.axis = m_rect->addAxis(QCPAxis::atRight);
-    own.axis->setVisible(false);
-    own.axis->grid()->setVisible(false);
-    own.numbers = study.numbers;
+    const bool left = m_style.options.uScalePos == 0;
+    QCPAxis* axis = m_rect->addAxis(left ? QCPAxis::atLeft : QCPAxis::atRight);
+    PlotScale& own = m_scales.emplace_back(*axis, study.numbers, false,
+                                           AxisIndex(m_row, study.numbers, study.type));
+    LabelOwnAxis(own, study);
     return own;
 }
 
+void PlotPane::LabelOwnAxis(PlotScale& scale, const ChartStudy& study) {
+    QCPAxis& axis = scale.Axis();
+    StyleAxis(axis, m_style);
+    axis.setVisible(ShowsPrices());
+    if (!ShowsPrices()) {
+        return;
+    }
+    const QColor colour = m_style.theme.Readable(study.outputs.front().shape.colour);
+    axis.setBasePen(QPen(colour, 0));
+    axis.setTickPen(QPen(colour, 0));
+    axis.setTickLabelColor(colour);
+    scale.Label(axis, true);
+}
+
 void PlotPane::MakeMarks(const ChartPane& studies) {
-    if (!m_style.options.bHighLow ||
-        std::ranges::find_if(studies, &ChartStudy::HasCandlesticks) == studies.end()) {
+    if (std::ranges::find_if(studies, &ChartStudy::HasCandlesticks) == studies.end()) {
+        return;
+    }
+    m_levels = std::make_unique<LevelLines>(m_scales.front().Axis(), m_style.theme, m_style.font);
+    if (!m_style.options.bHighLow) {
         return;
     }
     for (QCPItemText** mark : {&m_highMark, &m_lowMark}) {
         *mark = new QCPItemText(&m_plot);
         (*mark)->setClipAxisRect(m_rect);
-        (*mark)->position->setAxes(m_timeAxis, m_scales.front().axis);
+        (*mark)->position->setAxes(m_timeAxis, &m_scales.front().Axis());
         (*mark)->setFont(m_style.font);
         (*mark)->setColor(m_style.theme.text);
         (*mark)->setPadding(QMargins(2, 0, 2, 0));
@@ -148,59 +157,33 @@ void PlotPane::MakeMarks(const ChartPane& studies) {
 void PlotPane::Fill(const PlotModel& model, const ChartPane& studies, const PlotSlice& slice,
                     double lower, double upper) {
     m_timeAxis->setRange(lower, upper);
-    m_valueTicker->SetNumbers(Numbers(), model.Title().priceDecimals);
-    m_valueTicker->SetHeights(m_rect->height(), QFontMetricsF(m_style.font).height());
-    for (Scale& scale : m_scales) {
-        ValueSpan span;
-        for (DrawnOutput& drawn : scale.outputs) {
-            const ChartStudy& study = studies[drawn.study];
-            if (drawn.output < study.values->size()) {
-                drawn.series->Fill(model.Bars(), (*study.values)[drawn.output], slice, span);
-            }
-        }
-        FitScale(scale, span);
-    }
-    QCPAxis* main = m_scales.front().axis;
-    m_leftAxis->setRange(main->range());
-    ShowLabels(slice.end > slice.first && !m_scales.front().outputs.empty());
-    PlaceMarks(model, lower, upper);
-}
-
-void PlotPane::ShowLabels(bool labelled) {
-    const auto side = m_style.options.uScalePos;
-    QCPAxis* right = m_scales.front().axis;
-    right->setTicks(labelled);
-    right->setTickLabels(labelled && side != 1);
-    m_leftAxis->setTicks(labelled);
-    m_leftAxis->setTickLabels(labelled && side != 0);
-}
-
-void PlotPane::FitScale(Scale& scale, ValueSpan span) {
-    if (span.IsEmpty()) {
-        span = {0, 1};
-    }
-    const bool stands = scale.numbers == NumberKind::Volume && span.low >= 0;
-    if (span.low == span.high) {
-        const double room = std::max(std::abs(span.low) * 0.01, 1e-6);
-        span.low -= stands ? 0 : room;
-        span.high += stands ? 1 : room;
-    }
-    const double height = std::max(m_rect->height(), 1);
-    const double mark = scale.prices && m_highMark ? QFontMetricsF(m_style.font).height() : 0;
-    const double legend = m_legend ? m_legend->Height() + kLegendMargin : 0;
-    const double above = std::min(legend + mark + kLeastRoom, height * 0.6);
-    const double below =
-        stands ? 0 : std::min(mark + std::max(kLeastRoom, height * 0.04), height * 0.2);
-    const double unit = (span.high - span.low) / (height - above - below);
-    scale.axis->setRange(span.low - below * unit, span.high + above * unit);
-}
-
-void PlotPane::PlaceMarks(const PlotModel& model, double lower, double upper) {
-    if (!m_highMark) {
-        return;
+    const bool labelled = slice.end > slice.first;
+    for (PlotScale& scale : m_scales) {
+        scale.Fit(scale.Fill(model, studies, slice), m_style.axes->RangeOf(scale.Index()),
+                  RoomOf(scale));
+        scale.ShowLabels(labelled && !scale.IsEmpty(), model.Title().priceDecimals,
+                         m_rect->height());
     }
     const int first = std::max(0, static_cast<int>(std::ceil(lower)));
     const int end = std::min(model.BarCount(), static_cast<int>(std::floor(upper)) + 1);
+    PlaceMarks(model, first, end);
+    if (m_levels) {
+        m_levels->SetLevels(MakePriceLevels(m_style.options, model, first, end));
+    }
+}
+
+ScaleRoom PlotPane::RoomOf(const PlotScale& scale) const {
+    const double height = std::max(m_rect->height(), 1);
+    const double mark = scale.IsOfPrices() && m_highMark ? QFontMetricsF(m_style.font).height() : 0;
+    const double legend = m_legend ? m_legend->Height() + kLegendMargin : 0;
+    return {height, std::min(legend + mark + kLeastRoom, height * 0.6),
+            std::min(mark + std::max(kLeastRoom, height * 0.04), height * 0.2)};
+}
+
+void PlotPane::PlaceMarks(const PlotModel& model, int first, int end) {
+    if (!m_highMark) {
+        return;
+    }
     m_highMark->setVisible(first < end);
     m_lowMark->setVisible(first < end);
     if (first >= end) {
@@ -240,7 +223,7 @@ void PlotPane::ArrangeLegend() {
 }
 
 PlotMapping::Pane PlotPane::Geometry() const {
-    const QCPRange range = m_scales.front().axis->range();
+    const QCPRange range = m_scales.front().Axis().range();
     return {static_cast<double>(m_rect->top()), static_cast<double>(m_rect->height()), range.lower,
             range.upper};
 }

@@ -3,10 +3,10 @@
 #include "terminal/plot/PaneLegend.h"
 #include "terminal/plot/PlotMapping.h"
 #include "terminal/plot/PlotModel.h"
-#include "terminal/plot/PlotSeries.h"
+#include "terminal/plot/PlotScale.h"
 #include "terminal/plot/PlotTheme.h"
+#include "terminal/plot/PriceLevels.h"
 #include "terminal/plot/TimeAxis.h"
-#include "terminal/plot/ValueAxis.h"
 
 #include <QFont>
 
@@ -20,8 +20,11 @@ class QCustomPlot;
 
 namespace ta::terminal {
 
+class ChartAxes;
+
 /// What the panes of a chart have in common.
 struct PaneStyle {
+    const ChartAxes* axes = nullptr;  ///< lives as long as the panes
     PlotTheme theme;
     QFont font;
     CommonProp options;
@@ -31,7 +34,9 @@ struct PaneStyle {
 /// One pane on the plot: its axes, series and legend. Studies of prices share one scale, and those
 /// of price differences (numbers of prices that are not on the price scale) another; each other
 /// study has its own. The scale of the prices, or else of the first study that has outputs, is
-/// labelled.
+/// labelled on the sides that the options say. Where that is one of prices, each other scale has
+/// an axis of its own on the other side, or on the right outside of that of the prices, in the
+/// colour of its study.
 class PlotPane {
 public:
     /// Takes a row of the plot's layout while it lives. `lowest`: has the labels of the time axis.
@@ -44,8 +49,11 @@ public:
     QCPAxisRect& Rect() const { return *m_rect; }
     PaneLegend& Legend() { return *m_legend; }
     /// How values of the labelled scale are written, and whether they are prices.
-    NumberKind Numbers() const { return m_scales.front().numbers; }
-    bool ShowsPrices() const { return m_scales.front().prices; }
+    NumberKind Numbers() const { return m_scales.front().Numbers(); }
+    bool ShowsPrices() const { return m_scales.front().IsOfPrices(); }
+    /// The labelled one, then the others.
+    const std::vector<PlotScale>& Scales() const { return m_scales; }
+    std::vector<PlotScale>& Scales() { return m_scales; }
 
     /// Shows a slice of the pane's studies: `lower` to `upper` is the range of the time axis. Needs
     /// the place of Rect() and the legend's height.
@@ -55,36 +63,23 @@ public:
     PlotMapping::Pane Geometry() const;
 
 private:
-    struct DrawnOutput {
-        std::size_t study = 0;  ///< index in the pane
-        std::size_t output = 0;
-        std::unique_ptr<PlotSeries> series;
-    };
-    struct Scale {
-        QCPAxis* axis = nullptr;
-        NumberKind numbers = NumberKind::Plain;
-        bool prices = false;
-        std::vector<DrawnOutput> outputs;
-
-        bool Takes(const ChartStudy& study) const;
-    };
-
     void MakeAxes(bool lowest);
     void MakeScales(const ChartPane& studies);
-    Scale& ScaleFor(const ChartStudy& study);
+    void MakeMainScale(const ChartStudy* study);
+    PlotScale& ScaleFor(const ChartStudy& study);
+    void LabelOwnAxis(PlotScale& scale, const ChartStudy& study);
     void MakeMarks(const ChartPane& studies);
-    void FitScale(Scale& scale, ValueSpan span);
-    void ShowLabels(bool labelled);
-    void PlaceMarks(const PlotModel& model, double lower, double upper);
+    ScaleRoom RoomOf(const PlotScale& scale) const;
+    void PlaceMarks(const PlotModel& model, int first, int end);
     void PlaceMark(QCPItemText& mark, int bar, double price, Qt::Alignment vertical);
 
     QCustomPlot& m_plot;
+    const int m_row;
     const PaneStyle m_style;
     QCPAxisRect* m_rect;
     QCPAxis* m_timeAxis = nullptr;
-    QCPAxis* m_leftAxis = nullptr;
-    QSharedPointer<ValueAxisTicker> m_valueTicker;
-    std::vector<Scale> m_scales;
+    std::vector<PlotScale> m_scales;
+    std::unique_ptr<LevelLines> m_levels;  // where there are candles
     std::unique_ptr<PaneLegend> m_legend;
     QCPItemText* m_highMark = nullptr;  // the plot's
     QCPItemText* m_lowMark = nullptr;

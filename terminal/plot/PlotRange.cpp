@@ -6,16 +6,28 @@
 namespace ta::terminal {
 namespace {
 
-constexpr double kRoomShare = 0.02;
+// Of a view of all bars, which would be no more to be seen with much room.
+constexpr double kMostRoomForAll = 0.5;
 
 }  // namespace
 
 double PlotRange::RoomAfter() const {
-    return m_width * kRoomShare;
+    return std::min(m_width * m_roomShare, std::max(m_width - 1, 0.0));
 }
 
 double PlotRange::Widest() const {
-    return std::max(kNarrowest, m_count / (1 - kRoomShare));
+    return std::max(kNarrowest, m_count / (1 - std::min(m_roomShare, kMostRoomForAll)));
+}
+
+double PlotRange::Highest() const {
+    return m_count - 0.5 + RoomAfter() - m_width;
+}
+
+void PlotRange::SetRoomAfter(double share) {
+    const bool atLatest = m_lower >= Highest();
+    m_roomShare = std::clamp(share, kLeastRoom, 1.0);
+    m_width = std::min(m_width, Widest());
+    MoveTo(atLatest ? m_count : m_lower);
 }
 
 void PlotRange::SetBarCount(int bars) {
@@ -52,8 +64,7 @@ void PlotRange::ScrollToFirst() {
 }
 
 void PlotRange::MoveTo(double lower) {
-    const double highest = m_count - 0.5 + RoomAfter() - m_width;
-    m_lower = std::max(std::min(lower, highest), -0.5);
+    m_lower = std::max(std::min(lower, Highest()), -0.5);
 }
 
 void PlotRange::ScrollTo(int bar) {

@@ -5,16 +5,21 @@
 namespace ta::terminal {
 
 /// The part of a bar series that is in view. A bar of index i covers i - 0.5 to i + 0.5 of the
-/// range. It stays over the bars, but for a little room after the latest one and when there are
-/// fewer bars than the narrowest range shows.
+/// range. It stays over the bars, but for the room after the latest one and when there are fewer
+/// bars than the narrowest range shows.
 class PlotRange {
 public:
     static constexpr double kNarrowest = 20;  ///< bars
     static constexpr double kLatestBars = 130;
+    static constexpr double kLeastRoom = 0.02;  ///< share of the width
 
     /// `bars` is how many there are. The view stays where it is as far as that is still possible.
     void SetBarCount(int bars);
     int BarCount() const { return m_count; }
+    /// How much of the view stays free after the latest bar when it is scrolled there: `share` of
+    /// its width, from a little (the beginning, and for less) to all but one bar (1). A view that
+    /// shows the latest bars moves along.
+    void SetRoomAfter(double share);
 
     double Lower() const { return m_lower; }
     double Upper() const { return m_lower + m_width; }
@@ -39,10 +44,12 @@ public:
 private:
     double RoomAfter() const;
     double Widest() const;
+    double Highest() const;
 
     int m_count = 0;
     double m_lower = -0.5;
     double m_width = kLatestBars;
+    double m_roomShare = kLeastRoom;
 };
 
 }  // namespace ta::terminal

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace ta::terminal {
 namespace {
@@ -34,6 +35,7 @@ void ValueAxisTicker::SetNumbers(NumberKind kind, int priceDecimals) {
 
 void ValueAxisTicker::SetHeights(double axis, double label) {
     m_edge = axis > 0 ? label / 2 / axis : 0;
+    m_height = std::max(axis, 1.0);
     setTickCount(std::clamp(static_cast<int>(axis / (label * kLabelDistance)), 1, 10));
 }
 
@@ -42,11 +44,34 @@ void ValueAxisTicker::generate(const QCPRange& range, const QLocale& locale, QCh
                                QVector<QString>* tickLabels) {
     QCPAxisTicker::generate(range, locale, formatChar, precision, ticks, subTicks, tickLabels);
     const double room = range.size() * m_edge;
+    const double roomAbove = room + range.size() * m_roomAbove / m_height;
+    const QFontMetricsF metrics(m_font);
     for (qsizetype i = 0; tickLabels && i < ticks.size(); ++i) {
-        if (ticks[i] < range.lower + room || ticks[i] > range.upper - room) {
-            (*tickLabels)[i].clear();
+        QString& label = (*tickLabels)[i];
+        if (ticks[i] < range.lower + room || ticks[i] > range.upper - roomAbove ||
+            (std::isfinite(m_widest) && metrics.horizontalAdvance(label) > m_widest)) {
+            label.clear();
         }
     }
+}
+
+void ValueAxisTicker::SetLabelWidth(double pixels, const QFont& font) {
+    m_widest = pixels;
+    m_font = font;
+}
+
+double ValueAxisTicker::WidestLabel(const QCPRange& range, const QFont& font) {
+    const double limit = std::exchange(m_widest, std::numeric_limits<double>::infinity());
+    QVector<double> ticks;
+    QVector<QString> labels;
+    generate(range, QLocale::c(), 'f', 0, ticks, nullptr, &labels);
+    m_widest = limit;
+    const QFontMetricsF metrics(font);
+    double widest = 0;
+    for (const QString& label : labels) {
+        widest = std::max(widest, metrics.horizontalAdvance(label));
+    }
+    return widest;
 }
 
 double ValueAxisTicker::getTickStep(const QCPRange& range) {

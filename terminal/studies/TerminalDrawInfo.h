@@ -4,6 +4,7 @@
 #include "terminal/studies/StudyStrings.h"
 
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace ta::terminal {
@@ -16,6 +17,9 @@ struct YAxisRange {
 
     bool operator==(const YAxisRange&) const = default;
 };
+
+/// By the index of the axis.
+using YAxisRanges = std::map<int, YAxisRange>;
 
 /// The terminal's draw info: the studies' settings as strings (see StudyStrings), the common chart
 /// options, and the ranges of the value axes.
@@ -43,6 +47,9 @@ public:
     void vSetYaxisMinVal(int axis, double value) override;
     /// The range of an axis as set; an automatic one for an axis that nobody has set.
     YAxisRange GetYaxisRange(int axis) const;
+    /// Of every axis that was set, to put in the place of another draw info's.
+    const YAxisRanges& GetYaxisRanges() const { return m_yAxes; }
+    void SetYaxisRanges(YAxisRanges ranges) { m_yAxes = std::move(ranges); }
 
     std::vector<double> vecGetStudyParams(StudyType type) const override;
     std::vector<StudyShape> vecGetStudyShapes(StudyType type) const override;
@@ -58,7 +65,7 @@ private:
     CommonProp m_commonProperty;
     StudyStrings m_params;
     StudyStrings m_shapes;
-    std::map<int, YAxisRange> m_yAxes;
+    YAxisRanges m_yAxes;
 };
 
 }  // namespace ta::terminal

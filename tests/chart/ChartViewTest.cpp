@@ -103,7 +103,8 @@ TEST_F(ChartViewTest, EachOptionChangesThePicture) {
     const auto picture = [&] { return view->grab().toImage(); };
     for (bool CommonProp::*option :
          {&CommonProp::bChartGrid, &CommonProp::bHighLow, &CommonProp::bShowTAInfo,
-          &CommonProp::bCursor, &CommonProp::bCrossLine, &CommonProp::bCursorOld}) {
+          &CommonProp::bCursor, &CommonProp::bCrossLine, &CommonProp::bCursorOld,
+          &CommonProp::bLowIdx, &CommonProp::bCDP}) {
         const auto flipped = [&] {
             Options(kFirst).*option = !(Options(kFirst).*option);
             TellGroupChange(kFirst);

@@ -6,6 +6,7 @@
 #include "terminal/plot/PlotRange.h"
 #include "terminal/plot/PlotSlice.h"
 #include "terminal/plot/PlotTheme.h"
+#include "terminal/plot/PriceLevels.h"
 #include "terminal/plot/TimeAxis.h"
 
 #include <gtest/gtest.h>
@@ -87,6 +88,47 @@ TEST(PlotRangeTest, ScrollsNoFurtherThanABarNeeds) {
     EXPECT_EQ(range.Bars().first, 50);
     range.ScrollTo(700);
     EXPECT_EQ(range.Bars().second, 700);
+}
+
+TEST(PlotRangeTest, TheRoomAfterTheLatestBarIsAShareOfTheView) {
+    PlotRange range = Over(1000);
+    range.ShowLatest();
+    range.SetRoomAfter(0.25);
+    EXPECT_DOUBLE_EQ(range.Upper(), 999.5 + 0.25 * range.Width());
+    range.SetRoomAfter(2);
+    EXPECT_EQ(range.Bars(), std::pair(999, 999));
+    range.Zoom(0.001, 999);
+    EXPECT_EQ(range.Bars(), std::pair(999, 999));
+    range.SetRoomAfter(-1);
+    EXPECT_DOUBLE_EQ(range.Upper(), 999.5 + PlotRange::kLeastRoom * range.Width());
+    range.MoveTo(100);
+    range.SetRoomAfter(0.5);
+    EXPECT_EQ(range.Lower(), 100);
+    range.ShowAll();
+    EXPECT_EQ(range.Lower(), -0.5);
+    EXPECT_DOUBLE_EQ(range.Width(), 2000);
+    range.SetRoomAfter(0);
+    EXPECT_LT(range.Width(), 1030) << "no wider than all bars ask for";
+}
+
+TEST(PriceLevelsTest, TheDayBeforeThatOfTheLatestBar) {
+    const BarSeries days{{10, 1, 9, 1, 5, 0}, {11, 5, 20, 4, 8, 0}, {14, 8, 30, 2, 9, 0}};
+    EXPECT_EQ(PreviousDay(days, 0), (DayPrices{20, 4, 8}));
+    EXPECT_FALSE(PreviousDay(days, 1)) << "weeks";
+    EXPECT_FALSE(PreviousDay(days, 2)) << "months";
+    EXPECT_FALSE(PreviousDay({days[0]}, 0));
+    EXPECT_FALSE(PreviousDay({}, 0));
+    const BarSeries minutes{{10.5, 1, 99, 1, 5, 0}, {11.4, 5, 20, 4, 8, 0},
+                            {11.5, 8, 30, 6, 7, 0}, {11.6, 7, 9, 3, 8.5, 0},
+                            {14.4, 9, 50, 1, 2, 0}, {14.5, 2, 60, 1, 3, 0}};
+    EXPECT_EQ(PreviousDay(minutes, 3), (DayPrices{30, 3, 8.5}));
+    EXPECT_EQ(PreviousDay(minutes, 4), (DayPrices{30, 3, 8.5}));
+}
+
+TEST(PriceLevelsTest, LevelsAndTheirTexts) {
+    EXPECT_EQ(CdpLevels({20, 4, 8}), (std::array{26.0, 16.0, 10.0, 0.0, -6.0}));
+    EXPECT_EQ(SpreadTexts({50, 10, 12, 11, 51}, 5), (std::vector<double>{50, 10, 20, 15, 55}));
+    EXPECT_TRUE(SpreadTexts({}, 5).empty());
 }
 
 TEST(PlotSliceTest, CoversTheViewWithOneBarMoreAtEachSide) {

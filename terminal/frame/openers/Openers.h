@@ -1,5 +1,6 @@
 #pragma once
 
+class QPoint;
 class QString;
 
 // What the commands open, one subject a source file. An opener works on the chart in front, opens
@@ -53,6 +54,17 @@ void ListLines(const Frame& frame);
 
 /// The history data dialog on the chart's data period; the chart loads what was asked for.
 void SetHistory(const Frame& frame);
+
+/// The range of the value axis in hand (see ChartPage::AxisInHand), in a dialog.
+void SetValueRange(const Frame& frame);
+/// Every range that was set by hand becomes automatic.
+void MakeRangesAutomatic(const Frame& frame);
+/// The width of the value axes, and the space after the latest bar, in a dialog.
+void SetAxisWidth(const Frame& frame);
+void SetEdgeSpace(const Frame& frame);
+/// The menu of a value axis, at a place of the screen; `pane` and `scale` as AxisPlace has them.
+/// Does not wait for its end.
+void ShowAxisMenu(const Frame& frame, int pane, int scale, const QPoint& position);
 
 void ShowAbout(const Frame& frame);
 
