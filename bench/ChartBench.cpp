@@ -1,4 +1,5 @@
-// A pan step of a chart view beside one of a bare plot widget with as many candles, bars and lines.
+// A pan step of a chart view beside one of a bare plot widget with as many candles, bars and lines,
+// and a step of the cursor line beside a repaint of the whole chart.
 
 #include "bench/SideBySide.h"
 #include "platform/SyncInfo.h"
@@ -211,6 +212,21 @@ void PanStepMillionBarsInView(benchmark::State& state) {
     PanStep(state, 1'000'000, true);
 }
 BENCHMARK(PanStepMillionBarsInView)->Iterations(5)->Unit(benchmark::kMicrosecond);
+
+void CursorStep(benchmark::State& state) {
+    constexpr int kBars = 5000;
+    OurChart ours(kBars);
+    if (!ours.IsReady(kBars)) {
+        state.SkipWithError("The chart did not load.");
+        return;
+    }
+    auto* plot = ours.View().findChild<QCustomPlot*>();
+    const int middle = (ours.View().VisibleBars().first + ours.View().VisibleBars().second) / 2;
+    int step = 0;
+    ta::bench::RunSideBySide(
+        state, [&] { ours.View().SetCursorBar(middle + (++step % 20)); }, [&] { plot->replot(); });
+}
+BENCHMARK(CursorStep)->Iterations(300)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

@@ -72,8 +72,8 @@ terminal::Options OwnPlaces(const QString& data) {
 
 void RunTour(tour::Guide& guide) {
     for (const auto& steps :
-         {tour::ChartSteps(), tour::PeriodSteps(), tour::CompareSteps(), tour::ViewerSteps(),
-          tour::GroupFileSteps(), tour::SheetSteps(), tour::DrawingSteps()}) {
+         {tour::ChartSteps(), tour::CursorSteps(), tour::PeriodSteps(), tour::CompareSteps(),
+          tour::ViewerSteps(), tour::GroupFileSteps(), tour::SheetSteps(), tour::DrawingSteps()}) {
         for (const tour::Step& step : steps) {
             guide.Begin(step.name);
             step.run(guide);

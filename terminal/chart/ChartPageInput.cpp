@@ -4,7 +4,9 @@
 
 #include <qcustomplot.h>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
@@ -20,11 +22,11 @@ constexpr double kNotch = 120;      // QWheelEvent's angle of it
 constexpr double kPanShare = 0.1;   // of the view, for one pan step
 constexpr double kPageShare = 0.9;
 
-bool FollowsMouse(const PlotModel& model) {
-    return model.Options().uCursorMoveStyle == 0;
-}
-
 }  // namespace
+
+bool ChartPage::FollowsMouse() const {
+    return m_model->Options().uCursorMoveStyle == 0 || IsPlacing();
+}
 
 bool ChartPage::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_plot) {
@@ -47,6 +49,9 @@ bool ChartPage::eventFilter(QObject* watched, QEvent* event) {
             OnWheel(static_cast<const QWheelEvent&>(*event));
             event->accept();
             return true;
+        case QEvent::ContextMenu:  // of the mouse; it would come to the page once more
+            contextMenuEvent(static_cast<QContextMenuEvent*>(event));
+            return true;
         case QEvent::Leave:
             OnLeave();
             return false;
@@ -57,11 +62,21 @@ bool ChartPage::eventFilter(QObject* watched, QEvent* event) {
 
 void ChartPage::OnPress(const QMouseEvent& event) {
     if (event.button() == Qt::LeftButton) {
-        m_drag = {true, false, event.position(), m_scene->Range().Lower()};
+        m_drag = {true, false, event.position(), m_scene->Range().Lower(),
+                  m_scene->BorderAt(event.position())};
     }
 }
 
 void ChartPage::OnMove(const QMouseEvent& event) {
+    if (m_drag.active && m_drag.border >= 0) {
+        m_drag.moved = true;
+        m_scene->MoveBorder(m_drag.border, event.position().y());
+        Draw();
+        return;
+    }
+    if (event.buttons() == Qt::NoButton) {
+        ShowBorder(event.position());
+    }
     const QPointF moved = event.position() - m_drag.start;
     if (m_drag.active && !m_drag.moved &&
         std::abs(moved.x()) >= QApplication::startDragDistance()) {
@@ -72,7 +87,7 @@ void ChartPage::OnMove(const QMouseEvent& event) {
         m_scene->Range().MoveTo(m_drag.lower - moved.x() / Mapping().PixelsPerBar());
         Draw();
     }
-    if (FollowsMouse(*m_model)) {
+    if (FollowsMouse()) {
         PutCursorAt(event.position());
     }
 }
@@ -81,14 +96,32 @@ void ChartPage::OnRelease(const QMouseEvent& event) {
     if (event.button() != Qt::LeftButton || !m_drag.active) {
         return;
     }
-    if (!m_drag.moved) {
+    const bool isBorder = m_drag.border >= 0;
+    if (!m_drag.moved && !isBorder) {
         PutCursorAt(event.position());
+    }
+    if (m_drag.moved && isBorder) {
+        OnShares();
     }
     m_drag = {};
     unsetCursor();
 }
 
+void ChartPage::ShowBorder(const QPointF& position) {
+    if (m_scene->BorderAt(position) >= 0) {
+        setCursor(Qt::SplitVCursor);
+    } else if (cursor().shape() == Qt::SplitVCursor) {
+        unsetCursor();
+    }
+}
+
 void ChartPage::OnDoubleClick(const QMouseEvent& event) {
+    if (event.button() == Qt::LeftButton && m_scene->BorderAt(event.position()) >= 0) {
+        m_scene->SetShares({});
+        Draw();
+        OnShares();
+        return;
+    }
     const auto [pane, study] = m_scene->PaneAndStudyAt(event.position());
     if (event.button() == Qt::LeftButton && pane >= 0) {
         emit legendDoubleClicked(pane, study);
@@ -106,13 +139,13 @@ void ChartPage::OnWheel(const QWheelEvent& event) {
     }
     range.Scroll(-notches.x() * range.Width() * kPanShare);
     Draw();
-    if (FollowsMouse(*m_model)) {
+    if (FollowsMouse()) {
         PutCursorAt(event.position());
     }
 }
 
 void ChartPage::OnLeave() {
-    if (FollowsMouse(*m_model) && m_cursor.IsThere()) {
+    if (FollowsMouse() && m_cursor.IsThere()) {
         m_cursor = {};
         DrawCursor();
     }
@@ -120,15 +153,16 @@ void ChartPage::OnLeave() {
 
 void ChartPage::PutCursorAt(const QPointF& position) {
     const PlotMapping mapping = Mapping();
-    const int pane = mapping.PaneAt(position.y());
-    const bool inside =
-        pane >= 0 && position.x() >= mapping.left && position.x() <= mapping.left + mapping.width;
-    if (!inside && !FollowsMouse(*m_model)) {
+    const bool inside = m_scene->PaneAndStudyAt(position).first >= 0 &&
+                        position.x() >= mapping.left &&
+                        position.x() <= mapping.left + mapping.width;
+    if (!inside && !FollowsMouse()) {
         return;
     }
     m_cursor = {};
     if (inside) {
-        m_cursor = {mapping.NearestBarAt(position.x()), pane, position.y()};
+        // On a legend it has no level line.
+        m_cursor = {mapping.NearestBarAt(position.x()), mapping.PaneAt(position.y()), position.y()};
     }
     DrawCursor();
 }
@@ -183,6 +217,19 @@ bool ChartPage::OnKey(int key, Qt::KeyboardModifiers modifiers) {
     }
     Draw();
     return true;
+}
+
+void ChartPage::contextMenuEvent(QContextMenuEvent* event) {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    emit menuRequested(menu);
+    if (menu->isEmpty()) {
+        delete menu;
+        event->ignore();
+        return;
+    }
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    menu->popup(byMouse ? event->globalPos() : mapToGlobal(rect().center()));
 }
 
 void ChartPage::keyPressEvent(QKeyEvent* event) {

@@ -4,6 +4,7 @@
 #include "platform/ui/TextBridge.h"
 #include "settings/Repository.h"
 #include "terminal/chart/ChartView.h"
+#include "terminal/chart/PaneHeights.h"
 #include "terminal/compare/ComparisonView.h"
 #include "terminal/frame/SymbolTexts.h"
 #include "terminal/frame/TypingBox.h"
@@ -17,7 +18,7 @@ namespace ta::terminal {
 namespace {}  // namespace
 
 ChartTabs::ChartTabs(MarketData& markets, QWidget* parent)
-    : QTabWidget(parent), m_markets(markets) {
+    : QTabWidget(parent), m_markets(markets), m_heights(new PaneHeights(this)) {
     setDocumentMode(true);
     setMovable(true);
     setTabsClosable(true);
@@ -62,6 +63,7 @@ ChartPage& ChartTabs::MakeChart(const TabState& state) {
     auto* chart = new ChartView(m_markets);
     Connect(*chart);
     ConnectChart(*chart);
+    chart->SetPaneHeights(*m_heights);
     chart->SetRisingRed(m_risingRed);
     chart->SetGroup(Repository().GetGroupNameByUniNum(state.group));
     chart->SetDepths(state.depths);
@@ -104,6 +106,7 @@ void ChartTabs::Connect(ChartPage& page) {
     connect(&page, &ChartPage::symbolChanged, this, forward(&ChartTabs::changed));
     connect(&page, &ChartPage::cursorMoved, this, forward(&ChartTabs::cursorMoved));
     connect(&page, &ChartPage::legendDoubleClicked, this, forward(&ChartTabs::legendDoubleClicked));
+    connect(&page, &ChartPage::menuRequested, this, forward(&ChartTabs::menuRequested));
     const auto keepTold = [this, &page](const QString& text) { KeepTold(page, text); };
     connect(&page, &ChartPage::loadFailed, this, keepTold);
     connect(&page, &ChartPage::historyShort, this, keepTold);
@@ -199,8 +202,7 @@ void ChartTabs::OpenSymbol(std::uint8_t market, const CString& id) {
 
 void ChartTabs::SelectPeriod(int index) {
     const FramePeriod& period = kPeriods[static_cast<std::size_t>(index)];
-    Current().SwitchPeriod(period.code, period.count);
-    Current().setFocus();
+    ShowPeriod(period.code, period.count);
 }
 
 void ChartTabs::ShowPeriod(int period, int count) {

@@ -11,12 +11,15 @@
 #include <utility>
 #include <vector>
 
+class QMenu;
+
 namespace ta::terminal {
 
 class ChartPage;
 class ChartView;
 class ComparisonView;
 class MarketData;
+class PaneHeights;
 
 /// The chart windows, one a tab. What makes another chart or another symbol come to the front gives
 /// it the focus too.
@@ -52,14 +55,18 @@ public:
     /// Shows a symbol in the current chart, in the chart's period when the symbol has it, else in
     /// the first one that it has. Where a comparison is in front, in a new tab.
     void OpenSymbol(std::uint8_t market, const CString& id);
-    /// `index` is a position in kPeriods.
+    /// `index` is a position in kPeriods. The dates in view stay as far as they can; see
+    /// ChartPage::ShowPeriod().
     void SelectPeriod(int index);
-    /// Any period code, and how many minutes; what is in the middle of the view stays there.
+    /// Any period code, and how many minutes.
     void ShowPeriod(int period, int count);
     /// A name that is not known is ignored, as a comparison in front ignores any.
     void SelectGroup(const CString& name);
     /// For every chart, those to come included; see ChartView.
     void SetRisingRed(bool risingRed);
+
+    /// Of the panes of all groups' charts.
+    PaneHeights& Heights() const { return *m_heights; }
 
     /// What each tab shows.
     QList<TabState> States() const;
@@ -79,6 +86,8 @@ signals:
     void hint(const QString& text);
     /// As ChartPage::legendDoubleClicked, of the chart in front.
     void legendDoubleClicked(int pane, int study);
+    /// As ChartPage::menuRequested.
+    void menuRequested(QMenu* menu);
 
 protected:
     void tabInserted(int index) override;
@@ -96,6 +105,7 @@ private:
     void ShowTitle(const ChartPage& page);
 
     MarketData& m_markets;
+    PaneHeights* m_heights;
     bool m_risingRed = true;
     QHash<const QWidget*, QString> m_told;  ///< what each tab's last load had to tell
 };

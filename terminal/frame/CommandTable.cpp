@@ -106,7 +106,9 @@ constexpr CommandRow kRows[] = {
      OnChart<&ChartPage::ShowAll>},
     {Command::ShowLatest, MenuId::Chart, "IDS_TERMINAL-FRAME_SHOW_LATEST", "Ctrl+End",
      OnChart<&ChartPage::ShowLatest>},
-    {Command::RisingRed, MenuId::Chart, "IDS_TERMINAL-FRAME_RISING_RED", "", TakeRisingRed, true,
+    {Command::CursorLine, MenuId::Chart, "IDS_TERMINAL-FRAME_CURSOR_LINE", "Ctrl+Shift+C",
+     SetCursorLine, true, Look::Plain, Needs::Chart},
+    {Command::RisingRed, MenuId::Chart, "IDS_TERMINAL-FRAME_RISING_RED", "", TakeRisingRed, false,
      Look::Checkable},
     {Command::ViewData, MenuId::Chart, "IDS_TERMINAL-FRAME_VIEW_DATA", "Ctrl+B", ViewData, true},
     {Command::Compare, MenuId::Chart, "IDS_TERMINAL-FRAME_COMPARE", "Ctrl+K", CompareSymbols},
@@ -155,10 +157,17 @@ constexpr CommandRow kRows[] = {
     {Command::About, MenuId::Help, "IDS_TERMINAL-FRAME_ABOUT", "", ShowAbout},
 };
 
+constexpr Command kChartMenu[] = {Command::CursorLine, Command::HistoryData, Command::ViewData,
+                                  Command::Compare, Command::EditSettings};
+
 }  // namespace
 
 std::span<const CommandRow> CommandTable() {
     return kRows;
+}
+
+std::span<const Command> ChartMenu() {
+    return kChartMenu;
 }
 
 }  // namespace ta::terminal

@@ -6,6 +6,7 @@
 #include "terminal/chart/ChartView.h"
 #include "terminal/compare/ComparisonView.h"
 #include "terminal/frame/CommandTable.h"
+#include "terminal/frame/PaneHeightFile.h"
 #include "terminal/frame/PeriodBar.h"
 #include "terminal/frame/SymbolMenu.h"
 #include "terminal/frame/SymbolTexts.h"
@@ -83,6 +84,7 @@ MainWindow::MainWindow(Session& session, QWidget* parent)
     resize(FirstSize(*this));
     connect(&m_frame.tabs, &ChartTabs::notice, this,
             [this](const auto& text) { m_frame.Notice(text); });
+    LoadPaneHeights(session.StatePath(), m_frame.tabs.Heights());
     Restore(session.LastState());
     ConnectParts();
     session.Store().SetViewGroupSource(
@@ -132,6 +134,8 @@ void MainWindow::ConnectParts() {
         }
         RefreshGroups();
     });
+    connect(&tabs, &ChartTabs::menuRequested, this,
+            [this](QMenu* menu) { m_frame.commands.AddTo(*menu, ChartMenu()); });
     const SymbolBox& box = m_frame.toolBar.Symbol();
     connect(&box, &SymbolBox::chosen, &tabs, &ChartTabs::OpenSymbol);
     connect(&box, &SymbolBox::notFound, this, [this](const QString& text) {
@@ -202,7 +206,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    if (!SaveFrameState(session.StatePath(), State())) {
+    if (!SaveFrameState(session.StatePath(), State()) ||
+        !SavePaneHeights(session.StatePath(), m_frame.tabs.Heights())) {
         ui::CurrentPrompts().Message(
             this, ui::PromptIcon::Warning, Tr("IDS_TERMINAL-FRAME_TITLE"),
             Tr("IDS_TERMINAL-FRAME_STATE_FAILED").arg(session.StatePath()));
@@ -264,7 +269,7 @@ void MainWindow::Refresh() {
     const int period = PeriodIndex(shown.period, shown.count);
     RefreshCommands();
     m_frame.toolBar.Symbol().Show(symbol == nullptr ? ui::ToQString(shown.symbol)
-                                                    : TitleOf(*symbol));
+                                                    : ui::ToQString(TitleOf(*symbol)));
     m_frame.toolBar.ShowPeriods(available, period);
     m_frame.toolBar.Period().setPlaceholderText(PeriodText(chart.Period(), chart.Count()));
     m_frame.periodBar.Show(chart, available);

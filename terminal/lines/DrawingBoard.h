@@ -46,6 +46,8 @@ public:
         std::function<DrawingFrame()> frame;
         /// Where the cursor line stands in the pane of the prices.
         std::function<std::optional<QPointF>()> cursor;
+        /// Where a click at a pixel sets a point: at the height that the cursor line locks on.
+        std::function<QPointF(const QPointF&)> placed;
     };
 
     /// `view` gets the keys, `plot` in it the mouse. Both outlive the board.
@@ -76,6 +78,9 @@ public:
     /// Deletes every line on the chart, locked ones too, after a question.
     void DeleteAll();
     void LockSelected(bool lock);
+    /// What the context menu offers for the selected line and all lines; nothing without lines. A
+    /// context menu's event selects the line under the mouse before the view gets it.
+    void AddMenuEntries(QMenu& menu);
 
 signals:
     /// The tool, the lines or the selection changed.

@@ -42,7 +42,7 @@ bool DrawingBoard::OnPlotEvent(QEvent& event) {
             return OnMove(static_cast<const QMouseEvent&>(event));
         case QEvent::MouseButtonRelease:
             return OnRelease(static_cast<const QMouseEvent&>(event));
-        case QEvent::ContextMenu:  // of the mouse; the plot does not pass it on
+        case QEvent::ContextMenu:
             return OnContextMenu(static_cast<const QContextMenuEvent&>(event));
         case QEvent::Leave:
             m_mouse.reset();
@@ -163,14 +163,13 @@ bool DrawingBoard::OnContextMenu(const QContextMenuEvent& event) {
         const auto hit = HitAt(event.pos());
         Select(hit ? CString(m_lines[hit->line].data) : CString());
     }
-    if (m_lines.empty()) {
-        return false;
+    return false;
+}
+
+void DrawingBoard::AddMenuEntries(QMenu& menu) {
+    if (!m_lines.empty()) {
+        FillMenu(menu, SelectedLine() != nullptr);
     }
-    auto* menu = new QMenu(&m_view);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    FillMenu(*menu, SelectedLine() != nullptr);
-    menu->popup(byMouse ? event.globalPos() : m_view.mapToGlobal(m_view.rect().center()));
-    return true;
 }
 
 void DrawingBoard::FillMenu(QMenu& menu, bool onLine) {

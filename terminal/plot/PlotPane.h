@@ -48,10 +48,16 @@ public:
     bool ShowsPrices() const { return m_scales.front().prices; }
 
     /// Shows a slice of the pane's studies: `lower` to `upper` is the range of the time axis. Needs
-    /// the place of Rect() and the legend's height.
+    /// the place of Rect().
     void Fill(const PlotModel& model, const ChartPane& studies, const PlotSlice& slice,
               double lower, double upper);
+    /// Gives the legend a strip of its own over Rect(), as high as its widest texts ask for. true:
+    /// it had another height before, and the plot is to be laid out again.
+    bool FitLegend();
+    /// Places the legend's texts in its strip.
     void ArrangeLegend();
+    /// Rect() and the legend's strip, pixels.
+    QRectF Area() const;
     PlotMapping::Pane Geometry() const;
 
 private:
@@ -69,6 +75,7 @@ private:
         bool Takes(const ChartStudy& study) const;
     };
 
+    void ArrangeLegend(double height);
     void MakeAxes(bool lowest);
     void MakeScales(const ChartPane& studies);
     Scale& ScaleFor(const ChartStudy& study);
@@ -86,6 +93,7 @@ private:
     QSharedPointer<ValueAxisTicker> m_valueTicker;
     std::vector<Scale> m_scales;
     std::unique_ptr<PaneLegend> m_legend;
+    int m_legendHeight = 0;             // of its strip
     QCPItemText* m_highMark = nullptr;  // the plot's
     QCPItemText* m_lowMark = nullptr;
 };

@@ -40,6 +40,10 @@ void ImportGroups(const Frame& frame);
 /// The same on a file. The charts are told of what came in. false when nothing changed.
 bool ImportGroups(const Frame& frame, const QString& path);
 
+/// How the cursor line of the chart's group is drawn, moves and locks. What is chosen is saved with
+/// the group's options, and every chart of the group follows.
+void SetCursorLine(const Frame& frame);
+
 /// The list of the symbols that have trend lines; shows the one that was chosen.
 void ListLines(const Frame& frame);
 
