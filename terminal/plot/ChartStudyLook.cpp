@@ -9,6 +9,7 @@ namespace ta::terminal {
 namespace {
 
 constexpr std::uint32_t kCloseColour = 0x0098A8;  // which no study has
+constexpr int kCloseWidth = 2;
 
 QString LegendName(const ChartStudy& study, const StudyInfo& info, const StudyLook& look) {
     switch (look.name) {
@@ -55,6 +56,7 @@ void FitToBars(ChartStudy& study, const BarFacts& facts) {
         study.legend.clear();
         study.outputs.front().kind = StudyDrawKind::Line;
         study.outputs.front().shape.colour = kCloseColour;
+        study.outputs.front().shape.width = kCloseWidth;
     }
 }
 

@@ -2,6 +2,7 @@
 // settings repository make of it.
 
 #include "settings/Messages.h"
+#include "terminal/chart/ChartTable.h"
 #include "terminal/chart/PaneHeights.h"
 #include "terminal/plot/ChartModel.h"
 #include "terminal/plot/PlotTheme.h"
@@ -508,6 +509,7 @@ TEST_F(ChartViewTest, ClosesAloneAreALineWithoutVolumes) {
     EXPECT_FALSE(view->CursorText().contains("開") || view->CursorText().contains("量"));
     auto* plot = view->findChild<QCustomPlot*>();
     EXPECT_NE(qobject_cast<QCPGraph*>(plot->axisRects()[0]->plottables()[0]), nullptr);
+    EXPECT_EQ(view->Table().headers.size(), 6u + 4 + 2 + 3) << "no closes twice";
     closes[3].volume = 1;
     view->Show(Add(closes));
     EXPECT_EQ(view->PaneCount(), 4);
@@ -681,14 +683,15 @@ TEST_F(ChartViewTest, EveryPairOfPeriodsKeepsTheDateInView) {
     BarSeries minutes = ZigZag(4 * 400);  // four of each day of more than a year
     for (std::size_t i = 0; i < minutes.size(); ++i) {
         minutes[i].time = kFirstDay + static_cast<double>(i / 4) +
-                          (9 * 60 + static_cast<double>(i % 4) + 1) / 1440;
+                          (9 * 60 + 1 + static_cast<double>(i % 4)) / 1440;
     }
     view->Show(Add(minutes));
     const std::pair<int, int> periods[] = {{0, 0}, {1, 0}, {2, 0}, {3, 1}, {3, 2}};
     const auto barOf = [&](double time) {
         const double wanted = view->Period() < 3 ? std::floor(time) : time;
-        return static_cast<int>(std::ranges::lower_bound(Bars(), wanted, {}, &Bar::time) -
-                                bars->begin());
+        const BarSeries& shown = view->Model().Bars();
+        return static_cast<int>(std::ranges::lower_bound(shown, wanted, {}, &Bar::time) -
+                                shown.begin());
     };
     const auto expectInView = [&](double time, const std::string& what) {
         const auto [first, last] = view->VisibleBars();
@@ -699,11 +702,16 @@ TEST_F(ChartViewTest, EveryPairOfPeriodsKeepsTheDateInView) {
         for (const auto& to : periods) {
             const std::string what = testing::PrintToString(std::pair(from, to));
             view->SwitchPeriod(from.first, from.second);
+            ASSERT_GT(view->BarCount(), 0) << what;
             for (int i = 0; i < 8; ++i) {
                 view->ZoomIn();
             }
             view->ScrollBars(barOf(kFirstDay + 150) - view->VisibleBars().first - 8);
-            const double middle = Middle();
+            const auto inView = view->VisibleBars();
+            const double middle =
+                view->Model()
+                    .Bars()[static_cast<std::size_t>(inView.first + inView.second) / 2]
+                    .time;
             const bool isLatest = view->VisibleBars().second == view->BarCount() - 1;
             view->ShowPeriod(to.first, to.second);
             if (!isLatest) {
@@ -711,7 +719,8 @@ TEST_F(ChartViewTest, EveryPairOfPeriodsKeepsTheDateInView) {
             }
             view->SwitchPeriod(from.first, from.second);
             view->SetCursorBar(barOf(kFirstDay + 150));
-            const double time = Bars()[static_cast<std::size_t>(view->CursorBar())].time;
+            const double time =
+                view->Model().Bars()[static_cast<std::size_t>(view->CursorBar())].time;
             view->ShowPeriod(to.first, to.second);
             EXPECT_EQ(view->CursorBar(), barOf(time)) << what;
             expectInView(time, what);
@@ -737,6 +746,7 @@ TEST_F(ChartViewTest, ADateThatAPeriodLacksComesBackWithTheNext) {
 TEST_F(ChartViewTest, BordersOfPanesAreDraggedForEveryChartOfTheGroup) {
     PaneHeights heights;
     const auto other = MakeView(zigZag);
+    other->move(2000, 0);
     for (ChartView* each : {view.get(), other.get()}) {
         each->SetPaneHeights(heights);
     }
