@@ -1,5 +1,5 @@
 // A pan step of a chart view beside one of a bare plot widget with as many candles, bars and lines;
-// another range of a value axis beside painting the whole chart.
+// another range of a value axis, and a step of the cursor line, beside painting the whole chart.
 
 #include "bench/RandomBars.h"
 #include "bench/SideBySide.h"
@@ -197,6 +197,7 @@ BENCHMARK(PanStepMillionBarsInView)->Iterations(5)->Unit(benchmark::kMicrosecond
 /// Another range of the price axis, which paints its pane, beside painting the whole plot: with the
 /// latest bars or with most of them in view.
 void RangeChange(benchmark::State& state, bool all) {
+void CursorStep(benchmark::State& state) {
     constexpr int kBars = 5000;
     OurChart ours(kBars);
     if (!ours.IsReady(kBars)) {
@@ -234,6 +235,13 @@ void RangeChangeMostOfTheBars(benchmark::State& state) {
     RangeChange(state, true);
 }
 BENCHMARK(RangeChangeMostOfTheBars)->Iterations(100)->Unit(benchmark::kMicrosecond);
+    auto* plot = ours.View().findChild<QCustomPlot*>();
+    const int middle = (ours.View().VisibleBars().first + ours.View().VisibleBars().second) / 2;
+    int step = 0;
+    ta::bench::RunSideBySide(
+        state, [&] { ours.View().SetCursorBar(middle + (++step % 20)); }, [&] { plot->replot(); });
+}
+BENCHMARK(CursorStep)->Iterations(300)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

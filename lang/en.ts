@@ -570,6 +570,7 @@
     <message id="IDS_TERMINAL-FRAME_ZOOM_OUT"><translation>Zoom &amp;out</translation></message>
     <message id="IDS_TERMINAL-FRAME_SHOW_ALL"><translation>Show &amp;all</translation></message>
     <message id="IDS_TERMINAL-FRAME_SHOW_LATEST"><translation>Show &amp;latest</translation></message>
+    <message id="IDS_TERMINAL-FRAME_CURSOR_LINE"><translation>C&amp;ursor line...</translation></message>
     <message id="IDS_TERMINAL-FRAME_RISING_RED"><translation>&amp;Red up, green down</translation></message>
     <message id="IDS_TERMINAL-FRAME_MENU_AXES"><translation>A&amp;xes</translation></message>
     <message id="IDS_TERMINAL-FRAME_AXIS_RANGE"><translation>Value &amp;range...</translation></message>

@@ -570,6 +570,7 @@
     <message id="IDS_TERMINAL-FRAME_ZOOM_OUT"><translation>縮小(&amp;O)</translation></message>
     <message id="IDS_TERMINAL-FRAME_SHOW_ALL"><translation>顯示全部(&amp;A)</translation></message>
     <message id="IDS_TERMINAL-FRAME_SHOW_LATEST"><translation>最新資料(&amp;L)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_CURSOR_LINE"><translation>查價設定(&amp;U)...</translation></message>
     <message id="IDS_TERMINAL-FRAME_RISING_RED"><translation>紅漲綠跌(&amp;R)</translation></message>
     <message id="IDS_TERMINAL-FRAME_MENU_AXES"><translation>座標軸(&amp;X)</translation></message>
     <message id="IDS_TERMINAL-FRAME_AXIS_RANGE"><translation>座標範圍(&amp;R)...</translation></message>

@@ -5,6 +5,7 @@
 #include "platform/ui/TextBridge.h"
 #include "settings/Repository.h"
 #include "sheet/DefaultChanges.h"
+#include "sheet/FreeColours.h"
 #include "sheet/SettingsSession.h"
 #include "sheet/StudyPageState.h"
 #include "sheet/StudyPicker.h"
@@ -161,6 +162,7 @@ void CTASetParam::OnAddStudy() {
     if (chosen && IsTreeUpToDate()) {
         StudyLists lists = m_ui->studyTree->Studies();
         AppendStudy(lists, pane, picker.ChosenStudy());
+        TakeFreeColours(Session().Draft(m_state->group), lists, pane, picker.ChosenStudy());
         SetStudies(lists, {pane, StudyCount(lists, pane) - 1});
     }
 }

@@ -17,6 +17,9 @@ struct Step {
 // The steps in the order of the tour; each begins where the one before it has ended.
 
 std::vector<Step> ChartSteps();
+/// The cursor line, its dialog and what else there is to a chart, in a tab that is closed at the
+/// end.
+std::vector<Step> CursorSteps();
 /// The bar of periods, the history data and what is typed on the chart, in both languages, in a tab
 /// that is closed at the end.
 std::vector<Step> PeriodSteps();

@@ -72,9 +72,9 @@ terminal::Options OwnPlaces(const QString& data) {
 
 void RunTour(tour::Guide& guide) {
     for (const auto& steps :
-         {tour::ChartSteps(), tour::AxisSteps(), tour::PeriodSteps(), tour::CompareSteps(),
-          tour::LayoutSteps(), tour::ViewerSteps(), tour::GroupFileSteps(), tour::ParameterSteps(),
-          tour::SheetSteps(), tour::DrawingSteps()}) {
+         {tour::ChartSteps(), tour::CursorSteps(), tour::AxisSteps(), tour::PeriodSteps(),
+          tour::CompareSteps(), tour::LayoutSteps(), tour::ViewerSteps(), tour::GroupFileSteps(),
+          tour::ParameterSteps(), tour::SheetSteps(), tour::DrawingSteps()}) {
         for (const tour::Step& step : steps) {
             guide.Begin(step.name);
             step.run(guide);

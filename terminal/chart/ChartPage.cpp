@@ -64,23 +64,58 @@ ChartPage::~ChartPage() {
 
 // ---- What is shown ----
 
-void ChartPage::ShowPeriod(int period, int count) {
+bool ChartPage::IsCursorInView() const {
     const auto [first, last] = VisibleBars();
-    const bool hasMiddle = first >= 0;
-    const double middle =
-        hasMiddle ? Model().Bars()[static_cast<std::size_t>(first + (last - first) / 2)].time : 0;
+    return m_cursor.IsThere() && m_cursor.bar >= first && m_cursor.bar <= last;
+}
+
+std::optional<ChartPage::DatePlace> ChartPage::PlaceToKeep() const {
+    const PlotRange& range = m_scene->Range();
+    const bool withCursor = IsCursorInView();
+    if (m_keptDate && m_keptDate->lower == range.Lower() &&
+        (!withCursor || m_cursor.bar == BarOf(m_keptDate->time))) {
+        return m_keptDate;
+    }
+    const auto [first, last] = VisibleBars();
+    if (first < 0 || (last == BarCount() - 1 && !withCursor)) {
+        return std::nullopt;
+    }
+    const int bar = withCursor ? m_cursor.bar : first + (last - first) / 2;
+    return DatePlace{Model().Bars()[static_cast<std::size_t>(bar)].time,
+                     withCursor ? (bar - range.Lower()) / range.Width() : 0.5, 0};
+}
+
+void ChartPage::ShowPeriod(int period, int count) {
+    const auto date = PlaceToKeep();
+    const bool withCursor = IsCursorInView();
     SwitchPeriod(period, count);
-    if (hasMiddle) {
-        // The bars of a day and longer stand at its begin.
-        ScrollToTime(period <= kMonths ? std::floor(middle) : middle);
+    m_keptDate = date;
+    if (date) {
+        ScrollToDate(*date, withCursor);
+        m_keptDate->lower = m_scene->Range().Lower();
     }
 }
 
-void ChartPage::ScrollToTime(double time) {
+/// The bar that a time belongs to: bars carry the time of their end, those of a day and longer the
+/// day alone. The last one for a later time; -1 without bars.
+int ChartPage::BarOf(double time) const {
     const BarSeries& bars = Model().Bars();
-    const auto bar = std::ranges::lower_bound(bars, time, {}, &Bar::time) - bars.begin();
-    m_scene->Range().MoveTo(static_cast<double>(bar) - m_scene->Range().Width() / 2);
+    const double wanted = Period() <= kMonths ? std::floor(time) : time;
+    const auto bar = std::ranges::lower_bound(bars, wanted, {}, &Bar::time) - bars.begin();
+    return static_cast<int>(std::min<std::ptrdiff_t>(bar, BarCount() - 1));
+}
+
+void ChartPage::ScrollToDate(const DatePlace& date, bool withCursor) {
+    const BarSeries& bars = Model().Bars();
+    PlotRange& range = m_scene->Range();
+    const int bar = BarOf(date.time);
+    range.MoveTo(bar - date.place * range.Width());
     Draw();
+    const bool isThere = bar >= 0 && date.time >= std::floor(bars.front().time) &&
+                         date.time < std::floor(bars.back().time) + 1;
+    if (isThere && withCursor) {
+        SetCursorBar(bar);
+    }
 }
 
 int ChartPage::PaneCount() const {
@@ -123,11 +158,19 @@ void ChartPage::Draw() {
     if (isVisible()) {
         m_scene->Update(QCustomPlot::rpRefreshHint);
     }
+    if (m_scene->LegendBar(m_cursor) != m_toldBar) {
+        TellBar();
+    }
 }
 
 void ChartPage::DrawCursor() {
     m_lastCursorBar = m_cursor.IsThere() ? m_cursor.bar : m_lastCursorBar;
     m_scene->DrawCursor(m_cursor);
+    TellBar();
+}
+
+void ChartPage::TellBar() {
+    m_toldBar = m_scene->LegendBar(m_cursor);
     const QString text = CursorText();
     setAccessibleDescription(text);
     emit cursorMoved(text);
@@ -236,6 +279,12 @@ void ChartPage::SetCursorBar(int index) {
         }
     }
     DrawCursor();
+}
+
+QPointF ChartPage::PlacedPoint(const QPointF& point) const {
+    const PlotMapping mapping = Mapping();
+    const PlotCursor cursor{mapping.NearestBarAt(point.x()), mapping.PaneAt(point.y()), point.y()};
+    return {point.x(), m_scene->LockedHeight(cursor)};
 }
 
 double ChartPage::LastCursorTime() const {

@@ -18,6 +18,7 @@
 class QContextMenuEvent;
 class QCustomPlot;
 class QLabel;
+class QMenu;
 class QMouseEvent;
 class QWheelEvent;
 
@@ -35,11 +36,13 @@ struct PlotTheme;
 /// shows and where that comes from is its heir's. Bar indices count from 0, the oldest bar; panes
 /// count from 0, the uppermost.
 ///
-/// Mouse: wheel zooms around the bar under the mouse, drag pans, double click reports the pane or
-/// the study of its legend, on a value axis it brings the automatic range back; the right button
-/// there asks for the axis' menu. Keys: Left/Right move the cursor line by a bar (with Ctrl the
-/// view by a tenth), Up/Down and +/- zoom, PageUp/PageDown go a page back or on, Home/End to the
-/// first or latest bars, Escape takes the cursor line away.
+/// Mouse: wheel zooms around the bar under the mouse, drag pans, a drag of the border of two panes
+/// moves it and a double click there gives the panes their own heights back; on a value axis a
+/// double click brings the automatic range back, and elsewhere it reports the pane or the study of
+/// its legend. Keys: Left/Right move the cursor line by a bar (with Ctrl the view by a tenth),
+/// Up/Down and +/- zoom, PageUp/PageDown go a page back or on, Home/End to the first or latest
+/// bars, Escape takes the cursor line away. The context menu has what menuRequested() adds; a value
+/// axis asks for a menu of its own.
 class ChartPage : public QWidget {
     Q_OBJECT
 
@@ -61,8 +64,10 @@ public:
     virtual void Show(const BarsKey& history, const HistoryDepth& depth) = 0;
     /// The same in another data period, its latest bars first.
     virtual void SwitchPeriod(int period, int count) = 0;
-    /// The same in another data period; what stood in the middle of the view stays there, as far
-    /// as there are bars around it.
+    /// The same in another data period. The date of the cursor line in view, or else that in the
+    /// middle, stays where it stands, as far as there are bars around it; where the latest bars are
+    /// in view they stay. As long as the view is not moved the date is that of the first switch,
+    /// also after periods that have no bars of it.
     void ShowPeriod(int period, int count);
     /// Asks for the history again and draws.
     virtual void Reload() = 0;
@@ -116,7 +121,11 @@ public:
     /// The bar that the cursor line stands on or, when the mouse has left the chart, stood on; -1
     /// when the bars are others since or the line was taken away.
     int LastCursorBar() const { return m_lastCursorBar; }
-    /// Date and values of the cursor's bar, of the last bar without a cursor; empty without data.
+    /// Where a click at a pixel places something: at the height at which the cursor line stands
+    /// for a mouse there, by the lock that the group's options ask for.
+    QPointF PlacedPoint(const QPointF& point) const;
+    /// Date and values of the cursor's bar, of the last bar in view when the cursor is out of it,
+    /// of the latest bar without a cursor; empty without data.
     QString CursorText() const;
     /// The legend of each pane as one text, studies separated by a line feed. There also when the
     /// legends are hidden.
@@ -141,6 +150,9 @@ signals:
     void axisMenuRequested(int pane, int scale, const QPoint& position);
     /// `text` as CursorText().
     void cursorMoved(const QString& text);
+    /// The context menu is about to open: who has something to offer adds it. `menu` lives until it
+    /// is closed; one that stays empty does not open.
+    void menuRequested(QMenu* menu);
 
 protected:
     /// `model` is the heir's too, who tells of its changes by Rebuild().
@@ -150,6 +162,11 @@ protected:
     virtual QString Message() const = 0;
     /// What a screen reader calls the page.
     virtual QString SpokenName() const = 0;
+    /// Whether the user is about to place something by a click; the cursor line then follows the
+    /// mouse whatever the group's options say, as it tells what the click will place.
+    virtual bool IsPlacing() const { return false; }
+    /// The user has shared the height in another way; by Scene().Shares().
+    virtual void OnShares() {}
     /// The colours or the font are others now; by Rebuild(), before it draws.
     virtual void OnStyle(const PlotTheme& /*theme*/) {}
     /// Names what is shown; ranges of axes that were set by hand come back with the name.
@@ -172,22 +189,35 @@ protected:
     int PricePane() const;
 
     void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void ScrollToTime(double time);
+    /// A date and where it stands: as a part of the view's width from the left.
+    struct DatePlace {
+        double time = 0;
+        double place = 0.5;
+        double lower = 0;  ///< of the range that shows it
+    };
+    bool IsCursorInView() const;
+    std::optional<DatePlace> PlaceToKeep() const;
+    int BarOf(double time) const;
+    void ScrollToDate(const DatePlace& date, bool withCursor);
     void ShowMessage();
     void DrawCursor();
+    void TellBar();
     void UpdateNames();
 
+    bool FollowsMouse() const;
     void OnPress(const QMouseEvent& event);
     void OnMove(const QMouseEvent& event);
     void OnRelease(const QMouseEvent& event);
+    void ShowBorder(const QPointF& position);
     void OnDoubleClick(const QMouseEvent& event);
-    bool OnContextMenu(const QContextMenuEvent& event);
+    void OnPlotMenu(QContextMenuEvent& event);
     void OnWheel(const QWheelEvent& event);
     void OnLeave();
     bool OnKey(int key, Qt::KeyboardModifiers modifiers);
@@ -201,6 +231,8 @@ private:
     bool m_risingRed = true;
     PlotCursor m_cursor;
     int m_lastCursorBar = -1;
+    std::optional<DatePlace> m_keptDate;  // by the last switch of the period
+    int m_toldBar = -1;                   // of the last text that was told
     QCustomPlot* m_plot;
     QLabel* m_message;
     std::unique_ptr<ChartScene> m_scene;
@@ -211,6 +243,7 @@ private:
         bool moved = false;
         QPointF start;
         double lower = 0;  ///< of the range then
+        int border = -1;   ///< the pane over the border that is dragged; -1: the chart is
     };
     Drag m_drag;
 };

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
@@ -21,11 +22,11 @@ constexpr double kNotch = 120;      // QWheelEvent's angle of it
 constexpr double kPanShare = 0.1;   // of the view, for one pan step
 constexpr double kPageShare = 0.9;
 
-bool FollowsMouse(const PlotModel& model) {
-    return model.Options().uCursorMoveStyle == 0;
-}
-
 }  // namespace
+
+bool ChartPage::FollowsMouse() const {
+    return m_model->Options().uCursorMoveStyle == 0 || IsPlacing();
+}
 
 bool ChartPage::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_plot) {
@@ -44,11 +45,12 @@ bool ChartPage::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonDblClick:
             OnDoubleClick(static_cast<const QMouseEvent&>(*event));
             return true;
-        case QEvent::ContextMenu:
-            return OnContextMenu(static_cast<const QContextMenuEvent&>(*event));
         case QEvent::Wheel:
             OnWheel(static_cast<const QWheelEvent&>(*event));
             event->accept();
+            return true;
+        case QEvent::ContextMenu:  // of the mouse; it would come to the page once more
+            OnPlotMenu(static_cast<QContextMenuEvent&>(*event));
             return true;
         case QEvent::Leave:
             OnLeave();
@@ -60,11 +62,21 @@ bool ChartPage::eventFilter(QObject* watched, QEvent* event) {
 
 void ChartPage::OnPress(const QMouseEvent& event) {
     if (event.button() == Qt::LeftButton) {
-        m_drag = {true, false, event.position(), m_scene->Range().Lower()};
+        m_drag = {true, false, event.position(), m_scene->Range().Lower(),
+                  m_scene->BorderAt(event.position())};
     }
 }
 
 void ChartPage::OnMove(const QMouseEvent& event) {
+    if (m_drag.active && m_drag.border >= 0) {
+        m_drag.moved = true;
+        m_scene->MoveBorder(m_drag.border, event.position().y());
+        Draw();
+        return;
+    }
+    if (event.buttons() == Qt::NoButton) {
+        ShowBorder(event.position());
+    }
     const QPointF moved = event.position() - m_drag.start;
     if (m_drag.active && !m_drag.moved &&
         std::abs(moved.x()) >= QApplication::startDragDistance()) {
@@ -75,7 +87,7 @@ void ChartPage::OnMove(const QMouseEvent& event) {
         m_scene->Range().MoveTo(m_drag.lower - moved.x() / Mapping().PixelsPerBar());
         Draw();
     }
-    if (FollowsMouse(*m_model)) {
+    if (FollowsMouse()) {
         PutCursorAt(event.position());
     }
 }
@@ -84,14 +96,32 @@ void ChartPage::OnRelease(const QMouseEvent& event) {
     if (event.button() != Qt::LeftButton || !m_drag.active) {
         return;
     }
-    if (!m_drag.moved) {
+    const bool isBorder = m_drag.border >= 0;
+    if (!m_drag.moved && !isBorder) {
         PutCursorAt(event.position());
+    }
+    if (m_drag.moved && isBorder) {
+        OnShares();
     }
     m_drag = {};
     unsetCursor();
 }
 
+void ChartPage::ShowBorder(const QPointF& position) {
+    if (m_scene->BorderAt(position) >= 0) {
+        setCursor(Qt::SplitVCursor);
+    } else if (cursor().shape() == Qt::SplitVCursor) {
+        unsetCursor();
+    }
+}
+
 void ChartPage::OnDoubleClick(const QMouseEvent& event) {
+    if (event.button() == Qt::LeftButton && m_scene->BorderAt(event.position()) >= 0) {
+        m_scene->SetShares({});
+        Draw();
+        OnShares();
+        return;
+    }
     const AxisPlace axis = m_scene->AxisAt(event.position());
     if (axis.IsThere()) {
         if (event.button() == Qt::LeftButton) {
@@ -105,12 +135,13 @@ void ChartPage::OnDoubleClick(const QMouseEvent& event) {
     }
 }
 
-bool ChartPage::OnContextMenu(const QContextMenuEvent& event) {
+void ChartPage::OnPlotMenu(QContextMenuEvent& event) {
     const AxisPlace axis = m_scene->AxisAt(event.pos());
     if (axis.IsThere()) {
         emit axisMenuRequested(axis.pane, axis.scale, event.globalPos());
+    } else {
+        contextMenuEvent(&event);
     }
-    return axis.IsThere();
 }
 
 void ChartPage::OnWheel(const QWheelEvent& event) {
@@ -124,13 +155,13 @@ void ChartPage::OnWheel(const QWheelEvent& event) {
     }
     range.Scroll(-notches.x() * range.Width() * kPanShare);
     Draw();
-    if (FollowsMouse(*m_model)) {
+    if (FollowsMouse()) {
         PutCursorAt(event.position());
     }
 }
 
 void ChartPage::OnLeave() {
-    if (FollowsMouse(*m_model) && m_cursor.IsThere()) {
+    if (FollowsMouse() && m_cursor.IsThere()) {
         m_cursor = {};
         DrawCursor();
     }
@@ -138,15 +169,16 @@ void ChartPage::OnLeave() {
 
 void ChartPage::PutCursorAt(const QPointF& position) {
     const PlotMapping mapping = Mapping();
-    const int pane = mapping.PaneAt(position.y());
-    const bool inside =
-        pane >= 0 && position.x() >= mapping.left && position.x() <= mapping.left + mapping.width;
-    if (!inside && !FollowsMouse(*m_model)) {
+    const bool inside = m_scene->PaneAndStudyAt(position).first >= 0 &&
+                        position.x() >= mapping.left &&
+                        position.x() <= mapping.left + mapping.width;
+    if (!inside && !FollowsMouse()) {
         return;
     }
     m_cursor = {};
     if (inside) {
-        m_cursor = {mapping.NearestBarAt(position.x()), pane, position.y()};
+        // On a legend it has no level line.
+        m_cursor = {mapping.NearestBarAt(position.x()), mapping.PaneAt(position.y()), position.y()};
     }
     DrawCursor();
 }
@@ -201,6 +233,19 @@ bool ChartPage::OnKey(int key, Qt::KeyboardModifiers modifiers) {
     }
     Draw();
     return true;
+}
+
+void ChartPage::contextMenuEvent(QContextMenuEvent* event) {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    emit menuRequested(menu);
+    if (menu->isEmpty()) {
+        delete menu;
+        event->ignore();
+        return;
+    }
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    menu->popup(byMouse ? event->globalPos() : mapToGlobal(rect().center()));
 }
 
 void ChartPage::keyPressEvent(QKeyEvent* event) {

@@ -20,6 +20,7 @@ namespace ta::terminal {
 
 class ChartAxes;
 class CursorLine;
+class LastPriceTag;
 
 /// A value axis of a chart.
 struct AxisPlace {
@@ -67,9 +68,22 @@ public:
     /// Draws the cursor line and the legends over what is there.
     void DrawCursor(const PlotCursor& cursor);
 
+    /// How the panes share the height: a part of it for each pane, from the top; 0, or one that is
+    /// missing, for the part that a pane has by itself.
+    void SetShares(std::vector<double> shares);
+    const std::vector<double>& Shares() const { return m_shares; }
+    /// The pane over the border at a pixel; -1 elsewhere.
+    int BorderAt(const QPointF& position);
+    /// Moves the border below a pane; both panes stay high enough to be seen.
+    void MoveBorder(int pane, double y);
+
     PlotMapping Mapping();
     bool PaneShowsPrices(int pane) const;
-    /// Of the cursor, or of the latest bar without one; -1 without bars.
+    /// The height of the level line for a cursor at a pixel; see LockCursor(). The pixel's own
+    /// where there is nothing to lock on, or no cursor line by the group's options.
+    double LockedHeight(const PlotCursor& cursor);
+    /// Of the cursor, of the last bar in view when the cursor is out of it, or of the latest bar
+    /// without a cursor; -1 without bars.
     int LegendBar(const PlotCursor& cursor) const;
     std::vector<LegendEntry> LegendOf(int pane, const PlotCursor& cursor) const;
     /// The pane at a pixel and the study of the legend there, counted from 1 (0: none); (-1, 0)
@@ -83,7 +97,9 @@ public:
 private:
     void Clear();
     void MakePanes();
+    void StretchPanes();
     void LayOut();
+    void Place();
     void Fill();
     PlotSlice Slice() const;
     void FillPane(std::size_t pane, const PlotSlice& slice);
@@ -91,6 +107,7 @@ private:
     void FillLegends(const PlotCursor& cursor);
     void ShowCursor(const PlotCursor& cursor);
     void ArrangeOverlay();
+    void ShowLastPrice();
     void KeepMargins();
     void NarrowAxes();
 
@@ -101,10 +118,12 @@ private:
     PaneStyle m_style;
     std::vector<std::unique_ptr<PlotPane>> m_panes;
     std::unique_ptr<QCPMarginGroup> m_margins;
+    std::unique_ptr<LastPriceTag> m_lastPrice;
     std::unique_ptr<CursorLine> m_cursorLine;
     PlotCursor m_cursor;
     double m_askedLeft = 0;  // by the labels of the value axes so far
     double m_askedRight = 0;
+    std::vector<double> m_shares;
     bool m_panesAreOld = true;
     bool m_layoutIsOld = true;
     bool m_isOld = true;

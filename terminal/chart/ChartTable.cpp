@@ -32,10 +32,9 @@ using OutputVisitor = std::function<void(const ChartStudy& study, std::size_t ou
 void ForEachOutput(const ChartModel& model, const OutputVisitor& visit) {
     for (const ChartPane& pane : model.Panes()) {
         for (const ChartStudy& study : pane) {
-            for (std::size_t output = 0; output < study.outputs.size(); ++output) {
-                if (study.outputs[output].kind != StudyDrawKind::Candlesticks) {
-                    visit(study, output);
-                }
+            const std::size_t outputs = study.isPrices ? 0 : study.outputs.size();
+            for (std::size_t output = 0; output < outputs; ++output) {
+                visit(study, output);
             }
         }
     }

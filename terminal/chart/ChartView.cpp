@@ -6,10 +6,13 @@
 #include "settings/Repository.h"
 #include "terminal/chart/ChartScene.h"
 #include "terminal/chart/ChartTable.h"
+#include "terminal/chart/PaneHeights.h"
 #include "terminal/lang/Language.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/plot/ChartModel.h"
 #include "terminal/quotes/MarketData.h"
+
+#include <algorithm>
 
 namespace ta::terminal {
 
@@ -19,10 +22,12 @@ ChartView::ChartView(MarketData& marketData, QWidget* parent)
 ChartView::ChartView(MarketData& marketData, const std::shared_ptr<ChartModel>& model,
                      QWidget* parent)
     : ChartPage(model, parent), m_data(marketData), m_model(model) {
-    m_drawings =
-        std::make_unique<DrawingBoard>(*this, Plot(),
-                                       DrawingBoard::Chart{[this] { return MakeDrawingFrame(); },
-                                                           [this] { return CursorPoint(); }});
+    m_drawings = std::make_unique<DrawingBoard>(
+        *this, Plot(),
+        DrawingBoard::Chart{[this] { return MakeDrawingFrame(); }, [this] { return CursorPoint(); },
+                            [this](const QPointF& point) { return PlacedOnPrices(point); }});
+    connect(this, &ChartPage::menuRequested, m_drawings.get(),
+            [this](QMenu* menu) { m_drawings->AddMenuEntries(*menu); });
     if (Language* language = Language::Instance()) {
         connect(language, &Language::changed, this, &ChartView::Retranslate);
     }
@@ -127,7 +132,7 @@ void ChartView::LoadHistory(bool evenWhenShared) {
 
 QString ChartView::Name() const {
     const Symbol* symbol = m_data.FindSymbol(m_shown.market, m_shown.symbol);
-    return ui::ToQString(symbol ? NameOf(*symbol) : m_shown.symbol);
+    return ui::ToQString(symbol ? TitleOf(*symbol) : m_shown.symbol);
 }
 
 ChartTitle ChartView::MakeTitle() const {
@@ -197,8 +202,48 @@ void ChartView::RedrawGroup() {
     if (shared && m_all && !m_all->empty()) {
         shared->vSetBars(m_shown, m_all);
     }
+    TakeShares();
     Rebuild();
     emit dataChanged();
+}
+
+void ChartView::SetPaneHeights(PaneHeights& heights) {
+    m_heights = &heights;
+    connect(&heights, &PaneHeights::changed, this, [this](int group) {
+        if (group == m_groupUniNum) {
+            TakeShares();
+            Draw();
+        }
+    });
+    TakeShares();
+}
+
+/// Those of the panes that are shown.
+void ChartView::TakeShares() {
+    if (m_heights == nullptr) {
+        return;
+    }
+    const PaneHeights::Shares kept = m_heights->Of(m_groupUniNum);
+    std::vector<double> shares;
+    for (int pane = 0; pane < PaneCount(); ++pane) {
+        const auto place = static_cast<std::size_t>(m_model->GroupPane(pane));
+        shares.push_back(place < kept.size() ? kept[place] : 0);
+    }
+    Scene().SetShares(std::move(shares));
+}
+
+void ChartView::OnShares() {
+    if (m_heights == nullptr) {
+        return;
+    }
+    const std::vector<double> shares = Scene().Shares();
+    PaneHeights::Shares kept = shares.empty() ? shares : m_heights->Of(m_groupUniNum);
+    for (std::size_t i = 0; i < shares.size(); ++i) {
+        const auto place = static_cast<std::size_t>(m_model->GroupPane(static_cast<int>(i)));
+        kept.resize(std::max(kept.size(), place + 1));
+        kept[place] = shares[i];
+    }
+    m_heights->Set(m_groupUniNum, kept);
 }
 
 // ---- Drawing ----
@@ -226,8 +271,16 @@ QString ChartView::SpokenName() const {
 
 // ---- Trend lines ----
 
+bool ChartView::IsPlacing() const {
+    return m_drawings->Tool().has_value();
+}
+
 DrawingFrame ChartView::MakeDrawingFrame() const {
     return {Mapping(), PricePane(), m_model->Title().priceDecimals};
+}
+
+QPointF ChartView::PlacedOnPrices(const QPointF& point) const {
+    return Mapping().PaneAt(point.y()) == PricePane() ? PlacedPoint(point) : point;
 }
 
 std::optional<QPointF> ChartView::CursorPoint() const {

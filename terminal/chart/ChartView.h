@@ -18,6 +18,7 @@ struct ChartTitle;
 class DrawingBoard;
 struct DrawingFrame;
 class MarketData;
+class PaneHeights;
 
 /// The chart window of one symbol: its bars in one data period, drawn in the panes of one indicator
 /// group, and the user's lines on them.
@@ -62,6 +63,10 @@ public:
     /// -1 when there was no group to show.
     int GroupUniNum() const { return m_groupUniNum; }
 
+    /// Where the heights of the panes are kept, which the user drags; not at all without it. Stays
+    /// the caller's and outlives the view.
+    void SetPaneHeights(PaneHeights& heights);
+
     /// The bars and the studies of the group, calculated.
     const ChartModel& Model() const { return *m_model; }
     ChartTable Table() const override;
@@ -82,6 +87,8 @@ signals:
 protected:
     QString Message() const override;
     QString SpokenName() const override;
+    bool IsPlacing() const override;
+    void OnShares() override;
     void OnStyle(const PlotTheme& theme) override;
 
 private:
@@ -93,7 +100,9 @@ private:
     bool TakeGroup(const CString& name);
     void FollowGroup();
     void RedrawGroup();
+    void TakeShares();
     DrawingFrame MakeDrawingFrame() const;
+    QPointF PlacedOnPrices(const QPointF& point) const;
     std::optional<QPointF> CursorPoint() const;
 
     MarketData& m_data;
@@ -102,7 +111,8 @@ private:
     std::shared_ptr<const BarSeries> m_all;  // of which the model has what the depth asks for
     CString m_groupName;
     int m_groupUniNum = -1;
-    QString m_failure;       // why there is no history
+    QString m_failure;  // why there is no history
+    PaneHeights* m_heights = nullptr;
     bool m_hasTold = false;  // whether the last load had something to tell
 
     std::shared_ptr<ChartModel> m_model;

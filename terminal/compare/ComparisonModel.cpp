@@ -85,7 +85,13 @@ ChartStudy ComparisonModel::MakeStudy(std::size_t line) const {
     study.values = std::make_shared<const StudyValues>(StudyValues{counted.values});
     if (counted.base.IsThere()) {
         const StudyShape shape{.colour = ComparisonColour(line), .width = kLineWidth};
+        ValueSpan span;
+        for (const double value : counted.values) {
+            span.Add(value);
+        }
         study.outputs = {{StudyDrawKind::Line, study.name, shape}};
+        study.outputs[0].widest =
+            '+' + WidestNumberText(span, study.numbers, m_sources[line].priceDecimals);
     }
     return study;
 }
@@ -119,7 +125,8 @@ std::vector<LegendEntry> ComparisonModel::Legend(int, int bar, const PlotTheme& 
         if (!m_result.lines[line].base.IsThere()) {
             entry.spans.push_back({Tr("IDS_TERMINAL-COMPARE_NO_DATA"), theme.faintText});
         } else {
-            entry.spans.push_back({ValueText(line, bar), colour});
+            entry.spans.push_back(
+                {ValueText(line, bar), colour, m_panes[0][line].outputs[0].widest});
             entry.spans.push_back({BaseText(line), theme.faintText});
         }
         if (m_result.lines[line].isDifference) {

@@ -4,6 +4,7 @@
 #include "platform/ui/Prompts.h"
 #include "platform/ui/TextBridge.h"
 #include "terminal/chart/ChartView.h"
+#include "terminal/chart/PaneHeights.h"
 #include "terminal/compare/ComparisonView.h"
 #include "terminal/frame/ChartGrid.h"
 #include "terminal/frame/ChartStates.h"
@@ -17,7 +18,7 @@
 namespace ta::terminal {
 
 ChartTabs::ChartTabs(MarketData& markets, QWidget* parent)
-    : QTabWidget(parent), m_markets(markets) {
+    : QTabWidget(parent), m_markets(markets), m_heights(new PaneHeights(this)) {
     setDocumentMode(true);
     setMovable(true);
     setTabsClosable(true);
@@ -90,6 +91,7 @@ ChartPage& ChartTabs::AddChart(ChartGrid& grid, const ChartState& state) {
     Connect(page);
     if (auto* chart = qobject_cast<ChartView*>(&page)) {
         ConnectChart(*chart);
+        chart->SetPaneHeights(*m_heights);
     }
     page.SetRisingRed(m_risingRed);
     ShowState(page, state);
@@ -120,6 +122,7 @@ void ChartTabs::Connect(ChartPage& page) {
     connect(&page, &ChartPage::cursorMoved, this, forward(&ChartTabs::cursorMoved));
     connect(&page, &ChartPage::legendDoubleClicked, this, forward(&ChartTabs::legendDoubleClicked));
     connect(&page, &ChartPage::axisMenuRequested, this, forward(&ChartTabs::axisMenuRequested));
+    connect(&page, &ChartPage::menuRequested, this, forward(&ChartTabs::menuRequested));
     const auto keepTold = [this, &page](const QString& text) { KeepTold(page, text); };
     connect(&page, &ChartPage::loadFailed, this, keepTold);
     connect(&page, &ChartPage::historyShort, this, keepTold);
@@ -243,8 +246,7 @@ void ChartTabs::OpenSymbol(std::uint8_t market, const CString& id) {
 
 void ChartTabs::SelectPeriod(int index) {
     const FramePeriod& period = kPeriods[static_cast<std::size_t>(index)];
-    Current().SwitchPeriod(period.code, period.count);
-    Current().setFocus();
+    ShowPeriod(period.code, period.count);
 }
 
 void ChartTabs::ShowPeriod(int period, int count) {

@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+class QMenu;
+
 namespace ta::terminal {
 
 class ChartGrid;
@@ -18,6 +20,7 @@ class ChartPage;
 class ChartView;
 class ComparisonView;
 class MarketData;
+class PaneHeights;
 
 /// The chart windows: each tab holds the charts of a layout, a comparison has its tab to itself.
 /// The active chart of the tab in front is the current one. What makes another chart or another
@@ -66,14 +69,18 @@ public:
     /// Shows a symbol in the current chart, in the chart's period when the symbol has it, else in
     /// the first one that it has. Where a comparison is in front, in a new tab.
     void OpenSymbol(std::uint8_t market, const CString& id);
-    /// `index` is a position in kPeriods.
+    /// `index` is a position in kPeriods. The dates in view stay as far as they can; see
+    /// ChartPage::ShowPeriod().
     void SelectPeriod(int index);
-    /// Any period code, and how many minutes; what is in the middle of the view stays there.
+    /// Any period code, and how many minutes.
     void ShowPeriod(int period, int count);
     /// A name that is not known is ignored, as a comparison in front ignores any.
     void SelectGroup(const CString& name);
     /// For every chart, those to come included; see ChartView.
     void SetRisingRed(bool risingRed);
+
+    /// Of the panes of all groups' charts.
+    PaneHeights& Heights() const { return *m_heights; }
 
     /// What each tab shows.
     QList<TabState> States() const;
@@ -96,6 +103,8 @@ signals:
     void legendDoubleClicked(int pane, int study);
     /// As ChartPage::axisMenuRequested, of the chart in front.
     void axisMenuRequested(int pane, int scale, const QPoint& position);
+    /// As ChartPage::menuRequested.
+    void menuRequested(QMenu* menu);
 
 protected:
     void tabInserted(int index) override;
@@ -116,6 +125,7 @@ private:
     void ShowTitle(const ChartGrid& grid);
 
     MarketData& m_markets;
+    PaneHeights* m_heights;
     bool m_risingRed = true;
     QHash<const ChartPage*, QString> m_told;  ///< what each chart's last load had to tell
 };

@@ -115,7 +115,9 @@ constexpr CommandRow kRows[] = {
      OnChart<&ChartPage::ShowAll>},
     {Command::ShowLatest, MenuId::Chart, "IDS_TERMINAL-FRAME_SHOW_LATEST", "Ctrl+End",
      OnChart<&ChartPage::ShowLatest>},
-    {Command::RisingRed, MenuId::Chart, "IDS_TERMINAL-FRAME_RISING_RED", "", TakeRisingRed, true,
+    {Command::CursorLine, MenuId::Chart, "IDS_TERMINAL-FRAME_CURSOR_LINE", "Ctrl+Shift+C",
+     SetCursorLine, true, Look::Plain, Needs::Chart},
+    {Command::RisingRed, MenuId::Chart, "IDS_TERMINAL-FRAME_RISING_RED", "", TakeRisingRed, false,
      Look::Checkable},
     {Command::AxisRange, MenuId::Axes, "IDS_TERMINAL-FRAME_AXIS_RANGE", "Ctrl+R", SetValueRange},
     {Command::AxisAutomatic, MenuId::Axes, "IDS_TERMINAL-FRAME_AXIS_AUTOMATIC", "Ctrl+Shift+A",
@@ -197,10 +199,17 @@ constexpr CommandRow kRows[] = {
     {Command::About, MenuId::Help, "IDS_TERMINAL-FRAME_ABOUT", "", ShowAbout},
 };
 
+constexpr Command kChartMenu[] = {Command::CursorLine, Command::HistoryData, Command::ViewData,
+                                  Command::Compare, Command::EditSettings};
+
 }  // namespace
 
 std::span<const CommandRow> CommandTable() {
     return kRows;
+}
+
+std::span<const Command> ChartMenu() {
+    return kChartMenu;
 }
 
 }  // namespace ta::terminal

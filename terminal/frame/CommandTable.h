@@ -8,4 +8,7 @@ namespace ta::terminal {
 /// an opener.
 std::span<const CommandRow> CommandTable();
 
+/// The commands that the context menu of a chart offers, below what the chart itself adds.
+std::span<const Command> ChartMenu();
+
 }  // namespace ta::terminal

@@ -64,6 +64,15 @@ Commands::Commands(QMenuBar& bar, std::span<const CommandRow> rows, const Runner
     Retranslate();
 }
 
+void Commands::AddTo(QMenu& menu, std::span<const Command> commands) const {
+    menu.addSeparator();
+    for (const Command command : commands) {
+        if (At(command).isEnabled()) {
+            menu.addAction(&At(command));
+        }
+    }
+}
+
 void Commands::Offer(Needs kind) {
     for (const CommandRow& row : m_rows) {
         if (row.needs != Needs::Anything) {

@@ -25,6 +25,7 @@ enum class Command {
     ZoomOut,
     ShowAll,
     ShowLatest,
+    CursorLine,
     RisingRed,
     AxisRange,
     AxisAutomatic,
@@ -117,6 +118,8 @@ public:
     QAction& At(Command command) const { return *m_actions.at(command); }
     QMenu& At(MenuId menu) const { return *m_menus.at(menu); }
 
+    /// Adds those of `commands` that can be used now.
+    void AddTo(QMenu& menu, std::span<const Command> commands) const;
     /// Greys what does not go with the kind of chart in front.
     void Offer(Needs kind);
     /// Sets every text in the language in use.

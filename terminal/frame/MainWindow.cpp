@@ -8,6 +8,7 @@
 #include "terminal/frame/ChartGrid.h"
 #include "terminal/frame/ChartStates.h"
 #include "terminal/frame/CommandTable.h"
+#include "terminal/frame/PaneHeightFile.h"
 #include "terminal/frame/PeriodBar.h"
 #include "terminal/frame/SymbolMenu.h"
 #include "terminal/frame/SymbolTexts.h"
@@ -89,6 +90,7 @@ MainWindow::MainWindow(Session& session, QWidget* parent)
             [this](const auto& text) { m_frame.Notice(text); });
     // What the status bar says in the other language goes, before the charts say theirs anew.
     connect(&session.Lang(), &Language::changed, statusBar(), &QStatusBar::clearMessage);
+    LoadPaneHeights(session.StatePath(), m_frame.tabs.Heights());
     Restore(session.LastState());
     ConnectParts();
     session.Store().SetViewGroupSource(
@@ -142,6 +144,8 @@ void MainWindow::ConnectParts() {
             [this](int pane, int scale, const QPoint& position) {
                 ShowAxisMenu(m_frame, pane, scale, position);
             });
+    connect(&tabs, &ChartTabs::menuRequested, this,
+            [this](QMenu* menu) { m_frame.commands.AddTo(*menu, ChartMenu()); });
     const SymbolBox& box = m_frame.toolBar.Symbol();
     connect(&box, &SymbolBox::chosen, &tabs, &ChartTabs::OpenSymbol);
     connect(&box, &SymbolBox::notFound, this, [this](const QString& text) {
@@ -212,7 +216,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    if (!SaveFrameState(session.StatePath(), State())) {
+    if (!SaveFrameState(session.StatePath(), State()) ||
+        !SavePaneHeights(session.StatePath(), m_frame.tabs.Heights())) {
         ui::CurrentPrompts().Message(
             this, ui::PromptIcon::Warning, Tr("IDS_TERMINAL-FRAME_TITLE"),
             Tr("IDS_TERMINAL-FRAME_STATE_FAILED").arg(session.StatePath()));
@@ -274,7 +279,7 @@ void MainWindow::Refresh() {
     const int period = PeriodIndex(shown.period, shown.count);
     RefreshCommands();
     m_frame.toolBar.Symbol().Show(symbol == nullptr ? ui::ToQString(shown.symbol)
-                                                    : TitleOf(*symbol));
+                                                    : ui::ToQString(TitleOf(*symbol)));
     m_frame.toolBar.ShowPeriods(available, period);
     m_frame.toolBar.Period().setPlaceholderText(PeriodText(chart.Period(), chart.Count()));
     m_frame.periodBar.Show(chart, available);

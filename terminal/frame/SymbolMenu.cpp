@@ -2,7 +2,6 @@
 
 #include "platform/ui/LangText.h"
 #include "platform/ui/TextBridge.h"
-#include "terminal/frame/SymbolTexts.h"
 #include "terminal/quotes/MarketData.h"
 
 namespace ta::terminal {
@@ -38,7 +37,7 @@ void SymbolMenu::Fill() {
 
 void SymbolMenu::AddSymbols(QMenu& menu, const std::vector<const Symbol*>& symbols) {
     for (const Symbol* symbol : symbols) {
-        QAction* action = menu.addAction(ui::WithBareAmpersands(TitleOf(*symbol)));
+        QAction* action = menu.addAction(ui::WithBareAmpersands(ui::ToQString(TitleOf(*symbol))));
         connect(action, &QAction::triggered, this,
                 [this, market = symbol->market, id = symbol->id] { emit chosen(market, id); });
     }

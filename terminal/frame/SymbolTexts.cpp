@@ -17,16 +17,13 @@ QString MarketName(const MarketData& markets, std::uint8_t id) {
 
 }  // namespace
 
-QString TitleOf(const Symbol& symbol) {
-    return ui::ToQString(symbol.id) + ' ' + ui::ToQString(NameOf(symbol));
-}
-
 std::vector<SymbolHit> FindHits(const MarketData& markets, const QString& text) {
     std::vector<SymbolHit> hits;
     for (const Symbol* symbol : markets.Search(ui::FromQString(text), kMostHits)) {
         hits.push_back(
             {symbol->market, symbol->id,
-             QString("%1  (%2)").arg(TitleOf(*symbol), MarketName(markets, symbol->market))});
+             QString("%1  (%2)")
+                 .arg(ui::ToQString(TitleOf(*symbol)), MarketName(markets, symbol->market))});
     }
     return hits;
 }

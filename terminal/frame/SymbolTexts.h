@@ -5,10 +5,6 @@
 namespace ta::terminal {
 
 class MarketData;
-struct Symbol;
-
-/// Id and name, in the language in use.
-QString TitleOf(const Symbol& symbol);
 
 /// The symbols for what a user has typed, as the symbol box lists them.
 std::vector<SymbolHit> FindHits(const MarketData& markets, const QString& text);

@@ -104,7 +104,8 @@ std::optional<TrendLine> DrawingBoard::ToolPreview() const {
         return std::nullopt;
     }
     const DrawingFrame frame = m_asked.frame();
-    return frame.IsDrawable() ? m_tool.Preview(frame.AnchorAt(*m_mouse)) : std::nullopt;
+    return frame.IsDrawable() ? m_tool.Preview(frame.AnchorAt(m_asked.placed(*m_mouse)))
+                              : std::nullopt;
 }
 
 void DrawingBoard::Repaint() {
@@ -135,7 +136,7 @@ void DrawingBoard::ChooseTool(std::optional<TrendLineKind> kind) {
 
 void DrawingBoard::PlaceAt(const QPointF& point) {
     const DrawingFrame frame = m_asked.frame();
-    if (const auto line = m_tool.Place(frame.AnchorAt(point))) {
+    if (const auto line = m_tool.Place(frame.AnchorAt(m_asked.placed(point)))) {
         Finish(*line);
     }
     Repaint();
@@ -220,8 +221,10 @@ void DrawingBoard::MoveTo(const QPointF& point) {
     const double price = frame.PriceAt(point.y()) - m_move->price;
     TrendLine moved = m_move->before;
     for (std::size_t i = 0; i < moved.anchors.size(); ++i) {
-        if (m_move->anchor < 0 || m_move->anchor == static_cast<int>(i)) {
+        if (m_move->anchor < 0) {
             moved.anchors[i] = frame.Moved(moved.anchors[i], bars, price);
+        } else if (m_move->anchor == static_cast<int>(i)) {
+            moved.anchors[i] = frame.AnchorAt(m_asked.placed(point));
         }
     }
     // Two points on one place would be no line.

@@ -51,6 +51,8 @@ public:
         std::function<DrawingFrame()> frame;
         /// Where the cursor line stands in the pane of the prices.
         std::function<std::optional<QPointF>()> cursor;
+        /// Where a click at a pixel sets a point: at the height that the cursor line locks on.
+        std::function<QPointF(const QPointF&)> placed;
     };
 
     /// `view` gets the keys, `plot` in it the mouse. Both outlive the board.
@@ -145,7 +147,6 @@ private:
     bool OnKey(int key);
     bool OnContextMenu(const QContextMenuEvent& event);
     void AddLineEntries(QMenu& menu, const TrendLine& line);
-    QPoint MenuPoint() const;
 
     bool Cancel();
     void PlaceAt(const QPointF& point);

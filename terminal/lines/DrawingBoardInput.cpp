@@ -47,7 +47,7 @@ bool DrawingBoard::OnPlotEvent(QEvent& event) {
             return OnMove(static_cast<const QMouseEvent&>(event));
         case QEvent::MouseButtonRelease:
             return OnRelease(static_cast<const QMouseEvent&>(event));
-        case QEvent::ContextMenu:  // of the mouse; the plot does not pass it on
+        case QEvent::ContextMenu:
             return OnContextMenu(static_cast<const QContextMenuEvent&>(event));
         case QEvent::Leave:
             m_mouse.reset();
@@ -171,29 +171,7 @@ bool DrawingBoard::OnContextMenu(const QContextMenuEvent& event) {
         const auto hit = HitAt(event.pos());
         Select(hit ? CString(m_lines[hit->line].data) : CString());
     }
-    auto* menu = new QMenu(&m_view);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    AddMenuEntries(*menu);
-    if (menu->isEmpty()) {
-        delete menu;
-        return false;
-    }
-    menu->popup(byMouse ? event.globalPos() : m_plot.mapToGlobal(MenuPoint()));
-    return true;
-}
-
-/// Where the menu key opens the menu, on the plot: at the selected line.
-QPoint DrawingBoard::MenuPoint() const {
-    const DrawingFrame frame = m_asked.frame();
-    const TrendLine* line = SelectedLine();
-    if (line != nullptr && frame.IsDrawable()) {
-        for (const QPointF& handle : MakePicture(*line, frame).handles) {
-            if (frame.Area().contains(handle)) {
-                return handle.toPoint();
-            }
-        }
-    }
-    return m_plot.rect().center();
+    return false;
 }
 
 void DrawingBoard::AddMenuEntries(QMenu& menu) {

@@ -7,6 +7,8 @@
 
 #include <QStringList>
 
+#include <span>
+
 namespace ta::terminal {
 namespace {
 
@@ -31,8 +33,18 @@ double CloseBefore(const PlotModel& model, int bar) {
     return bar > 0 ? model.Bars()[index - 1].close : model.Bars()[index].open;
 }
 
+QString Labelled(const QString& label, const QString& text) {
+    return label.isEmpty() ? text : label + ' ' + text;
+}
+
 QString PriceText(const PlotModel& model, const char* key, double price) {
-    return Tr(key) + ' ' + NumberText(price, NumberKind::Price, model.Title().priceDecimals);
+    return Labelled(Tr(key), NumberText(price, NumberKind::Price, model.Title().priceDecimals));
+}
+
+/// Those that the bars have.
+std::span<const PriceField> FieldsOf(const PlotModel& model) {
+    const std::span<const PriceField> all(kPriceFields);
+    return model.Facts().closesOnly ? all.last(1) : all;
 }
 
 /// "+12.30 (+1.52%)".
@@ -45,19 +57,22 @@ QString ChangeText(const PlotModel& model, double change, double before) {
     return text;
 }
 
-std::vector<LegendSpan> PriceSpans(const PlotModel& model, int bar, const PlotTheme& theme) {
+std::vector<LegendSpan> PriceSpans(const PlotModel& model, int bar, const QString& widest,
+                                   const PlotTheme& theme) {
     std::vector<LegendSpan> spans;
     const Bar* shown = BarAt(model, bar);
     if (!shown) {
         return spans;
     }
     const double before = CloseBefore(model, bar);
-    for (const PriceField& field : kPriceFields) {
+    for (const PriceField& field : FieldsOf(model)) {
         const double price = shown->*field.price;
-        spans.push_back({PriceText(model, field.key, price), theme.OfChange(price - before)});
+        spans.push_back({PriceText(model, field.key, price), theme.OfChange(price - before),
+                         Labelled(Tr(field.key), widest)});
     }
     const double change = shown->close - before;
-    spans.push_back({ChangeText(model, change, before), theme.OfChange(change)});
+    spans.push_back({ChangeText(model, change, before), theme.OfChange(change),
+                     QStringLiteral("+%1 (+00.00%)").arg(widest)});
     return spans;
 }
 
@@ -73,28 +88,33 @@ QColor ColourOf(const PlotModel& model, const ChartOutput& output, double value,
     return theme.Readable(output.shape.colour);
 }
 
-std::vector<LegendSpan> StudySpans(const PlotModel& model, const ChartStudy& study, int bar,
-                                   const PlotTheme& theme) {
-    QString name = study.name;
-    if (!study.parameters.isEmpty()) {
-        name += QStringLiteral("(%1)").arg(study.parameters);
-    }
-    std::vector<LegendSpan> spans{{name, theme.text}};
-    if (study.HasCandlesticks()) {
-        const auto prices = PriceSpans(model, bar, theme);
-        spans.insert(spans.end(), prices.begin(), prices.end());
-        return spans;
-    }
+std::vector<LegendSpan> LineSpans(const PlotModel& model, const ChartStudy& study, int bar,
+                                  const PlotTheme& theme) {
+    std::vector<LegendSpan> spans;
     for (std::size_t i = 0; i < study.outputs.size(); ++i) {
         const ChartOutput& output = study.outputs[i];
-        if (!output.shape.visible) {
-            continue;
+        if (output.shape.visible) {
+            const double value = study.ValueAt(i, bar);
+            const QString text = NumberText(value, study.numbers, model.Title().priceDecimals);
+            spans.push_back({Labelled(output.legend, text),
+                             ColourOf(model, output, value, bar, theme),
+                             Labelled(output.legend, output.widest)});
         }
-        const double value = study.ValueAt(i, bar);
-        const QString text = NumberText(value, study.numbers, model.Title().priceDecimals);
-        const bool named = study.outputs.size() > 1;
-        spans.push_back(
-            {named ? output.name + ' ' + text : text, ColourOf(model, output, value, bar, theme)});
+    }
+    return spans;
+}
+
+std::vector<LegendSpan> StudySpans(const PlotModel& model, const ChartStudy& study, int bar,
+                                   const PlotTheme& theme) {
+    std::vector<LegendSpan> spans;
+    if (!study.legend.isEmpty()) {
+        spans.push_back({study.legend, theme.text});
+    }
+    const auto values = study.isPrices ? PriceSpans(model, bar, study.outputs.front().widest, theme)
+                                       : LineSpans(model, study, bar, theme);
+    spans.insert(spans.end(), values.begin(), values.end());
+    if (spans.empty()) {
+        spans.push_back({study.name, theme.text});
     }
     return spans;
 }
@@ -132,11 +152,13 @@ QString MakeBarText(const PlotModel& model, int bar) {
         return {};
     }
     QStringList texts{TimeText(shown->time, model.Title().periodCode)};
-    for (const PriceField& field : kPriceFields) {
+    for (const PriceField& field : FieldsOf(model)) {
         texts << PriceText(model, field.key, shown->*field.price);
     }
-    texts << Tr("IDS_TERMINAL-CHART_VOLUME") + ' ' +
-                 NumberText(shown->volume, NumberKind::Volume, 0);
+    if (model.Facts().hasVolume) {
+        texts << Labelled(Tr("IDS_TERMINAL-CHART_VOLUME"),
+                          NumberText(shown->volume, NumberKind::Volume, 0));
+    }
     const double before = CloseBefore(model, bar);
     texts << ChangeText(model, shown->close - before, before);
     return texts.join(QStringLiteral("  "));

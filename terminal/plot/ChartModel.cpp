@@ -5,10 +5,12 @@
 #include "settings/Repository.h"
 #include "terminal/lang/NameIn.h"
 #include "terminal/plot/ChartLegend.h"
+#include "terminal/plot/ChartStudyLook.h"
 
 #include <QStringList>
 
 #include <algorithm>
+#include <ranges>
 
 namespace ta::terminal {
 namespace {
@@ -58,6 +60,16 @@ std::vector<ChartOutput> OutputsOf(const StudyInfo& info, const TaDrawInfo* draw
     return outputs;
 }
 
+std::vector<ValueSpan> SpansOf(const StudyValues& values) {
+    std::vector<ValueSpan> spans(values.size());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        for (const double value : values[i]) {
+            spans[i].Add(value);
+        }
+    }
+    return spans;
+}
+
 NumberKind NumbersOf(const ChartStudy& study) {
     if (study.onPriceScale) {
         return NumberKind::Price;
@@ -75,6 +87,7 @@ void ChartModel::SetBars(std::shared_ptr<const BarSeries> bars, ChartTitle title
     }
     if (bars != m_bars) {
         m_calculated.clear();
+        m_facts = BarFacts::Of(*bars);
     }
     m_bars = std::move(bars);
     m_title = std::move(title);
@@ -92,7 +105,13 @@ void ChartModel::LoadGroup(const CString& name) {
     const KnownStudies known = drawInfo ? StudiesOf(*drawInfo) : KnownStudies{};
     Calculations used;
     std::vector<ChartPane> panes;
-    for (const std::vector<StudyType>& types : lists) {
+    m_groupPanes.clear();
+    for (std::size_t list = 0; list < lists.size(); ++list) {
+        const std::vector<StudyType>& types = lists[list];
+        if (!IsShown(types, known)) {
+            continue;
+        }
+        m_groupPanes.push_back(static_cast<int>(list));
         ChartPane& pane = panes.emplace_back();
         for (const StudyType type : types) {
             if (type >= 0) {
@@ -100,9 +119,26 @@ void ChartModel::LoadGroup(const CString& name) {
             }
         }
     }
+    if (panes.empty()) {
+        panes.resize(1);
+        m_groupPanes = {0};
+    }
     m_panes = std::move(panes);
     m_options = drawInfo ? drawInfo->CommonProperty() : CommonProp{};
     m_calculated = std::move(used);
+}
+
+bool ChartModel::IsShown(const std::vector<StudyType>& studies, const KnownStudies& known) const {
+    if (m_facts.hasVolume || m_bars->empty()) {
+        return true;
+    }
+    const auto isOfVolume = [&known](StudyType type) {
+        const auto found = known.find(type);
+        return found != known.end() && found->second->GetCategory() == StudyCategory::Volume;
+    };
+    const auto isStudy = [](StudyType type) { return type >= 0; };
+    return !std::ranges::any_of(studies, isStudy) ||
+           !std::ranges::all_of(studies | std::views::filter(isStudy), isOfVolume);
 }
 
 ChartStudy ChartModel::MakeStudy(StudyType type, const KnownStudies& known,
@@ -111,7 +147,7 @@ ChartStudy ChartModel::MakeStudy(StudyType type, const KnownStudies& known,
     study.type = type;
     const auto found = known.find(type);
     if (found == known.end()) {
-        study.name = QStringLiteral("#%1").arg(type);
+        study.name = study.legend = QStringLiteral("#%1").arg(type);
         return study;
     }
     const StudyInfo& info = *found->second;
@@ -121,25 +157,40 @@ ChartStudy ChartModel::MakeStudy(StudyType type, const KnownStudies& known,
     study.outputs = OutputsOf(info, drawInfo);
     study.onPriceScale = info.bIsOverlay() || study.HasCandlesticks();
     study.numbers = NumbersOf(study);
-    study.values = Calculate(info, params, used);
+    const Calculation& calculation = Calculate(info, params, used);
+    study.values = calculation.values;
+    TakeLook(study, info, params);
+    FitToBars(study, m_facts);
+    MeasureTexts(study, calculation.spans, m_facts, m_title.priceDecimals);
     return study;
 }
 
-std::shared_ptr<const StudyValues> ChartModel::Calculate(const StudyInfo& info,
-                                                         const std::vector<double>& params,
-                                                         Calculations& used) {
-    auto& values = used[{info.GetStudyType(), params}];
-    if (values) {
-        return values;
+const ChartModel::Calculation& ChartModel::Calculate(const StudyInfo& info,
+                                                     const std::vector<double>& params,
+                                                     Calculations& used) {
+    Calculation& calculation = used[{info.GetStudyType(), params}];
+    if (calculation.values) {
+        return calculation;
     }
     const auto before = m_calculated.find({info.GetStudyType(), params});
     if (before != m_calculated.end()) {
-        values = before->second;
+        calculation = before->second;
     } else {
-        values = std::make_shared<const StudyValues>(info.GetStudy().vecCalculate(*m_bars, params));
+        calculation.values =
+            std::make_shared<const StudyValues>(info.GetStudy().vecCalculate(*m_bars, params));
+        calculation.spans = SpansOf(*calculation.values);
         ++m_calculations;
     }
-    return values;
+    return calculation;
+}
+
+std::optional<LastPrice> ChartModel::Last() const {
+    if (m_bars->empty()) {
+        return std::nullopt;
+    }
+    const Bar& last = m_bars->back();
+    const double before = m_bars->size() > 1 ? (*m_bars)[m_bars->size() - 2].close : last.open;
+    return LastPrice{last.close, last.close - before};
 }
 
 std::vector<LegendEntry> ChartModel::Legend(int pane, int bar, const PlotTheme& theme) const {
@@ -152,11 +203,11 @@ QString ChartModel::BarText(int bar) const {
 
 /// Prices of the bar by the mode, or the values of the pane's first study.
 std::vector<double> ChartModel::LockValues(const PlotCursor& cursor, bool prices) const {
-    enum Mode { Intelligent, Open, High, Low, Close };
-    const auto mode = Options().uCursorLineLockMode;
+    using enum CursorLock;
+    const CursorLock lock = CursorLockOf(Options());
     const Bar& bar = Bars()[static_cast<std::size_t>(cursor.bar)];
     if (prices) {
-        switch (mode) {
+        switch (lock) {
             case Intelligent:
                 return {bar.open, bar.high, bar.low, bar.close};
             case Open:
@@ -167,12 +218,12 @@ std::vector<double> ChartModel::LockValues(const PlotCursor& cursor, bool prices
                 return {bar.low};
             case Close:
                 return {bar.close};
-            default:
+            case None:
                 return {};
         }
     }
     std::vector<double> values;
-    if (mode == Intelligent) {
+    if (lock == Intelligent) {
         for (const ChartStudy& study : Panes()[static_cast<std::size_t>(cursor.pane)]) {
             for (std::size_t i = 0; i < study.outputs.size(); ++i) {
                 values.push_back(study.ValueAt(i, cursor.bar));

@@ -20,8 +20,13 @@ public:
     void SetBars(std::shared_ptr<const BarSeries> bars, ChartTitle title);
     /// Reads a group from the settings repository: panes, parameters, shapes, options. A study is
     /// calculated again only when its parameters or the bars are others than before. An unknown
-    /// group has one pane without studies.
+    /// group has one pane without studies. Panes of nothing but studies of the volume are left out
+    /// for bars that have none, and such bars that have closes only are a line.
     void LoadGroup(const CString& name);
+    /// The group's pane that stands at a place; counted from 0 as the place.
+    int GroupPane(int pane) const { return m_groupPanes[static_cast<std::size_t>(pane)]; }
+
+    std::optional<LastPrice> Last() const override;
 
     std::vector<LegendEntry> Legend(int pane, int bar, const PlotTheme& theme) const override;
     QString BarText(int bar) const override;
@@ -34,15 +39,21 @@ public:
 
 private:
     using CalculationKey = std::pair<StudyType, std::vector<double>>;
-    using Calculations = std::map<CalculationKey, std::shared_ptr<const StudyValues>>;
+    /// The values of a study, and between which each output's are.
+    struct Calculation {
+        std::shared_ptr<const StudyValues> values;
+        std::vector<ValueSpan> spans;
+    };
+    using Calculations = std::map<CalculationKey, Calculation>;
     using KnownStudies = std::map<StudyType, StudyInfo*>;
 
     ChartStudy MakeStudy(StudyType type, const KnownStudies& known, const TaDrawInfo* drawInfo,
                          Calculations& used);
-    std::shared_ptr<const StudyValues> Calculate(const StudyInfo& info,
-                                                 const std::vector<double>& params,
-                                                 Calculations& used);
+    const Calculation& Calculate(const StudyInfo& info, const std::vector<double>& params,
+                                 Calculations& used);
+    bool IsShown(const std::vector<StudyType>& studies, const KnownStudies& known) const;
 
+    std::vector<int> m_groupPanes{0};
     Calculations m_calculated;
     int m_calculations = 0;
 };

@@ -1,24 +1,29 @@
 #include "terminal/plot/CursorLine.h"
 
+#include "terminal/plot/AxisTag.h"
 #include "terminal/plot/PlotModel.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace ta::terminal {
 namespace {
 
 constexpr double kSmallCross = 12;
+constexpr double kReach = 8;  // of the intelligent lock, pixels
 
 }  // namespace
 
 double LockCursor(const PlotModel& model, const PlotMapping& mapping, bool prices,
                   const PlotCursor& cursor) {
     const PlotMapping::Pane& pane = mapping.panes[static_cast<std::size_t>(cursor.pane)];
+    const bool near = CursorLockOf(model.Options()) == CursorLock::Intelligent;
     double best = cursor.y;
-    double distance = -1;
+    double distance = near ? kReach : std::numeric_limits<double>::infinity();
     for (const double value : model.LockValues(cursor, prices)) {
         const double y = pane.YOf(value);
-        if (std::isfinite(y) && (distance < 0 || std::abs(y - cursor.y) < distance)) {
+        if (std::isfinite(y) && std::abs(y - cursor.y) <= distance) {
             distance = std::abs(y - cursor.y);
             best = y;
         }
@@ -43,56 +48,64 @@ void CursorLine::draw(QCPPainter* painter) {
         return;
     }
     const double x = mapping.XOf(m_picture.cursor.bar);
-    const double right = mapping.left + mapping.width;
-    if (x < mapping.left || x > right) {
+    if (x < mapping.left || x > mapping.left + mapping.width) {
         return;
     }
-    const double y = m_picture.cursor.y;
-    const bool level = m_picture.cursor.pane >= 0;
-    painter->setPen(QPen(m_theme.cursor, 0, Qt::DashLine));
-    if (m_picture.small && level) {
-        painter->setPen(QPen(m_theme.text, 0));
-        painter->drawLine(QPointF(x, y - kSmallCross), QPointF(x, y + kSmallCross));
-        painter->drawLine(QPointF(x - kSmallCross, y), QPointF(x + kSmallCross, y));
+    if (m_picture.small && m_picture.cursor.pane >= 0) {
+        DrawSmallCross(*painter, x);
     } else {
-        painter->drawLine(QPointF(x, mapping.panes.front().top),
-                          QPointF(x, mapping.panes.back().Bottom()));
-        if (m_picture.cross && level) {
-            painter->drawLine(QPointF(mapping.left, y), QPointF(right, y));
-        }
+        DrawLines(*painter, x);
     }
     DrawTag(*painter, m_picture.time, {x, mapping.panes.back().Bottom() + 1}, Qt::AlignTop);
-    if (!level || !m_picture.cross) {
+    DrawValueTags(*painter);
+}
+
+void CursorLine::DrawSmallCross(QPainter& painter, double x) const {
+    const double y = m_picture.cursor.y;
+    painter.setPen(QPen(m_theme.text, 0));
+    painter.drawLine(QPointF(x, y - kSmallCross), QPointF(x, y + kSmallCross));
+    painter.drawLine(QPointF(x - kSmallCross, y), QPointF(x + kSmallCross, y));
+}
+
+/// The upright line leaves the legends between the panes free.
+void CursorLine::DrawLines(QPainter& painter, double x) const {
+    const PlotMapping& mapping = m_picture.mapping;
+    painter.setPen(QPen(m_theme.cursor, 0, Qt::DashLine));
+    for (const PlotMapping::Pane& pane : mapping.panes) {
+        painter.drawLine(QPointF(x, pane.top), QPointF(x, pane.Bottom()));
+    }
+    const PlotCursor& cursor = m_picture.cursor;
+    if (!m_picture.cross || cursor.pane < 0) {
         return;
     }
-    if (m_picture.tagRight) {
-        DrawTag(*painter, m_picture.value, {right + 1, y}, Qt::AlignLeft);
-    }
-    if (m_picture.tagLeft) {
-        DrawTag(*painter, m_picture.value, {mapping.left - 1, y}, Qt::AlignRight);
+    const auto& pane = mapping.panes[static_cast<std::size_t>(cursor.pane)];
+    if (cursor.y >= pane.top && cursor.y <= pane.Bottom()) {
+        painter.drawLine(QPointF(mapping.left, cursor.y),
+                         QPointF(mapping.left + mapping.width, cursor.y));
     }
 }
 
-/// `middle` is the middle of the tag's edge on `side`.
-void CursorLine::DrawTag(QPainter& painter, const QString& text, QPointF middle,
-                         Qt::Alignment side) const {
-    const QFontMetricsF metrics(m_font);
-    QRectF box(0, 0, metrics.horizontalAdvance(text) + 8, metrics.height() + 2);
-    box.moveCenter(middle);
-    if (side == Qt::AlignTop) {
-        box.moveTop(middle.y());
-    } else if (side == Qt::AlignLeft) {
-        box.moveLeft(middle.x());
-    } else {
-        box.moveRight(middle.x());
+/// A value out of view is told at the pane's edge.
+void CursorLine::DrawValueTags(QPainter& painter) const {
+    const PlotCursor& cursor = m_picture.cursor;
+    if (!m_picture.cross || cursor.pane < 0) {
+        return;
     }
-    const QRectF widget = parentPlot()->viewport();
-    box.moveLeft(
-        std::clamp(box.left(), widget.left(), std::max(widget.right() - box.width(), 0.0)));
-    painter.fillRect(box, m_theme.tag);
-    painter.setFont(m_font);
-    painter.setPen(m_theme.tagText);
-    painter.drawText(box, Qt::AlignCenter, text);
+    const PlotMapping& mapping = m_picture.mapping;
+    const auto& pane = mapping.panes[static_cast<std::size_t>(cursor.pane)];
+    const double y = std::clamp(cursor.y, pane.top, pane.Bottom());
+    if (m_picture.tagRight) {
+        DrawTag(painter, m_picture.value, {mapping.left + mapping.width + 1, y}, Qt::AlignLeft);
+    }
+    if (m_picture.tagLeft) {
+        DrawTag(painter, m_picture.value, {mapping.left - 1, y}, Qt::AlignRight);
+    }
+}
+
+void CursorLine::DrawTag(QPainter& painter, const QString& text, const QPointF& middle,
+                         Qt::Alignment side) const {
+    DrawAxisTag(painter, m_font, {text, m_theme.tag, m_theme.tagText}, middle, side,
+                parentPlot()->viewport());
 }
 
 }  // namespace ta::terminal

@@ -12,8 +12,9 @@ namespace ta::terminal {
 
 class PlotModel;
 
-/// The pixel of the horizontal cursor line for a mouse at `y`: that of the nearest value which
-/// the model lets it lock on, or `y` itself. `prices`: the pane shows prices.
+/// The pixel of the level cursor line for a mouse at `y`: that of the nearest value which the model
+/// lets it lock on, or `y` itself; the intelligent lock reaches 8 pixels far. May lie outside the
+/// pane, as the value may. `prices`: the pane shows prices.
 double LockCursor(const PlotModel& model, const PlotMapping& mapping, bool prices,
                   const PlotCursor& cursor);
 
@@ -43,7 +44,11 @@ protected:
     void draw(QCPPainter* painter) override;
 
 private:
-    void DrawTag(QPainter& painter, const QString& text, QPointF middle, Qt::Alignment side) const;
+    void DrawSmallCross(QPainter& painter, double x) const;
+    void DrawLines(QPainter& painter, double x) const;
+    void DrawValueTags(QPainter& painter) const;
+    void DrawTag(QPainter& painter, const QString& text, const QPointF& middle,
+                 Qt::Alignment side) const;
 
     PlotTheme m_theme;
     QFont m_font;

@@ -11,6 +11,7 @@ namespace ta::terminal {
 struct LegendSpan {
     QString text;
     QColor colour;
+    QString widest = {};  ///< the widest text that may stand in its place; empty: `text` itself
 };
 
 /// What a legend says of one study: its name and values.

@@ -1,5 +1,7 @@
 #include "terminal/plot/PaneLegend.h"
 
+#include <algorithm>
+
 namespace ta::terminal {
 namespace {
 
@@ -7,10 +9,14 @@ constexpr double kGap = 6;         // between the values of a study
 constexpr double kEntryGap = 16;   // between studies
 constexpr double kRowLeading = 2;  // between rows
 
+double WidthOf(const LegendSpan& span, const QFontMetricsF& metrics) {
+    return std::max(metrics.horizontalAdvance(span.text), metrics.horizontalAdvance(span.widest));
+}
+
 double WidthOf(const LegendEntry& entry, const QFontMetricsF& metrics) {
     double width = -kGap;
     for (const LegendSpan& span : entry.spans) {
-        width += metrics.horizontalAdvance(span.text) + kGap;
+        width += WidthOf(span, metrics) + kGap;
     }
     return width;
 }
@@ -33,7 +39,7 @@ void PaneLegend::Arrange(const QPointF& corner, double width, double height) {
             y += rowHeight;
         }
         for (const LegendSpan& span : entry.spans) {
-            const double spanWidth = metrics.horizontalAdvance(span.text);
+            const double spanWidth = WidthOf(span, metrics);
             if (x > 0 && x + spanWidth > width) {
                 x = 0;
                 y += rowHeight;

@@ -10,7 +10,8 @@
 
 namespace ta::terminal {
 
-/// The legend at the top of a pane, in as many rows as its width asks for. The plot owns it through
+/// The legend in the strip over a pane, in as many rows as its width asks for. Places depend on the
+/// widest texts alone: they stay where they are while the values change. The plot owns it through
 /// its layer until it is deleted.
 class PaneLegend : public QCPLayerable {
 public:

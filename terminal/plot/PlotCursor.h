@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/CommonProp.h"
+
 namespace ta::terminal {
 
 /// Where the cursor line stands.
@@ -10,5 +12,22 @@ struct PlotCursor {
 
     bool IsThere() const { return bar >= 0; }
 };
+
+/// What the level cursor line of a pane of prices locks on.
+enum class CursorLock {
+    Intelligent,  ///< the nearest of the four prices, where it is near
+    Open,
+    High,
+    Low,
+    Close,
+    None,
+};
+
+/// By uCursorLineLockMode; an unknown one is intelligent, as its dialog shows it.
+inline CursorLock CursorLockOf(const CommonProp& options) {
+    const auto mode = options.uCursorLineLockMode;
+    return mode <= static_cast<std::uint32_t>(CursorLock::None) ? static_cast<CursorLock>(mode)
+                                                                : CursorLock::Intelligent;
+}
 
 }  // namespace ta::terminal

@@ -1,6 +1,7 @@
 #include "terminal/plot/PlotNumbers.h"
 
 #include "terminal/lang/Language.h"
+#include "terminal/plot/ValueSpan.h"
 
 #include <QStringList>
 
@@ -30,6 +31,11 @@ Unit UnitOf(double magnitude) {
     return best;
 }
 
+/// In digits: the name of a unit is up to two of them wide.
+qsizetype WidthOf(const QString& text) {
+    return text.size() + (text.back().isLetter() ? 1 : 0);
+}
+
 }  // namespace
 
 QString ShortNumberText(double value, int decimals) {
@@ -55,6 +61,24 @@ QString NumberText(double value, NumberKind kind, int priceDecimals) {
             break;
     }
     return ShortNumberText(value, 2);
+}
+
+QString WidestNumberText(const ValueSpan& span, NumberKind kind, int priceDecimals) {
+    QString widest = NumberText(std::nan(""), kind, priceDecimals);
+    const auto take = [&](double value) {
+        const QString text = NumberText(value, kind, priceDecimals);
+        if (value >= span.low && value <= span.high && WidthOf(text) > WidthOf(widest)) {
+            widest = text;
+        }
+    };
+    take(span.low);
+    take(span.high);
+    // The last numbers before another digit, and before a larger unit.
+    for (double power = 10; power < 1e16; power *= 10) {
+        take(power * (1 - 1e-6));
+        take(-power * (1 - 1e-6));
+    }
+    return widest;
 }
 
 }  // namespace ta::terminal

@@ -12,7 +12,8 @@ namespace ta::terminal {
 namespace {
 
 constexpr double kLegendMargin = 4;
-constexpr double kLegendShare = 0.4;  // of a pane's height, at most
+constexpr double kLegendShare = 0.4;  // of a pane's height with its legend, at most
+constexpr int kLegendPadding = 2;     // above and below
 constexpr double kLeastRoom = 8;      // between the values and the pane's edges, pixels
 
 void StyleAxis(QCPAxis& axis, const PaneStyle& style) {
@@ -175,8 +176,7 @@ void PlotPane::Fill(const PlotModel& model, const ChartPane& studies, const Plot
 ScaleRoom PlotPane::RoomOf(const PlotScale& scale) const {
     const double height = std::max(m_rect->height(), 1);
     const double mark = scale.IsOfPrices() && m_highMark ? QFontMetricsF(m_style.font).height() : 0;
-    const double legend = m_legend ? m_legend->Height() + kLegendMargin : 0;
-    return {height, std::min(legend + mark + kLeastRoom, height * 0.6),
+    return {height, std::min(mark + kLeastRoom, height * 0.6),
             std::min(mark + std::max(kLeastRoom, height * 0.04), height * 0.2)};
 }
 
@@ -217,9 +217,33 @@ void PlotPane::PlaceMark(QCPItemText& mark, int bar, double price, Qt::Alignment
     mark.position->setCoords(bar, price);
 }
 
+bool PlotPane::FitLegend() {
+    ArrangeLegend(m_rect->outerRect().height() * kLegendShare);
+    const double height = m_legend->Height();
+    m_legendHeight = height > 0 ? static_cast<int>(std::ceil(height)) + 2 * kLegendPadding : 0;
+    QMargins margins = m_rect->margins();
+    if (margins.top() == m_legendHeight) {
+        return false;
+    }
+    margins.setTop(m_legendHeight);
+    m_rect->setMargins(margins);
+    return true;
+}
+
 void PlotPane::ArrangeLegend() {
-    m_legend->Arrange(QPointF(m_rect->left() + kLegendMargin, m_rect->top() + 2),
-                      m_rect->width() - 2 * kLegendMargin, m_rect->height() * kLegendShare);
+    ArrangeLegend(m_legendHeight);
+}
+
+void PlotPane::ArrangeLegend(double height) {
+    const QRect outer = m_rect->outerRect();
+    m_legend->Arrange(QPointF(m_rect->left() + kLegendMargin, outer.top() + kLegendPadding),
+                      m_rect->width() - 2 * kLegendMargin, height);
+}
+
+QRectF PlotPane::Area() const {
+    QRectF area(m_rect->rect());
+    area.setTop(m_rect->outerRect().top());
+    return area;
 }
 
 PlotMapping::Pane PlotPane::Geometry() const {

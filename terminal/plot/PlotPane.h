@@ -56,13 +56,20 @@ public:
     std::vector<PlotScale>& Scales() { return m_scales; }
 
     /// Shows a slice of the pane's studies: `lower` to `upper` is the range of the time axis. Needs
-    /// the place of Rect() and the legend's height.
+    /// the place of Rect().
     void Fill(const PlotModel& model, const ChartPane& studies, const PlotSlice& slice,
               double lower, double upper);
+    /// Gives the legend a strip of its own over Rect(), as high as its widest texts ask for. true:
+    /// it had another height before, and the plot is to be laid out again.
+    bool FitLegend();
+    /// Places the legend's texts in its strip.
     void ArrangeLegend();
+    /// Rect() and the legend's strip, pixels.
+    QRectF Area() const;
     PlotMapping::Pane Geometry() const;
 
 private:
+    void ArrangeLegend(double height);
     void MakeAxes(bool lowest);
     void MakeScales(const ChartPane& studies);
     void MakeMainScale(const ChartStudy* study);
@@ -81,6 +88,7 @@ private:
     std::vector<PlotScale> m_scales;
     std::unique_ptr<LevelLines> m_levels;  // where there are candles
     std::unique_ptr<PaneLegend> m_legend;
+    int m_legendHeight = 0;             // of its strip
     QCPItemText* m_highMark = nullptr;  // the plot's
     QCPItemText* m_lowMark = nullptr;
 };

@@ -178,10 +178,8 @@ private:
     Owned<QCPGraph> m_graph;
 };
 
-}  // namespace
-
-std::unique_ptr<PlotSeries> PlotSeries::Make(const ChartOutput& output, QCPAxis& keyAxis,
-                                             QCPAxis& valueAxis, const PlotTheme& theme) {
+std::unique_ptr<PlotSeries> MakeSeries(const ChartOutput& output, QCPAxis& keyAxis,
+                                       QCPAxis& valueAxis, const PlotTheme& theme) {
     switch (output.kind) {
         case StudyDrawKind::Candlesticks:
             return std::make_unique<CandleSeries>(keyAxis, valueAxis, theme);
@@ -194,6 +192,48 @@ std::unique_ptr<PlotSeries> PlotSeries::Make(const ChartOutput& output, QCPAxis&
             break;
     }
     return std::make_unique<GraphSeries>(keyAxis, valueAxis, theme, output);
+}
+
+/// A series over the levels that it is read by, which are always in view.
+class SeriesWithLevels : public PlotSeries {
+public:
+    SeriesWithLevels(QCPAxis& keyAxis, QCPAxis& valueAxis, const PlotTheme& theme,
+                     const ChartOutput& output)
+        : m_lines(keyAxis, valueAxis),
+          m_levels(output.levels),
+          m_series(MakeSeries(output, keyAxis, valueAxis, theme)) {
+        m_lines->setPen(QPen(theme.axis, 0, Qt::DashLine));
+        m_lines->setAntialiased(false);
+    }
+
+    void Fill(const BarSeries& bars, const std::vector<double>& values, const PlotSlice& slice,
+              ValueSpan& span) override {
+        QVector<QCPCurveData> data;
+        for (const double level : m_levels) {
+            const double at = static_cast<double>(data.size());
+            data << QCPCurveData(at, slice.first, level)
+                 << QCPCurveData(at + 1, slice.end + slice.step, level)
+                 << QCPCurveData(at + 2, slice.first, qQNaN());
+            span.Add(level);
+        }
+        m_lines->data()->set(data, true);
+        m_series->Fill(bars, values, slice, span);
+    }
+
+private:
+    Owned<QCPCurve> m_lines;
+    std::vector<double> m_levels;
+    std::unique_ptr<PlotSeries> m_series;
+};
+
+}  // namespace
+
+std::unique_ptr<PlotSeries> PlotSeries::Make(const ChartOutput& output, QCPAxis& keyAxis,
+                                             QCPAxis& valueAxis, const PlotTheme& theme) {
+    if (!output.levels.empty()) {
+        return std::make_unique<SeriesWithLevels>(keyAxis, valueAxis, theme, output);
+    }
+    return MakeSeries(output, keyAxis, valueAxis, theme);
 }
 
 }  // namespace ta::terminal

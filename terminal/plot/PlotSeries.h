@@ -2,8 +2,8 @@
 
 #include "terminal/plot/PlotModel.h"
 #include "terminal/plot/PlotSlice.h"
+#include "terminal/plot/ValueSpan.h"
 
-#include <limits>
 #include <memory>
 
 class QCPAxis;
@@ -11,19 +11,6 @@ class QCPAxis;
 namespace ta::terminal {
 
 struct PlotTheme;
-
-/// The values that a scale has to show.
-struct ValueSpan {
-    double low = std::numeric_limits<double>::infinity();
-    double high = -std::numeric_limits<double>::infinity();
-
-    bool IsEmpty() const { return !(low <= high); }
-    /// A NaN changes nothing.
-    void Add(double value) {
-        low = value < low ? value : low;
-        high = value > high ? value : high;
-    }
-};
 
 /// One output of a study on the plot. Owns its plottables there.
 class PlotSeries {

@@ -275,6 +275,11 @@ CString NameOf(const Symbol& symbol) {
     return NameIn(symbol);
 }
 
+CString TitleOf(const Symbol& symbol) {
+    const CString name = NameOf(symbol);
+    return name == symbol.id ? name : symbol.id + ' ' + name;
+}
+
 bool IsSymbolId(std::string_view text) {
     const auto isSafe = [](char c) {
         return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||

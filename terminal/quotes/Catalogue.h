@@ -79,6 +79,9 @@ CString NameOf(const Market& market);
 CString NameOf(const Commodity& commodity);
 CString NameOf(const Symbol& symbol);
 
+/// The id and the name, in the language in use; one of them where they are the same.
+CString TitleOf(const Symbol& symbol);
+
 /// true for a text that may be the id of a symbol: 1 to 32 ASCII letters, digits, "-", "_", ".";
 /// not beginning with ".".
 bool IsSymbolId(std::string_view text);

@@ -2,12 +2,17 @@
 // settings repository make of it.
 
 #include "settings/Messages.h"
+#include "terminal/chart/ChartTable.h"
+#include "terminal/chart/PaneHeights.h"
 #include "terminal/plot/ChartModel.h"
-#include "terminal/plot/CursorLine.h"
+#include "terminal/plot/PlotTheme.h"
 #include "tests/chart/ChartFixture.h"
 
 #include <QLabel>
+#include <QRegularExpression>
 #include <QWheelEvent>
+
+#include <array>
 
 namespace ta::terminal {
 namespace {
@@ -71,7 +76,12 @@ protected:
 
 TEST_F(ChartViewTest, ShowsItsGroupAndWhatAMessageSaysOfIt) {
     EXPECT_EQ(view->GroupUniNum(), 5);
-    EXPECT_TRUE(view->LegendTexts()[0].contains("移動平均線(5,10,20,60)"));
+    EXPECT_TRUE(QRegularExpression("\\nMA5 [0-9.]+ MA10 [0-9.]+ MA20 [0-9.]+ MA60 [0-9.]+$")
+                    .match(view->LegendTexts()[0])
+                    .hasMatch())
+        << view->LegendTexts()[0].toStdString();
+    EXPECT_TRUE(view->LegendTexts()[2].startsWith("KD(9,3,3) K "));
+    EXPECT_TRUE(view->LegendTexts()[3].startsWith("MACD(12,26,9) DIF "));
     EXPECT_EQ(view->Mapping().panes[1].low, 0) << "Volumes stand on the ground.";
     QSignalSpy changed(view.get(), &ChartView::groupChanged);
     view->SetGroup("No such group");
@@ -82,12 +92,12 @@ TEST_F(ChartViewTest, ShowsItsGroupAndWhatAMessageSaysOfIt) {
     EXPECT_EQ(view->PaneCount(), 4) << "Another group's message.";
     TellGroupChange(kFirst);
     EXPECT_EQ(view->PaneCount(), 2);
-    EXPECT_TRUE(view->LegendTexts()[1].startsWith("#99\n成交量(5,20) 成交量 1599 "));
+    EXPECT_TRUE(view->LegendTexts()[1].startsWith("#99\n成交量 1599 MV5 1597 MV20 "));
 
     Options(kFirst).bShowTAInfo = false;
-    const double before = view->Mapping().panes[0].high;
+    const double before = view->Mapping().panes[0].top;
     TellGroupChange(kFirst);
-    EXPECT_LT(view->Mapping().panes[0].high, before) << "A hidden legend leaves its room.";
+    EXPECT_LT(view->Mapping().panes[0].top, before) << "A hidden legend leaves its room.";
     EXPECT_FALSE(view->LegendTexts()[0].isEmpty());
     for (const std::uint32_t side : {0u, 1u, 2u}) {
         Options(kFirst).uScalePos = side;
@@ -127,7 +137,7 @@ TEST_F(ChartViewTest, ALanguageSwitchIsFollowed) {
     view->ScrollBars(-100);
     const auto inView = view->VisibleBars();
     language.Select(Language::English);
-    EXPECT_TRUE(view->LegendTexts()[1].startsWith("Volume(5,20) Volume 1599"));
+    EXPECT_TRUE(view->LegendTexts()[1].startsWith("Volume 1599 MV5 "));
     EXPECT_TRUE(view->CursorText().contains("  C "));
     EXPECT_EQ(view->VisibleBars(), inView);
     view->Show({kUser, zigZag.symbol, 3, 1});
@@ -340,27 +350,177 @@ TEST_F(ChartViewTest, TheCursorFollowsTheMouseAndTellsTheBar) {
 }
 
 TEST_F(ChartViewTest, TheLevelLineLocksOnWhatTheOptionSays) {
-    const Bar& bar = Bars()[550];
-    const auto expectLocked = [&](std::uint32_t mode, double mouse, double value, int at = 0) {
+    const Bar bar = Bars()[550];
+    view->ZoomIn();
+    const auto expectPlaced = [&](std::uint32_t mode, double near, double pixels, double value,
+                                  std::size_t at = 0) {
         Options(kFirst).uCursorLineLockMode = mode;
-        ChartModel model;
-        model.SetBars(bars, {});
-        model.LoadGroup(kFirst);
+        TellGroupChange(kFirst);
         const PlotMapping mapping = view->Mapping();
-        const auto& pane = mapping.panes[static_cast<std::size_t>(at)];
-        const double y = LockCursor(model, mapping, at == 0, {550, at, pane.YOf(mouse)});
-        EXPECT_NEAR(pane.ValueAt(y), value, 1e-6) << mode << " at " << mouse;
+        const QPointF mouse(mapping.XOf(550), mapping.panes[at].YOf(near) + pixels);
+        const QPointF placed = view->PlacedPoint(mouse);
+        EXPECT_EQ(placed.x(), mouse.x());
+        const double free = mapping.panes[at].ValueAt(mouse.y());
+        EXPECT_NEAR(mapping.panes[at].ValueAt(placed.y()), value < 0 ? free : value, 1e-6)
+            << mode << " at " << near << " and " << pixels;
     };
-    expectLocked(0, bar.high + 9, bar.high);
-    expectLocked(0, bar.close - 0.1, bar.close);
-    expectLocked(0, bar.low - 9, bar.low);
-    expectLocked(1, bar.high, bar.open);
-    expectLocked(2, bar.low, bar.high);
-    expectLocked(3, bar.high, bar.low);
-    expectLocked(4, bar.high, bar.close);
-    expectLocked(5, 77.7, 77.7);
-    expectLocked(0, bar.volume + 3, bar.volume, 1);
-    expectLocked(4, 500, 500, 1);
+    constexpr double kFree = -1;
+    expectPlaced(0, bar.high, -7.9, bar.high);
+    expectPlaced(0, bar.high, -8.1, kFree);
+    expectPlaced(0, bar.low, 7.9, bar.low);
+    expectPlaced(0, bar.low, 8.1, kFree);
+    expectPlaced(0, bar.close, 1, bar.close);
+    expectPlaced(0, bar.open, -1, bar.open);
+    expectPlaced(6, bar.high, -7.9, bar.high);
+    expectPlaced(6, bar.high, -8.1, kFree);
+    expectPlaced(1, bar.high, -30, bar.open);
+    expectPlaced(2, bar.low, 30, bar.high);
+    expectPlaced(3, bar.high, -30, bar.low);
+    expectPlaced(4, bar.high, 0, bar.close);
+    expectPlaced(5, bar.close, 0.4, kFree);
+    expectPlaced(0, bar.volume, -3, bar.volume, 1);
+    expectPlaced(0, bar.volume, -9, kFree, 1);
+    expectPlaced(4, bar.volume, -3, kFree, 1);
+    Options(kFirst).bCursor = false;
+    expectPlaced(4, bar.high, 0, kFree);
+}
+
+TEST_F(ChartViewTest, OutOfViewTheCursorLeavesTheTextsToTheLastBarInView) {
+    Options(kFirst).uCursorMoveStyle = 1;
+    TellGroupChange(kFirst);
+    QSignalSpy moved(view.get(), &ChartView::cursorMoved);
+    view->SetCursorBar(560);
+    EXPECT_TRUE(view->LegendTexts()[1].contains("1560"));
+    moved.clear();
+    Key(Qt::Key_Home);
+    const int last = view->VisibleBars().second;
+    ASSERT_LT(last, 200);
+    EXPECT_EQ(view->CursorBar(), 560);
+    EXPECT_TRUE(view->LegendTexts()[1].contains(QString::number(1000 + last)));
+    ASSERT_EQ(moved.size(), 1);
+    EXPECT_TRUE(moved[0][0].toString().contains(QString(" %1 ").arg(1000 + last)));
+    EXPECT_EQ(view->accessibleDescription(), view->CursorText());
+    Key(Qt::Key_End);
+    EXPECT_TRUE(view->CursorText().contains(" 1560 "));
+    EXPECT_EQ(moved.size(), 2);
+    view->ScrollBars(-3);
+    EXPECT_EQ(moved.size(), 2) << "The bar is the same.";
+}
+
+TEST_F(ChartViewTest, TheLegendHasAStripThatValuesDoNotMove) {
+    // Volumes of one to twelve digits.
+    BarSeries series = ZigZag(300);
+    for (std::size_t i = 0; i < series.size(); ++i) {
+        series[i].volume = std::round(std::pow(10, static_cast<double>(i % 12)));
+    }
+    view->Show(Add(series));
+    view->resize(420, 640);
+    const auto places = [&] {
+        std::vector<double> all;
+        for (const PlotMapping::Pane& pane : view->Mapping().panes) {
+            all.insert(all.end(), {pane.top, pane.height, pane.low, pane.high});
+        }
+        return all;
+    };
+    const auto before = places();
+    for (int bar = 270; bar < 300; ++bar) {
+        view->SetCursorBar(bar);
+        EXPECT_EQ(places(), before) << bar;
+    }
+    // Not even the upright cursor line runs over it.
+    const PlotMapping mapping = view->Mapping();
+    const auto columnAt = [&](int bar) {
+        view->SetCursorBar(bar);
+        const QImage picture = view->grab().toImage();
+        std::vector<QRgb> column;
+        const int x = static_cast<int>(std::lround(mapping.XOf(280)));
+        for (int y = static_cast<int>(mapping.panes[0].Bottom()) + 2; y < mapping.panes[1].top;
+             ++y) {
+            column.push_back(picture.pixel(x, y));
+        }
+        return column;
+    };
+    EXPECT_GT(mapping.panes[1].top, mapping.panes[0].Bottom() + 10);
+    EXPECT_EQ(columnAt(280), columnAt(292)) << "The volumes are alike.";
+    Move({static_cast<int>(mapping.XOf(285)), static_cast<int>(mapping.panes[1].top) - 6});
+    EXPECT_EQ(view->CursorBar(), 285) << "On a legend the cursor stays.";
+    const auto entry = view->Model().Panes()[1][0].outputs[0];
+    EXPECT_EQ(entry.widest.size(), QStringLiteral("9999.99萬").size());
+}
+
+TEST_F(ChartViewTest, TheLastPriceIsMarkedWhileItIsInView) {
+    const auto tag = [&] {
+        const QImage picture = view->grab().toImage();
+        const PlotMapping mapping = view->Mapping();
+        const double y = mapping.panes[0].YOf(Bars().back().close);
+        const double x = mapping.left + mapping.width + 4;
+        return y > mapping.panes[0].top && y < mapping.panes[0].Bottom()
+                   ? picture.pixelColor(static_cast<int>(x), static_cast<int>(std::lround(y)))
+                   : QColor(Qt::transparent);
+    };
+    const PlotTheme theme = PlotTheme::FromPalette(view->palette(), true);
+    EXPECT_EQ(tag(), theme.falling);
+    BarSeries risen = ZigZag(599);
+    view->Show(Add(risen));
+    EXPECT_EQ(tag(), theme.rising);
+    Key(Qt::Key_Home);
+    EXPECT_EQ(tag(), QColor(Qt::transparent));
+}
+
+TEST_F(ChartViewTest, LevelsOfAStudyAreAlwaysInView) {
+    Repository().SetStudyListByGroupName(kFirst, {{0}, {23}, {24}});
+    TellGroupChange(kFirst);
+    for (const auto& [pane, low, high] : {std::tuple(1, 20, 80), std::tuple(2, 30, 70)}) {
+        const PlotMapping::Pane shown = view->Mapping().panes[static_cast<std::size_t>(pane)];
+        EXPECT_LT(shown.low, low);
+        EXPECT_GT(shown.high, high);
+        // A dashed line: some of its pixels differ from those below.
+        const QImage picture = view->grab().toImage();
+        const int y = static_cast<int>(std::lround(shown.YOf(high)));
+        int drawn = 0;
+        for (int x = 40; x < 140; ++x) {
+            drawn += picture.pixel(x, y) != picture.pixel(x, y + 3) ||
+                             picture.pixel(x, y - 1) != picture.pixel(x, y + 3)
+                         ? 1
+                         : 0;
+        }
+        EXPECT_GT(drawn, 30) << pane;
+    }
+    auto* drawInfo = dynamic_cast<TaDrawInfo*>(Repository().GetDrawInfo(kFirst));
+    std::vector<StudyShape> shapes = drawInfo->vecGetStudyShapes(24);
+    shapes[0].visible = false;
+    ASSERT_TRUE(drawInfo->bSetStudyShapes(24, shapes));
+    TellGroupChange(kFirst);
+    EXPECT_GT(view->Mapping().panes[2].high, 70) << "of the first line that is shown";
+    EXPECT_TRUE(view->LegendTexts()[2].startsWith("RSI12 "));
+}
+
+TEST_F(ChartViewTest, ClosesAloneAreALineWithoutVolumes) {
+    BarSeries closes = ZigZag(200);
+    for (Bar& bar : closes) {
+        bar.open = bar.high = bar.low = bar.close;
+        bar.volume = 0;
+    }
+    view->Show(Add(closes));
+    ASSERT_EQ(view->PaneCount(), 3);
+    EXPECT_EQ(view->Model().GroupPane(1), 2);
+    EXPECT_TRUE(view->LegendTexts()[0].contains(
+        QString("\n收 %1 -1.00 ").arg(closes.back().close, 0, 'f', 2)))
+        << view->LegendTexts()[0].toStdString();
+    EXPECT_FALSE(view->CursorText().contains("開") || view->CursorText().contains("量"));
+    auto* plot = view->findChild<QCustomPlot*>();
+    EXPECT_NE(qobject_cast<QCPGraph*>(plot->axisRects()[0]->plottables()[0]), nullptr);
+    EXPECT_EQ(view->Table().headers.size(), 6u + 4 + 2 + 3) << "no closes twice";
+    closes[3].volume = 1;
+    view->Show(Add(closes));
+    EXPECT_EQ(view->PaneCount(), 4);
+    view->Show({});
+    EXPECT_EQ(view->PaneCount(), 4);
+    Repository().SetStudyListByGroupName(kFirst, {{16}});
+    Repository().SetStudyCountByGroupName(kFirst, 1);
+    closes[3].volume = 0;
+    view->Show(Add(closes));
+    EXPECT_EQ(view->PaneCount(), 1) << "never without a pane";
 }
 
 TEST_F(ChartViewTest, ByOptionTheCursorJumpsToTheClick) {
@@ -384,9 +544,10 @@ TEST_F(ChartViewTest, DoubleClicksTellThePaneAndTheStudy) {
         const auto arguments = clicked.takeFirst();
         return std::pair(arguments[0].toInt(), arguments[1].toInt());
     };
-    EXPECT_EQ(click(mapping.left + 10, mapping.panes[1].top + 8), std::pair(1, 1));
+    EXPECT_EQ(click(mapping.left + 10, mapping.panes[1].top - 8), std::pair(1, 1));
     EXPECT_EQ(click(mapping.left + 200, mapping.panes[1].Bottom() - 5), std::pair(1, 0));
-    EXPECT_EQ(click(mapping.left + 10, mapping.panes[0].top + 8), std::pair(0, 0)) << "The symbol.";
+    EXPECT_EQ(click(mapping.left + 10, mapping.panes[0].top + 8), std::pair(0, 0));
+    EXPECT_EQ(click(mapping.left + 10, 12), std::pair(0, 0)) << "The symbol.";
     QTest::mouseDClick(Plot(), Qt::LeftButton, {}, QPoint(400, view->height() - 2));
     EXPECT_EQ(clicked.size(), 0);
 }
@@ -442,7 +603,7 @@ TEST_F(ChartViewTest, AnotherSymbolAndPeriodAreOneLoadAndOneRedraw) {
     view->Show(zigZag);
     view->SetGroup(kSecond);
     EXPECT_EQ(replotted.size(), 2) << "A hidden view draws when it is shown.";
-    EXPECT_TRUE(view->LegendTexts()[1].startsWith("指數平滑"));
+    EXPECT_TRUE(view->LegendTexts()[1].startsWith("MACD("));
     view->resize(700, 500);
     view->show();
     view->resize(710, 500);
@@ -517,6 +678,108 @@ TEST_F(ChartViewTest, AnotherPeriodKeepsTheDateInTheMiddle) {
     EXPECT_EQ(view->BarCount(), 0);
     view->ShowPeriod(0, 0);
     EXPECT_EQ(view->BarCount(), 600);
+}
+
+TEST_F(ChartViewTest, EveryPairOfPeriodsKeepsTheDateInView) {
+    BarSeries minutes = ZigZag(4 * 400);  // four of each day of more than a year
+    for (std::size_t i = 0; i < minutes.size(); ++i) {
+        minutes[i].time = kFirstDay + static_cast<double>(i / 4) +
+                          (9 * 60 + 1 + static_cast<double>(i % 4)) / 1440;
+    }
+    view->Show(Add(minutes));
+    const std::pair<int, int> periods[] = {{0, 0}, {1, 0}, {2, 0}, {3, 1}, {3, 2}};
+    const auto barOf = [&](double time) {
+        const double wanted = view->Period() < 3 ? std::floor(time) : time;
+        const BarSeries& shown = view->Model().Bars();
+        return static_cast<int>(std::ranges::lower_bound(shown, wanted, {}, &Bar::time) -
+                                shown.begin());
+    };
+    const auto expectInView = [&](double time, const std::string& what) {
+        const auto [first, last] = view->VisibleBars();
+        EXPECT_LE(first, barOf(time)) << what;
+        EXPECT_GE(last, barOf(time)) << what;
+    };
+    for (const auto& from : periods) {
+        for (const auto& to : periods) {
+            const std::string what = testing::PrintToString(std::pair(from, to));
+            view->SwitchPeriod(from.first, from.second);
+            ASSERT_GT(view->BarCount(), 0) << what;
+            for (int i = 0; i < 8; ++i) {
+                view->ZoomIn();
+            }
+            view->ScrollBars(barOf(kFirstDay + 150) - view->VisibleBars().first - 8);
+            const auto inView = view->VisibleBars();
+            const double middle =
+                view->Model()
+                    .Bars()[static_cast<std::size_t>(inView.first + inView.second) / 2]
+                    .time;
+            const bool isLatest = view->VisibleBars().second == view->BarCount() - 1;
+            view->ShowPeriod(to.first, to.second);
+            if (!isLatest) {
+                expectInView(middle, what);
+            }
+            view->SwitchPeriod(from.first, from.second);
+            view->SetCursorBar(barOf(kFirstDay + 150));
+            const double time =
+                view->Model().Bars()[static_cast<std::size_t>(view->CursorBar())].time;
+            view->ShowPeriod(to.first, to.second);
+            EXPECT_EQ(view->CursorBar(), barOf(time)) << what;
+            expectInView(time, what);
+            view->ShowPeriod(from.first, from.second);
+            EXPECT_EQ(view->CursorBar(), barOf(time)) << "and back, " << what;
+            Key(Qt::Key_Escape);
+            Key(Qt::Key_End);
+            view->ShowPeriod(to.first, to.second);
+            EXPECT_EQ(view->VisibleBars().second, view->BarCount() - 1) << "the latest stay";
+        }
+    }
+}
+
+TEST_F(ChartViewTest, ADateThatAPeriodLacksComesBackWithTheNext) {
+    ZoomInAndScroll(-300);
+    const double before = Middle();
+    view->ShowPeriod(7, 0);  // no bars at all
+    view->ShowPeriod(1, 0);
+    view->ShowPeriod(0, 0);
+    EXPECT_NEAR(Middle(), before, 7);
+}
+
+TEST_F(ChartViewTest, BordersOfPanesAreDraggedForEveryChartOfTheGroup) {
+    PaneHeights heights;
+    const auto other = MakeView(zigZag);
+    other->move(2000, 0);
+    for (ChartView* each : {view.get(), other.get()}) {
+        each->SetPaneHeights(heights);
+    }
+    const auto height = [](const ChartView& of, std::size_t pane) {
+        return of.Mapping().panes[pane].height;
+    };
+    const auto border = [&](std::size_t below) {
+        const PlotMapping mapping = view->Mapping();
+        const auto first = static_cast<int>(mapping.panes[below - 1].Bottom());
+        return QPoint(400, first + 1);
+    };
+    const std::array before{height(*view, 0), height(*view, 1), height(*view, 2)};
+    const auto bar = view->VisibleBars();
+    Move(border(1));
+    EXPECT_EQ(view->cursor().shape(), Qt::SplitVCursor);
+    Drag(border(1), border(1) - QPoint(0, 60));
+    EXPECT_NEAR(height(*view, 0), before[0] - 60, 3);
+    EXPECT_NEAR(height(*view, 1), before[1] + 60, 3);
+    EXPECT_NEAR(height(*view, 2), before[2], 2);
+    EXPECT_EQ(view->VisibleBars(), bar) << "The chart is not panned.";
+    EXPECT_NEAR(height(*other, 0), height(*view, 0), 1);
+    Drag(border(2), border(2) - QPoint(0, 2000));
+    EXPECT_GT(height(*view, 1), 10) << "A pane does not vanish.";
+    EXPECT_EQ(heights.All().size(), 1u);
+    EXPECT_EQ(heights.All().begin()->first, 5);
+    view->SetGroup(kSecond);
+    const double second = height(*view, 0);
+    view->SetGroup(kFirst);
+    EXPECT_NE(height(*view, 0), second);
+    QTest::mouseDClick(Plot(), Qt::LeftButton, {}, border(1));
+    EXPECT_NEAR(height(*view, 0), before[0], 1);
+    EXPECT_TRUE(heights.All().empty());
 }
 
 TEST_F(ChartViewTest, ADayIsFoundFromAMinuteOfIt) {

@@ -243,10 +243,10 @@ TEST_F(SettingsSheet, ATypicalEditByKeyboardIsSeenEverywhere) {
     });
     // The chart from which it was opened shows the new group.
     EXPECT_EQ(Chart().GroupName(), "RSI group");
-    EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("(5,12)"));
+    EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("RSI5 "));
     // So does another chart window that is set to it.
     Choose(Command::NewTab);
-    EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("(5,12)"));
+    EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("RSI5 "));
     // The store has it.
     const StoredGroup stored = StoredGroupOf("RSI group");
     EXPECT_TRUE(Holds(stored.params, "24=5,12"));
@@ -277,7 +277,7 @@ TEST_F(SettingsSheet, ALegendsDoubleClickOpensItsStudy) {
     Choose(Command::NewTab);
     emit Chart().legendDoubleClicked(0, 2);
     for (int tab = 0; tab < 2; ++tab) {
-        EXPECT_TRUE(Tabs().At(tab).LegendTexts().join(' ').contains("(8,10,20,60)")) << tab;
+        EXPECT_TRUE(Tabs().At(tab).LegendTexts().join(' ').contains("MA8 ")) << tab;
     }
     EXPECT_TRUE(Holds(StoredGroupOf("短線").params, "4=8,10"));
     EXPECT_TRUE(Holds(StoredGroupOf("趨勢").params, "4=5,10"));
@@ -328,7 +328,7 @@ TEST_F(SettingsSheet, StudiesThatTheGroupPageStoresAreToldToo) {
         EXPECT_TRUE(sheet.IsEditStudy());
         Save(sheet);
     });
-    EXPECT_FALSE(Tabs().At(0).LegendTexts().join(' ').contains("(5,10,20,60)"));
+    EXPECT_FALSE(Tabs().At(0).LegendTexts().join(' ').contains("MA5 "));
     EXPECT_EQ(Chart().GroupName(), ui::FromQString("新的"));
 }
 
@@ -388,7 +388,7 @@ TEST_F(SettingsSheet, NoTakesBackEditsAndImportsAndYesKeepsThem) {
     EXPECT_EQ(Stored().back().first, "新的");
     EXPECT_TRUE(Holds(StoredGroupOf("短線").params, "4=9,10"));
     ChooseGroup("短線");
-    EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("(9,10,20,60)"));
+    EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("MA9 "));
 }
 
 TEST_F(SettingsSheet, AFileThatRefusesASaveIsToldAndTheEditsStay) {
@@ -406,7 +406,7 @@ TEST_F(SettingsSheet, AFileThatRefusesASaveIsToldAndTheEditsStay) {
     EXPECT_EQ(m_prompts.Last().icon, ui::PromptIcon::Warning);
     EXPECT_EQ(m_prompts.Last().text,
               terminal::PackErrorMessage({terminal::PackError::NewerVersion, StorePath(), {}, {}}));
-    EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("(9,10,20,60)"));
+    EXPECT_TRUE(Chart().LegendTexts().join(' ').contains("MA9 "));
     EXPECT_FALSE(Holds(StoredGroupOf("短線").params, "4=9,10"));
     setVersion("PRAGMA user_version = 1");
     Choose(Command::SaveSettings);

@@ -145,7 +145,7 @@ TEST_F(MainWindowTest, ChangesItsLanguageWhileItRuns) {
     for (const QString& left : ChineseTexts()) {
         EXPECT_TRUE(left.contains("繁體中文") || left == "預設群組") << left.toStdString();
     }
-    EXPECT_EQ(Tabs().tabText(0), "S&&P 500 index Daily");
+    EXPECT_EQ(Tabs().tabText(0), "SPX S&&P 500 index Daily");
     EXPECT_EQ(Window().menuBar()->actions().first()->text(), "&File");
     Choose(Command::Chinese);
     EXPECT_EQ(ChineseTexts().join('\n').toStdString(), chinese.join('\n').toStdString());

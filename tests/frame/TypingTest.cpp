@@ -195,7 +195,7 @@ TEST_F(TypingTest, SecondsBySymbolAndContract) {
     EXPECT_EQ(Chart().BarCount(), 60);
     EXPECT_TRUE(Chart().CursorText().startsWith("2019/01/02 09:09:55"))
         << Chart().CursorText().toStdString();
-    EXPECT_EQ(Tabs().tabText(0), "模擬航運 5秒線");
+    EXPECT_EQ(Tabs().tabText(0), "9902 模擬航運 5秒線");
     EXPECT_EQ(ToolBar().Period().placeholderText(), "5秒線");
     Type("2\n");
     EXPECT_EQ(Chart().BarCount(), 5) << "minutes are made from ticks";

@@ -2,6 +2,7 @@
 // store.
 
 #include "platform/ui/PenSamples.h"
+#include "settings/Messages.h"
 #include "settings/TrendLineKeys.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/lines/LinePens.h"
@@ -107,11 +108,12 @@ protected:
     BarsKey chart;
 };
 
-void ExpectNear(const std::vector<LineAnchor>& anchors, const std::vector<LineAnchor>& wanted) {
+void ExpectNear(const std::vector<LineAnchor>& anchors, const std::vector<LineAnchor>& wanted,
+                double most = 0.1) {
     ASSERT_EQ(anchors.size(), wanted.size());
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         EXPECT_EQ(anchors[i].time, wanted[i].time);
-        EXPECT_NEAR(anchors[i].price, wanted[i].price, 0.1);
+        EXPECT_NEAR(anchors[i].price, wanted[i].price, most);
         EXPECT_NEAR(anchors[i].price * 100, std::round(anchors[i].price * 100), 1e-6);
     }
 }
@@ -165,6 +167,38 @@ TEST_F(TrendLineDrawing, TheKeyboardDrawsAtTheCursorLine) {
     Key(Qt::Key_Space);
     const BarSeries bars = Wave(300);
     ExpectNear(OnlyLine().anchors, {At(250, bars[250].close), At(247, bars[247].close)});
+}
+
+TEST_F(TrendLineDrawing, PointsAreSetWhereTheCursorLineLocks) {
+    const BarSeries bars = Wave(300);
+    const auto choose = [&](std::uint32_t lock, std::uint32_t move) {
+        CommonProp& options = Repository().GetDrawInfo("Group")->CommonProperty();
+        options.uCursorLineLockMode = lock;
+        options.uCursorMoveStyle = move;
+        Repository().SendMsg2AllTechView(kGroupChangeMessage, 0);
+    };
+    choose(2, 1);
+    Board().ChooseTool(Kind::Line);
+    Move(Point(200, 95));
+    EXPECT_EQ(view->CursorBar(), 200) << "With a tool in hand the cursor tells what a click does.";
+    Click(Point(200, 95));
+    view->SetCursorBar(250);
+    Key(Qt::Key_Return);
+    ASSERT_EQ(Board().LineCount(), 1);
+    ExpectNear(Board().Lines()[0].anchors, {At(200, bars[200].high), At(250, bars[250].high)},
+               0.006);
+    Move(Point(220, 95));
+    EXPECT_EQ(view->CursorBar(), 250) << "The tool is done.";
+
+    const LineAnchor from = OnlyLine().anchors[1];  // loads the options again
+    choose(3, 0);
+    Drag(Point(250, from.price), Point(260, 101));
+    ExpectNear(OnlyLine().anchors, {At(200, bars[200].high), At(260, bars[260].low)}, 0.006);
+    choose(0, 0);
+    const QPoint near = Point(270, bars[270].close) + QPoint(0, 1);
+    Board().ChooseTool(Kind::Horizontal);
+    Click(near);
+    EXPECT_NEAR(Board().Lines()[1].anchors[0].price, bars[270].close, 0.006);
 }
 
 TEST_F(TrendLineDrawing, APreviewFollowsTheMouseUntilEscape) {

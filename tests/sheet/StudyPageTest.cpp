@@ -20,6 +20,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <set>
 
 namespace ta::test {
 namespace {
@@ -526,6 +527,44 @@ TEST_F(StudyPageTest, ThePickerIsWorkedFromItsSearchBox) {
     ClickButton("addButton");
     EXPECT_EQ(Panes()[1], "pane 2: 成交量, 能量潮");
     EXPECT_EQ(Text("均線期數"), "10") << "the new study is in the editor";
+}
+
+TEST_F(StudyPageTest, ANewStudyTakesColoursThatAreFreeInItsPane) {
+    Open();
+    const auto add = [&](int pane, const char* abbreviation) {
+        ClickStudy(pane, -1);
+        OnDialog([abbreviation](ui::DialogBase& dialog) {
+            QTest::keyClicks(&Find<QLineEdit>(dialog, "searchEdit"), abbreviation);
+            Press(dialog, Qt::Key_Return);
+        });
+        ClickButton("addButton");
+    };
+    const auto coloursOf = [](const CString& group, StudyType type) {
+        std::vector<std::uint32_t> colours;
+        for (const StudyShape& shape : DrawInfo(group).vecGetStudyShapes(type)) {
+            colours.push_back(shape.colour);
+        }
+        return colours;
+    };
+    constexpr StudyType kBands = 7;
+    constexpr StudyType kRsi = 24;
+    constexpr StudyType kKd = 23;
+    const auto averages = coloursOf("Trend", kAverages);
+    const auto bandsBefore = coloursOf("Trend", kBands);
+    const auto rsiBefore = coloursOf("Trend", kRsi);
+    const auto kdBefore = coloursOf("Trend", kKd);
+    add(0, "BBands");  // beside the moving averages, which have four colours
+    add(3, "RSI");     // into an empty pane
+    add(0, "KD");      // stands in pane 3 too
+    PressKey(Qt::Key_Return);
+    const auto bands = coloursOf("Trend", kBands);
+    EXPECT_EQ(bands[1], bandsBefore[1]) << "the grey one is free";
+    std::set<std::uint32_t> all(averages.begin(), averages.end());
+    all.insert(bands.begin(), bands.end());
+    EXPECT_EQ(all.size(), averages.size() + bands.size());
+    EXPECT_EQ(coloursOf("Trend", kAverages), averages);
+    EXPECT_EQ(coloursOf("Trend", kRsi), rsiBefore);
+    EXPECT_EQ(coloursOf("Trend", kKd), kdBefore);
 }
 
 /// In a process of its own, whose user may use the studies of the default group only.

@@ -6,9 +6,11 @@
 #include "terminal/frame/ChartTabs.h"
 #include "terminal/frame/Frame.h"
 #include "terminal/frame/openers/Openers.h"
+#include "terminal/plot/ChartModel.h"
 
 #include <QMainWindow>
 
+#include <algorithm>
 #include <set>
 
 namespace ta::terminal {
@@ -26,6 +28,11 @@ std::set<int> GroupNumbers() {
 
 void Tell(unsigned groupIndex) {
     Repository().SendMsg2AllTechView(kGroupChangeMessage, groupIndex);
+}
+
+/// Of the group; a chart may leave out some.
+int PanesOf(const CString& group) {
+    return std::clamp(Repository().GetStudyCountByGroupName(group), 1, kPaneCount);
 }
 
 unsigned FirstPage(Page page) {
@@ -72,7 +79,7 @@ CString RunSheet(const Frame& frame, Page page, int pane, int study) {
     const ChartView& chart = *frame.tabs.CurrentChart();
     const std::set<int> before = GroupNumbers();
     CTaSettingSheet sheet("IDS_TERMINAL-FRAME_SETTINGS_TITLE", &frame.window, FirstPage(page),
-                          chart.GroupName(), chart.PaneCount(), pane, study);
+                          chart.GroupName(), PanesOf(chart.GroupName()), pane, study);
     if (sheet.DoModal() != ui::kIdOk && sheet.IsAlwaysSave() == 0) {
         if (sheet.IsAskBeforeClose() != 0) {
             TellChartsOfGroups();  // one may have drawn itself meanwhile
@@ -107,7 +114,7 @@ void EditGroups(const Frame& frame) {
 }
 
 void EditStudies(const Frame& frame, int pane, int study) {
-    Edit(frame, Page::Studies, pane, study);
+    Edit(frame, Page::Studies, frame.tabs.CurrentChart()->Model().GroupPane(pane), study);
 }
 
 }  // namespace ta::terminal

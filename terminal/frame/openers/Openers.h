@@ -49,6 +49,10 @@ void ExportParameters(const Frame& frame);
 /// Asks for such a file, shows what it changes in the chart's group, and takes what the user wants.
 void ImportParameters(const Frame& frame);
 
+/// How the cursor line of the chart's group is drawn, moves and locks. What is chosen is saved with
+/// the group's options, and every chart of the group follows.
+void SetCursorLine(const Frame& frame);
+
 /// The list of the user's lines; shows the one that was chosen.
 void ListLines(const Frame& frame);
 
