@@ -47,11 +47,11 @@ void LoadStrings(SMXCfgIO2& store, GroupTable& groups, DefaultStrings& defaults,
                  const StringKind& kind) {
     std::vector<CString>& defaultStrings = defaults.*kind.defaults;
     (store.*kind.loadDefaults)(defaultStrings);
+    std::vector<CString> strings;  // one for all groups, whose memory serves again
     ForEachListed(groups, [&](unsigned index, ST_TA_DRAWINFO& group) {
         if (group.pDrawInfo == nullptr) {
             return;
         }
-        std::vector<CString> strings;
         const bool stored = (store.*kind.load)(index, strings);
         (group.pDrawInfo->*kind.put)(stored ? strings : defaultStrings, kDrawInfoLoad);
     });
@@ -96,10 +96,10 @@ StudyLists LoadGroupStudyList(SMXCfgIO2& store, unsigned index,
                               const std::function<bool(StudyType)>& usable) {
     StudyLists lists;
     InitStudyType(lists);
+    std::vector<std::int32_t> stored;
     for (int pane = 1; pane <= kPaneCount; ++pane) {
-        std::vector<std::int32_t> stored;
         if (store.LoadTAGroupStudyList(index, StudyListKey(pane), stored)) {
-            lists[static_cast<std::size_t>(pane - 1)] = PackPane(stored, usable);
+            FillPane(lists[static_cast<std::size_t>(pane - 1)], stored, usable);
         }
     }
     if (lists.front().front() == kNoStudy) {

@@ -6,17 +6,17 @@
 namespace ta::settings {
 namespace {
 
-void FillPane(StudyLists& lists, std::size_t pane, std::initializer_list<StudyType> studies) {
+void PutStudies(StudyLists& lists, std::size_t pane, std::initializer_list<StudyType> studies) {
     std::ranges::copy(studies, lists[pane].begin());
 }
 
 StudyLists MakeDefaultStudyLists() {
     StudyLists lists;
     InitStudyType(lists);
-    FillPane(lists, 0, {0, 4});
-    FillPane(lists, 1, {16});
-    FillPane(lists, 2, {23});
-    FillPane(lists, 3, {22});
+    PutStudies(lists, 0, {0, 4});
+    PutStudies(lists, 1, {16});
+    PutStudies(lists, 2, {23});
+    PutStudies(lists, 3, {22});
     return lists;
 }
 
@@ -38,9 +38,8 @@ bool IsDefaultStudy(StudyType type) {
            });
 }
 
-std::vector<StudyType> PackPane(const std::vector<StudyType>& studies,
-                                const std::function<bool(StudyType)>& accept) {
-    std::vector<StudyType> pane(kSlotsPerPane, kNoStudy);
+void FillPane(std::vector<StudyType>& pane, const std::vector<StudyType>& studies,
+              const std::function<bool(StudyType)>& accept) {
     auto slot = pane.begin();
     for (const StudyType type : studies) {
         if (slot == pane.end()) {
@@ -50,6 +49,12 @@ std::vector<StudyType> PackPane(const std::vector<StudyType>& studies,
             *slot++ = type;
         }
     }
+}
+
+std::vector<StudyType> PackPane(const std::vector<StudyType>& studies,
+                                const std::function<bool(StudyType)>& accept) {
+    std::vector<StudyType> pane(kSlotsPerPane, kNoStudy);
+    FillPane(pane, studies, accept);
     return pane;
 }
 
@@ -58,7 +63,7 @@ StudyLists PackStudyLists(const StudyLists& lists) {
     InitStudyType(packed);
     const std::size_t panes = std::min(lists.size(), packed.size());
     for (std::size_t pane = 0; pane < panes; ++pane) {
-        packed[pane] = PackPane(lists[pane], [](StudyType type) { return type >= 0; });
+        FillPane(packed[pane], lists[pane], [](StudyType type) { return type >= 0; });
     }
     return packed;
 }

@@ -16,8 +16,11 @@ const StudyLists& DefaultStudyLists();
 /// Whether the default lists hold the study.
 bool IsDefaultStudy(StudyType type);
 
-/// Fills a pane list of 8 slots from any list: `accept` chooses, no gaps are left, surplus is
-/// dropped.
+/// Fills an empty pane list of 8 slots from any list: `accept` chooses, no gaps are left, surplus
+/// is dropped.
+void FillPane(std::vector<StudyType>& pane, const std::vector<StudyType>& studies,
+              const std::function<bool(StudyType)>& accept);
+/// The same as a new list.
 std::vector<StudyType> PackPane(const std::vector<StudyType>& studies,
                                 const std::function<bool(StudyType)>& accept);
 

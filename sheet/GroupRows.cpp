@@ -20,10 +20,19 @@ bool IsFull(std::size_t count, int maximum) {
 void FillGroupRows(QListWidget& list) {
     list.clear();
     for (const CString& name : GroupNames()) {
-        auto* row = new QListWidgetItem(ui::ToQString(name), &list);
+        auto* row = new QListWidgetItem(ui::ToQString(name));
         row->setData(kNameRole, QByteArray::fromStdString(name));
         row->setData(kUniNumRole, Repository().GetUniNumByGroupName(name));
+        list.addItem(row);  // as it is, of which the list is told once
     }
+}
+
+bool HasLongRow(const QListWidget& list, int characters) {
+    int row = 0;
+    while (row < list.count() && list.item(row)->text().size() <= characters) {
+        ++row;
+    }
+    return row < list.count();
 }
 
 CString NameOfRow(const QListWidgetItem& row) {

@@ -16,6 +16,8 @@ bool IsFull(std::size_t count, int maximum);
 
 /// Fills the list with the repository's groups; nothing is selected.
 void FillGroupRows(QListWidget& list);
+/// Whether a row has more characters than so many.
+bool HasLongRow(const QListWidget& list, int characters);
 CString NameOfRow(const QListWidgetItem& row);
 int UniNumOfRow(const QListWidgetItem& row);
 /// The names from top to bottom.

@@ -57,9 +57,12 @@ void StudyTree::SetStudies(const StudyLists& lists, int showCount, Place place) 
         m_lists = lists;
         m_showCount = showCount;
         const int count = std::max(NodeCount(lists, showCount), place.pane + 1);
+        Labels labels;
+        QList<QTreeWidgetItem*> nodes;
         for (int pane = 0; pane < count; ++pane) {
-            AddPane(pane);
+            nodes.append(NewNode(pane, labels));
         }
+        addTopLevelItems(nodes);
         expandAll();
         MeasureTexts();
         Select(place);
@@ -67,17 +70,22 @@ void StudyTree::SetStudies(const StudyLists& lists, int showCount, Place place) 
     emit currentItemChanged(currentItem(), nullptr);
 }
 
-void StudyTree::AddPane(int pane) {
+QTreeWidgetItem* StudyTree::NewNode(int pane, Labels& labels) const {
     const bool shown = pane < m_showCount;
     const QString text =
         ui::LangText(shown ? "IDS_TADIALOGS-SHEET_PANE" : "IDS_TADIALOGS-SHEET_HIDDEN_PANE",
                      QString::number(pane + 1));
-    auto* node = new QTreeWidgetItem(this, {text});
+    auto* node = new QTreeWidgetItem(QStringList(text));
     for (int study = 0; study < StudyCount(m_lists, pane); ++study) {
         const StudyType type = StudyAt(m_lists, pane, study);
-        auto* item = new QTreeWidgetItem(node, {groupfile::StudyLabel(Repository(), type)});
+        QString& label = labels[type];
+        if (label.isEmpty()) {
+            label = groupfile::StudyLabel(Repository(), type);
+        }
+        auto* item = new QTreeWidgetItem(node, QStringList(label));
         item->setData(0, kTypeRole, type);
     }
+    return node;
 }
 
 void StudyTree::SetFaulty(const std::set<StudyType>& types) {

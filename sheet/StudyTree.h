@@ -4,6 +4,7 @@
 #include "sheet/PaneLists.h"
 
 #include <QBasicTimer>
+#include <QHash>
 #include <QTreeWidget>
 
 #include <optional>
@@ -71,7 +72,8 @@ private:
     QRect DropMark() const;
     void DragTo(const QPoint& position);
     void EndDrag(bool drop);
-    void AddPane(int pane);
+    using Labels = QHash<StudyType, QString>;
+    QTreeWidgetItem* NewNode(int pane, Labels& labels) const;
     void Select(Place place);
     void MeasureTexts();
     void FitColumn();

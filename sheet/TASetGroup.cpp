@@ -26,6 +26,8 @@ namespace {
 
 /// In double-byte characters: the longest name, the frame and the scroll bar.
 constexpr int kListWidth = 15 + 2;
+/// A row of so many characters is never cut, whichever they are, and so need not be measured.
+constexpr int kSurelyWhole = 14;
 
 constexpr int kUp = -1;
 constexpr int kDown = 1;
@@ -89,8 +91,8 @@ void CTASetGroup::AddShortcuts() {
 bool CTASetGroup::OnInitDialog() {
     auto* form = new QWidget;
     m_ui->setupUi(form);
-    SetForm(*form);
     m_ui->groupList->setMinimumWidth(fontMetrics().horizontalAdvance(QString(kListWidth, u'功')));
+    SetForm(*form);
     ConnectControls();
     AddShortcuts();
     LoadScreens();
@@ -135,6 +137,7 @@ void CTASetGroup::ReloadGroups(const CString& select) {
     {
         const QSignalBlocker quiet(m_ui->groupList);
         FillGroupRows(*m_ui->groupList);
+        m_ui->groupList->setUniformItemSizes(!HasLongRow(*m_ui->groupList, kSurelyWhole));
         m_ui->groupList->setCurrentRow(RowOf(*m_ui->groupList, select));
     }
     ShowSelectedGroup();

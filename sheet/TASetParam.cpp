@@ -66,9 +66,9 @@ void CTASetParam::SetStudySpecialType(VolumeAmountType type, bool first, bool se
 bool CTASetParam::OnInitDialog() {
     auto* form = new QWidget;
     m_ui->setupUi(form);
-    SetForm(*form);
     m_ui->studyTree->SetDragEnabled(true);
     m_ui->studyTree->setMinimumWidth(fontMetrics().horizontalAdvance('0') * kTreeCharacters);
+    SetForm(*form);
     ConnectControls();
     AddShortcuts();
     if (SharedSession() == nullptr && m_state->initial) {

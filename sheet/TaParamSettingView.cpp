@@ -25,6 +25,24 @@ QLabel* BoldLabel(const QString& text) {
     return label;
 }
 
+/// A text in the middle of its place, in as many lines as it needs there. A plain label that wraps
+/// is laid out anew for every width and height that the layouts above it try.
+class Hint : public QLabel {
+public:
+    explicit Hint(const QString& text) : QLabel(text) {
+        setTextFormat(Qt::PlainText);
+        setWordWrap(true);
+        setAlignment(Qt::AlignCenter);
+    }
+
+    bool hasHeightForWidth() const override { return false; }
+    QSize sizeHint() const override { return minimumSizeHint(); }
+    QSize minimumSizeHint() const override {
+        constexpr int kLines = 6;
+        return {fontMetrics().averageCharWidth() * 20, fontMetrics().lineSpacing() * kLines};
+    }
+};
+
 QGridLayout* AddGrid(QWidget& contents) {
     auto* block = new QWidget(&contents);
     auto* grid = new QGridLayout(block);
@@ -64,11 +82,7 @@ QWidget& CTaParamSettingView::NewContents() {
 
 void CTaParamSettingView::ShowHint(const QString& text) {
     QWidget& contents = NewContents();
-    auto* hint = new QLabel(text);
-    hint->setTextFormat(Qt::PlainText);
-    hint->setWordWrap(true);
-    hint->setAlignment(Qt::AlignCenter);
-    contents.layout()->addWidget(hint);
+    contents.layout()->addWidget(new Hint(text));
     setWidget(&contents);
 }
 

@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialog>
+#include <QHash>
 #include <QMetaProperty>
 
 #include <algorithm>
@@ -21,9 +22,27 @@ QString TextOf(const QString& key) {
     return IsLangKey(key) ? LangText(key.toStdString()) : key;
 }
 
-/// Whether the property is the one that the user edits, as a line edit's text is.
-bool IsUsers(const QWidget& control, const char* property) {
-    return qstrcmp(control.metaObject()->userProperty().name(), property) == 0;
+/// The properties in which controls of a class show texts; not the one that the user edits, as a
+/// line edit's text is.
+QList<QMetaProperty> TextProperties(const QMetaObject& type) {
+    QList<QMetaProperty> properties;
+    for (const char* name : kProperties) {
+        const QMetaProperty property = type.property(type.indexOfProperty(name));
+        if (property.isValid() && !property.isUser()) {
+            properties.append(property);
+        }
+    }
+    return properties;
+}
+
+/// The same, looked up by name once a class.
+const QList<QMetaProperty>& TextPropertiesOf(const QWidget& control) {
+    static QHash<const QMetaObject*, QList<QMetaProperty>> known;
+    QList<QMetaProperty>& properties = known[control.metaObject()];
+    if (properties.isEmpty()) {
+        properties = TextProperties(*control.metaObject());
+    }
+    return properties;
 }
 
 bool BelongsTo(const QWidget& control, const QWidget& form) {
@@ -56,10 +75,10 @@ void FormTexts::CollectPart(QWidget& part) {
 }
 
 void FormTexts::CollectControl(QWidget& control) {
-    for (const char* property : kProperties) {
-        const QString key = control.property(property).toString();
-        if (IsLangKey(key) && !IsUsers(control, property)) {
-            Keep(control, property, key);
+    for (const QMetaProperty& property : TextPropertiesOf(control)) {
+        const QString key = property.read(&control).toString();
+        if (IsLangKey(key)) {
+            Keep(control, property.name(), key);
         }
     }
     if (auto* combo = qobject_cast<QComboBox*>(&control)) {

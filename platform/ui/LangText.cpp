@@ -26,7 +26,7 @@ QString WithBareAmpersands(QString text) {
 }
 
 bool IsLangKey(const QString& text) {
-    return text.startsWith("IDS_") || text.startsWith("IDC_");
+    return text.startsWith(QLatin1String("IDS_")) || text.startsWith(QLatin1String("IDC_"));
 }
 
 }  // namespace ta::ui

@@ -1,7 +1,7 @@
 #include "terminal/store/CommittedRows.h"
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
 
 namespace ta::terminal {
 
@@ -20,7 +20,14 @@ bool CommittedRows::Append(const SettingKey& key, std::string_view value) {
     if (!m_rows.empty() && key <= m_rows.back().key) {
         return false;
     }
-    m_rows.push_back({{key.kind, key.number, Keep(key.name), Keep(key.sub)}, Keep(value)});
+    // One after the other in one piece of memory.
+    const std::size_t size = key.name.size() + key.sub.size() + value.size();
+    char* place = static_cast<char*>(m_bytes->allocate(size, 1));
+    const auto keep = [&place](std::string_view bytes) {
+        return std::string_view(std::exchange(place, std::ranges::copy(bytes, place).out),
+                                bytes.size());
+    };
+    m_rows.push_back({{key.kind, key.number, keep(key.name), keep(key.sub)}, keep(value)});
     return true;
 }
 
@@ -33,15 +40,6 @@ std::optional<std::string_view> CommittedRows::Find(const SettingKey& key) const
         m_next = static_cast<std::size_t>(row - m_rows.begin());
     }
     return m_rows[m_next++].value;
-}
-
-std::string_view CommittedRows::Keep(std::string_view bytes) {
-    if (bytes.empty()) {
-        return {};
-    }
-    char* copy = static_cast<char*>(m_bytes->allocate(bytes.size(), 1));
-    std::memcpy(copy, bytes.data(), bytes.size());
-    return {copy, bytes.size()};
 }
 
 }  // namespace ta::terminal

@@ -28,8 +28,6 @@ public:
     void SetCounter(std::uint32_t counter) { m_counter = counter; }
 
 private:
-    std::string_view Keep(std::string_view bytes);
-
     std::unique_ptr<std::pmr::monotonic_buffer_resource> m_bytes;
     std::vector<SettingRow> m_rows;
     mutable std::size_t m_next = 0;  ///< the row after the one found last, which is often next

@@ -48,9 +48,18 @@ public:
     explicit ValueReader(std::string_view bytes) : m_rest(bytes) {}
 
     bool Get(bool& value);
-    bool Get(std::uint32_t& value);
+    bool Get(std::uint32_t& value) {
+        if (m_rest.size() < 4) {
+            return false;
+        }
+        value = ByteAt(0) | ByteAt(1) << 8 | ByteAt(2) << 16 | ByteAt(3) << 24;
+        m_rest.remove_prefix(4);
+        return true;
+    }
     bool Get(std::int32_t& value);
     bool Get(CString& text);
+    /// Passes over a text.
+    bool SkipText();
 
     template <typename A, typename B>
     bool Get(std::pair<A, B>& pair) {
@@ -76,6 +85,10 @@ public:
     bool AtEnd() const { return m_rest.empty(); }
 
 private:
+    std::uint32_t ByteAt(std::size_t place) const {
+        return static_cast<unsigned char>(m_rest[place]);
+    }
+
     std::string_view m_rest;
 };
 
@@ -90,5 +103,9 @@ bool DecodeValue(std::string_view bytes, T& out) {
     out = std::move(value);
     return true;
 }
+
+/// The same for the longest lists, in the memory that `out` has already.
+bool DecodeValue(std::string_view bytes, std::vector<std::int32_t>& out);
+bool DecodeValue(std::string_view bytes, std::vector<CString>& out);
 
 }  // namespace ta::terminal

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ta::terminal {
@@ -14,7 +15,7 @@ namespace ta::terminal {
 /// order, until a study is written; they are taken apart only when a study is asked for.
 class StudyStrings {
 public:
-    void Replace(const std::vector<CString>& strings) { m_strings = strings; }
+    void Replace(std::vector<CString> strings) { m_strings = std::move(strings); }
     const std::vector<CString>& All() const { return m_strings; }
 
     /// The values of the first string of a study, with those that this version does not know; they
