@@ -46,7 +46,6 @@ protected:
         AddMarket(4, "Shares", {"Z"}, {"same market name"});
         quotes.commodities['m'] = {{"SXF"}, {"Index"}};
         quotes.symbols[{'m', "SXF"}] = {{"SXF1", "SXF2"}, {"near", "far"}};
-        quotes.otherNames[{16, "9902"}] = "Zwei";
         quotes.language = {{"IDS_DIALOG-SET-COMPARE-SYMBOLS_ADD", "&Add"},
                            {"IDS_DIALOG-SET-COMPARE-SYMBOLS_DELALL", "&X"},
                            {"IDS_DIALOG-SET-COMPARE-SYMBOLS_SETTING", "&Setting"},
@@ -73,14 +72,10 @@ protected:
                 {1018, {ids[i], 0}}, {1019, {names[i], 0}}, {2020, {names[i], 0}}};
         }
     }
-    static std::unique_ptr<MXChangeSymbols> Make(const Symbols& symbols, int limit = 5,
-                                                 unsigned mode = 2, double base = kBase) {
-        return std::make_unique<MXChangeSymbols>(
-            symbols, limit, MXChangeSymbols::HisDataType{1, 5, 1, 100, 18000, 7}, mode, base);
-    }
     std::unique_ptr<MXChangeSymbols> Open(const Symbols& symbols, int limit = 5, unsigned mode = 2,
                                           double base = kBase) {
-        auto dialog = Make(symbols, limit, mode, base);
+        auto dialog = std::make_unique<MXChangeSymbols>(
+            symbols, limit, MXChangeSymbols::HisDataType{1, 5, 1, 100, 18000, 7}, mode, base);
         Show(*dialog);
         return dialog;
     }
@@ -164,7 +159,6 @@ TEST_F(ChangeSymbols, TheModelKeepsTheRulesOfModels) {
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
     dialog->vFillLeftTreeCtrl();
     const QModelIndex leaf = Row(*dialog, "SXF2 far");
-    EXPECT_EQ(leaf.data().toString(), "SXF2 far");
     EXPECT_TRUE(leaf.flags().testFlag(Qt::ItemNeverHasChildren));
     EXPECT_FALSE(leaf.parent().flags().testFlag(Qt::ItemNeverHasChildren));
     EXPECT_EQ(leaf.parent().parent().data().toString(), "Futures");
@@ -184,7 +178,6 @@ TEST_F(ChangeSymbols, Opens) {
     EXPECT_TRUE(Find<QLineEdit>(*dialog, "searchEdit").hasFocus());
     EXPECT_TRUE(Tree(*dialog).uniformRowHeights());
     EXPECT_EQ(dialog->marketNameToId("[Two words"), 3);
-    EXPECT_EQ(dialog->marketNameToId("Two words]"), 0);
     EXPECT_EQ(dialog->cszMarketIDToName('m'), "[Futures]");
     CString symbol;
     CString name;
@@ -232,16 +225,10 @@ TEST_F(ChangeSymbols, Adding) {
 }
 
 TEST_F(ChangeSymbols, TheLimit) {
-    for (const int limit : {0, -2, 2}) {
-        const auto dialog = Open(kTwo, limit);
-        Select(*dialog, {"9902 Beta", "9903 Gamma"});
-        // One message, also for several symbols.
-        EXPECT_EQ(Told([&] { Button(*dialog, "addButton"); }), kLimit);
-        EXPECT_EQ(Chosen(*dialog), "16:9901|109:SXF1");
-    }
-    const auto dialog = Open({}, 3);
-    Select(*dialog, {"9901 Alpha", "9902 Beta", "9903 Gamma"});
-    Button(*dialog, "addButton");
+    const auto dialog = Open({}, 2);
+    Select(*dialog, {"9901 Alpha", "9902 Beta", "9903 Gamma", "X1 ex"});
+    EXPECT_EQ(Told([&] { Button(*dialog, "addButton"); }), kLimit) << "once";
+    EXPECT_EQ(Chosen(*dialog), "16:9901|16:9902");
     EXPECT_FALSE(IsEnabled(*dialog, "addButton"));
     List(*dialog).setCurrentRow(1);
     Button(*dialog, "deleteButton");
@@ -249,34 +236,23 @@ TEST_F(ChangeSymbols, TheLimit) {
 }
 
 TEST_F(ChangeSymbols, RemovingTakesTheRowsOwnEntry) {
-    // Equal rows, markets of one name, and a market's name with a blank.
-    const auto dialog =
-        Open({{16, "9901"}, {3, "9901"}, {16, "9901"}, {4, "Q"}, {16, "Q"}, {3, "X1"}});
+    const auto dialog = Open({{16, "9901"}, {3, "9901"}, {16, "9901"}, {3, "X1"}});
     auto& list = List(*dialog);
-    const auto remove = [&](int row) {
-        list.setCurrentRow(row);
-        Button(*dialog, "deleteButton");
-    };
     Button(*dialog, "deleteButton");
     Find<QWidget>(*dialog, "deleteAllButton").setFocus();
     Press(*dialog, Qt::Key_Tab);
     EXPECT_EQ(list.currentRow(), 0) << "Tab leads to a row and selects none";
     Press(*dialog, Qt::Key_Delete);
-    Button(*dialog, "deleteButton");
     Button(*dialog, "moveDownButton");
-    EXPECT_EQ(Chosen(*dialog), "16:9901|3:9901|16:9901|4:Q|16:Q|3:X1") << "nothing is selected";
-    remove(4);
-    EXPECT_EQ(Chosen(*dialog), "16:9901|3:9901|16:9901|4:Q|*3:X1");
+    EXPECT_EQ(Chosen(*dialog), "16:9901|3:9901|16:9901|3:X1") << "nothing is selected";
     list.setCurrentRow(2);
     list.setFocus();
     Press(*dialog, Qt::Key_Delete);
-    EXPECT_EQ(Chosen(*dialog), "16:9901|3:9901|*4:Q|3:X1");
-    remove(1);
-    EXPECT_EQ(Chosen(*dialog), "16:9901|*4:Q|3:X1");
-    remove(2);
-    EXPECT_EQ(Chosen(*dialog), "16:9901|*4:Q") << "the last one: the selection moves up";
+    EXPECT_EQ(Chosen(*dialog), "16:9901|3:9901|*3:X1");
+    Button(*dialog, "deleteButton");
+    EXPECT_EQ(Chosen(*dialog), "16:9901|*3:9901") << "the last one: the selection moves up";
     DoubleClick(list, 0);
-    EXPECT_EQ(Chosen(*dialog), "*4:Q");
+    EXPECT_EQ(Chosen(*dialog), "*3:9901");
     EXPECT_FALSE(IsEnabled(*dialog, "moveUpButton"));
     PressAlt(*dialog, Qt::Key_X);
     EXPECT_EQ(Chosen(*dialog), "");
@@ -291,46 +267,27 @@ TEST_F(ChangeSymbols, Moving) {
         return Chosen(*dialog);
     };
     EXPECT_EQ(after("moveUpButton", 2), "16:9901|*16:9903|16:9902");
-    EXPECT_EQ(after("moveUpButton", 0), "*16:9901|16:9903|16:9902");
     EXPECT_EQ(after("moveDownButton", 0), "16:9903|*16:9901|16:9902");
-    EXPECT_EQ(after("moveDownButton", 2), "16:9903|16:9901|*16:9902");
     list.setFocus();
-    Press(*dialog, Qt::Key_Up, Qt::ControlModifier);
-    EXPECT_EQ(Chosen(*dialog), "16:9903|*16:9902|16:9901");
+    Press(*dialog, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(Chosen(*dialog), "16:9903|16:9902|*16:9901");
     const auto centre = [&](int row) { return list.visualItemRect(list.item(row)).center(); };
-    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, centre(0));
-    for (const int row : {1, 2}) {
-        QTest::mouseMove(list.viewport(), centre(row));
-    }
-    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, centre(2));
+    DragMouse(*list.viewport(), centre(0), centre(2));
     EXPECT_EQ(Chosen(*dialog), "16:9902|16:9901|*16:9903");
-    list.setCurrentRow(-1);
-    Button(*dialog, "moveDownButton");
     EXPECT_TRUE(Ok(*dialog));
     EXPECT_EQ(dialog->GetSymbols(), (Symbols{{16, "9902"}, {16, "9901"}, {16, "9903"}}));
 }
-
-struct SearchCase {
-    const char* typed;
-    const char* rows;
-};
 
 TEST_F(ChangeSymbols, QuickSearch) {
     const auto dialog = Open(kTwo);
     auto& edit = Find<QLineEdit>(*dialog, "searchEdit");
     const std::string closed = "Shares|Futures|Two words|Shares";
-    for (const SearchCase& c : std::vector<SearchCase>{
+    for (const auto& [typed, rows] : std::vector<std::pair<const char*, std::string>>{
              {"9902 b", "Shares|9901 Alpha|*9902 Beta|9903 Gamma|Futures|Two words|Shares"},
-             {"q", "Shares|Futures|Two words|Shares"},
-             {"sxf2", "Shares|Futures|SXF Index|SXF1 near|*SXF2 far|Two words|Shares"},
-             {"x",
-              "Shares|Futures|SXF Index|SXF1 near|SXF2 far|Two words|9901 other|*X1 ex|"
-              "Shares"},
-             {"sxf index", "Shares|Futures|Two words|Shares"},
-             {"beta", "Shares|Futures|Two words|Shares"},
-             {"9901 alpha and more", "Shares|Futures|Two words|Shares"}}) {
-        Type(edit, c.typed);
-        EXPECT_EQ(Rows(*dialog), c.rows) << c.typed;
+             {"q", closed},
+             {"sxf2", "Shares|Futures|SXF Index|SXF1 near|*SXF2 far|Two words|Shares"}}) {
+        Type(edit, typed);
+        EXPECT_EQ(Rows(*dialog), rows) << typed;
     }
     Type(edit, "9");
     EXPECT_NE(Rows(*dialog), closed);
@@ -359,7 +316,7 @@ TEST_F(ChangeSymbols, TheRowBeforeTheMatchIsTheFirstOneInView) {
     AddMarket(7, "Long", ids, ids);
     const auto dialog = Open(kTwo);
     for (const auto& [typed, top] : std::vector<std::pair<const char*, const char*>>{
-             {"L1500", "L1499 L1499"}, {"L1000", "Long"}, {"L1200", "L1199 L1199"}}) {
+             {"L1500", "L1499 L1499"}, {"L1000", "Long"}}) {
         Type(Find<QLineEdit>(*dialog, "searchEdit"), typed);
         EXPECT_EQ(Tree(*dialog).indexAt({5, 2}).data().toString(), top);
     }
@@ -379,11 +336,8 @@ TEST_F(ChangeSymbols, FindingAnywhere) {
     EXPECT_EQ(found(), "9902 Beta");
     Tree(*dialog).setFocus();
     EXPECT_EQ(found(), "9903 Gamma") << "from the tree as well";
-    EXPECT_EQ(found(), "SXF1 near");
-    EXPECT_EQ(found(Qt::ShiftModifier), "9903 Gamma");
-    EXPECT_EQ(Rows(*dialog).substr(0, 48), "Shares|9901 Alpha|9902 Beta|*9903 Gamma|Futures|");
-    Type(edit, "zwei");
-    EXPECT_EQ(found(Qt::ShiftModifier), "9902 Beta") << "by its name in the other language";
+    EXPECT_EQ(found(Qt::ShiftModifier), "9902 Beta");
+    EXPECT_EQ(Rows(*dialog).substr(0, 48), "Shares|9901 Alpha|*9902 Beta|9903 Gamma|Futures|");
     Type(edit, "nowhere");
     EXPECT_EQ(found(), "");
 }
@@ -483,14 +437,11 @@ struct BaseDateCase {
 TEST_F(ChangeSymbols, BaseDates) {
     for (const BaseDateCase& c :
          std::vector<BaseDateCase>{{1, kBase + 0.75, "2019-04-14 18:00:00", kBase},
-                                   {1, kBase + 86399.5 / 86400, "2019-04-14 23:59:59", kBase},
                                    {2, kBase + 0.75, "2019-04-14", kBase},
                                    {0, kBase, "", kBase},
-                                   {3, kBase, "", kBase},
                                    {1, 0.0, "", kToday},
                                    {2, std::numeric_limits<double>::quiet_NaN(), "", kToday},
                                    {2, 0.5, "1970-01-02", 1},
-                                   {2, 1, "1970-01-02", 1},
                                    {2, kToday, "2020-06-15", kToday}}) {
         SCOPED_TRACE(c.base);
         const auto dialog = Open(kTwo, 5, c.mode, c.base);
@@ -510,7 +461,7 @@ TEST_F(ChangeSymbols, BaseDates) {
 }
 
 TEST_F(ChangeSymbols, ABaseDateInTheFuture) {
-    for (const double base : {kToday + 1.0, 36524.0, 1e9}) {
+    for (const double base : {kToday + 1.0, 1e9}) {
         const auto dialog = Open(kTwo, 5, 2, base);
         auto& picker = Find<QDateTimeEdit>(*dialog, "baseDate");
         EXPECT_EQ(Refused(*dialog), kFuture);
@@ -535,7 +486,6 @@ TEST_F(ChangeSymbols, TheNumberOfSymbolsAtOk) {
     for (const auto& [symbols, limit, fault] :
          std::vector<std::tuple<Symbols, int, const char*>>{{{}, 5, kMinimum},
                                                             {{{16, "9901"}}, 5, kMinimum},
-                                                            {kTwo, 1, kLimit},
                                                             {{{16, "9901"}}, 0, kLimit},
                                                             {kTwo, 2, nullptr}}) {
         const auto dialog = Open(symbols, limit);
@@ -617,29 +567,27 @@ TEST_F(CompareSets, KeptAndBroughtBack) {
 
 TEST_F(CompareSets, TheBaseDateComesBackWithTheSet) {
     sets.sets = {{"day", {kTwo, {}, 17000}}, {"none", {kTwo, {}, 0}}};
-    for (const double base : {0.0, kBase}) {
-        const auto dialog = Open(kTwo, 5, 2, base);
-        const auto& picker = Find<QDateTimeEdit>(*dialog, "baseDate");
-        EXPECT_EQ(dialog->HasBaseDate(), base != 0);
-        for (const char* name : {"day", "none", "day"}) {
-            const bool has = name == CString("day");
-            InSets(*dialog, [name](QWidget& window) {
-                Type(Find<QLineEdit>(window, "nameEdit"), name);
-                Press(window, Qt::Key_Enter);
-            });
-            EXPECT_EQ(picker.isVisible(), has);
-            EXPECT_EQ(dialog->HasBaseDate(), has);
-            EXPECT_EQ(picker.date(), has ? QDate(2016, 7, 18) : QDate(2020, 6, 15));
-            InSets(*dialog, [&](QWidget& window) {
-                Keep(window, "kept");
-                Press(window, Qt::Key_Escape);
-            });
-            EXPECT_EQ(sets.sets["kept"].baseDate, has ? 17000 : 0);
-            sets.sets.erase("kept");
-        }
-        EXPECT_TRUE(Ok(*dialog));
-        EXPECT_EQ(dialog->GetBaseDate(), 17000);
+    const auto dialog = Open(kTwo, 5, 2, 0.0);
+    const auto& picker = Find<QDateTimeEdit>(*dialog, "baseDate");
+    EXPECT_FALSE(dialog->HasBaseDate());
+    for (const char* name : {"day", "none", "day"}) {
+        const bool has = name == CString("day");
+        InSets(*dialog, [name](QWidget& window) {
+            Type(Find<QLineEdit>(window, "nameEdit"), name);
+            Press(window, Qt::Key_Enter);
+        });
+        EXPECT_EQ(picker.isVisible(), has);
+        EXPECT_EQ(dialog->HasBaseDate(), has);
+        EXPECT_EQ(picker.date(), has ? QDate(2016, 7, 18) : QDate(2020, 6, 15));
+        InSets(*dialog, [&](QWidget& window) {
+            Keep(window, "kept");
+            Press(window, Qt::Key_Escape);
+        });
+        EXPECT_EQ(sets.sets["kept"].baseDate, has ? 17000 : 0);
+        sets.sets.erase("kept");
     }
+    EXPECT_TRUE(Ok(*dialog));
+    EXPECT_EQ(dialog->GetBaseDate(), 17000);
 }
 
 TEST_F(CompareSets, NamesAndQuestions) {
@@ -703,7 +651,6 @@ TEST_F(ChangeSymbols, TextsFollowTheLanguage) {
     EXPECT_TRUE(Find<QLabel>(*dialog, "descriptionLabel").text().startsWith("Kind "));
 }
 
-// The mnemonics of the real texts must not meet each other.
 TEST_F(ChangeSymbols, EveryButtonHasAKeyOfItsOwnOrIsReachedByTab) {
     const auto dialog = Open(kTwo, 5, 1);
     std::set<QWidget*> reached;

@@ -5,7 +5,6 @@
 #include "platform/ui/PenSamples.h"
 #include "tests/support/DialogFixture.h"
 
-#include <QGroupBox>
 #include <QRadioButton>
 #include <QTest>
 
@@ -86,25 +85,6 @@ TEST_F(LineDialogsTest, AClickOnTheRadioOfAnUnknownCursorValueStoresIt) {
     EXPECT_EQ(dialog.m_uMoveStyle, 1U);
 }
 
-TEST_F(LineDialogsTest, TheTextsOfTheCursorDialog) {
-    MXSetCursorLine dialog(0, 0, 0);
-    Show(dialog);
-    const std::pair<int, const char*> texts[] = {
-        {16037, "CROSS"},           {16195, "VERTICAL"},         {16256, "MOVE_MOVE"},
-        {16257, "MOVE_CLICK"},      {16036, "INTELLIGENT_LOCK"}, {16185, "LOCK_OPEN_PRICE"},
-        {16187, "LOCK_HIGH_PRICE"}, {16189, "LOCK_LOW_PRICE"},   {16191, "LOCK_CLOSE_PRICE"},
-        {16194, "NONE_LOCK"},       {16237, "BUTTON_OK"},        {16238, "BUTTON_CANCEL"},
-    };
-    const QString prefix = "IDS_DIALOG-SETCURSORLINE_";
-    for (const auto& [id, text] : texts) {
-        EXPECT_EQ(Item<QAbstractButton>(dialog, id).text(), prefix + text);
-    }
-    EXPECT_EQ(Item<QGroupBox>(dialog, 16168).title(), prefix + "DISPLAY_STYLE");
-    EXPECT_EQ(Item<QGroupBox>(dialog, 16255).title(), prefix + "MOVE_NAEM");
-    EXPECT_EQ(Item<QGroupBox>(dialog, 16166).title(), prefix + "LOCK_STYLE");
-    EXPECT_EQ(dialog.windowTitle(), prefix + "TITLE");
-}
-
 // ---- Pen ----
 
 QString State(const MXSetPenStyleWidthDlg& dialog) {
@@ -139,6 +119,10 @@ TEST_F(LineDialogsTest, ThePenDialogOpensAndGivesBack) {
 TEST_F(LineDialogsTest, OnlyThinLinesHaveStyles) {
     MXSetPenStyleWidthDlg dialog(2, 3, "");
     Show(dialog);
+    EXPECT_EQ(Item<QAbstractButton>(dialog, 16219).accessibleName(),
+              "IDS_TADIALOGS-SHEET_STYLE_DASH");
+    EXPECT_EQ(Item<QAbstractButton>(dialog, 16235).accessibleName(),
+              "IDS_DIALOG-SET-PENSTYLEWIDTH_WIDTH 5");
     Click(dialog, 16231);
     EXPECT_EQ(State(dialog), "x.... x....") << "the style stays solid";
     Click(Find<ui::PenSample>(dialog, "style3Sample"));
@@ -164,29 +148,6 @@ TEST_F(LineDialogsTest, ACursorLineKeepsItsStyle) {
     Press(dialog, Qt::Key_Return);
     EXPECT_EQ(dialog.m_nStyle, 3);
     EXPECT_EQ(dialog.m_nWidth, 2);
-}
-
-TEST_F(LineDialogsTest, TheTextsAndSamplesOfThePenDialog) {
-    quotes.language["IDS_DIALOG-SET-PENSTYLEWIDTH_WIDTH"] = "Width";
-    MXSetPenStyleWidthDlg dialog(0, 1, "");
-    Show(dialog);
-    EXPECT_EQ(dialog.windowTitle(), "IDS_DIALOG-SET-PENSTYLEWIDTH_TITLE");
-    EXPECT_EQ(Item<QGroupBox>(dialog, 16226).title(), "IDS_DIALOG-SET-PENSTYLEWIDTH_STYLE");
-    EXPECT_EQ(Item<QGroupBox>(dialog, 16228).title(), "Width");
-    EXPECT_EQ(Item<QAbstractButton>(dialog, 1).text(), "IDS_DIALOG-SET-PENSTYLEWIDTH_OK");
-    EXPECT_EQ(Item<QAbstractButton>(dialog, 2).text(), "IDS_DIALOG-SET-PENSTYLEWIDTH_CANCEL");
-    EXPECT_EQ(Item<QAbstractButton>(dialog, 16222).text(), "");
-    EXPECT_EQ(Item<QAbstractButton>(dialog, 16219).accessibleName(),
-              "IDS_TADIALOGS-SHEET_STYLE_DASH");
-    EXPECT_EQ(Item<QAbstractButton>(dialog, 16235).accessibleName(), "Width 5");
-    std::set<QByteArray> pictures;
-    for (ui::PenSample* sample : dialog.findChildren<ui::PenSample*>()) {
-        sample->setFixedSize(60, 11);
-        const QImage picture = sample->grab().toImage();
-        pictures.insert(
-            QByteArray(reinterpret_cast<const char*>(picture.constBits()), picture.sizeInBytes()));
-    }
-    EXPECT_EQ(pictures.size(), 9U) << "the solid line and the line of one pixel are the same";
 }
 
 }  // namespace

@@ -148,12 +148,10 @@ TEST_F(SymbolSearch, TheFirstLeafThatBeginsWithTheText) {
              {"abx1 A", "ABX1 again"},
              {"9", "9901 " + Big5("許功蓋")},  // not the market of that name
              {"9902", "9902 " + Big5("七")},
-             {"F", "none"},
              {"COMM", "none"},
              {Big5("丁"), Big5("丁") + " b"},
              {Big5("丁") + " B", Big5("丁") + " b"},
              {"B", "none"},
-             {"z last", "z last"},
              {"z last of all, and longer than any", "none"}}) {
         EXPECT_EQ(TextOf(tree, tree.FindBeginning(typed)), text) << text::ToUtf8(typed);
     }
@@ -186,7 +184,6 @@ TEST_F(SymbolSearch, NextAndPreviousThatHoldTheText) {
     EXPECT_EQ(first("\\"), "none") << "half a character";
     EXPECT_EQ(first("c"), "none") << "half a character, or a commodity";
     EXPECT_EQ(first(""), "none");
-    EXPECT_EQ(first("nowhere"), "none");
     EXPECT_EQ(TextOf(tree, tree.FindHolding("one", tree.FindBeginning("ABX1"), 1)), "ABX1 one")
         << "the only one, all the way around";
     EXPECT_EQ(SymbolTree().FindHolding("a", kNone, -1), kNone);
@@ -227,14 +224,6 @@ TEST_F(SymbolTrees, TheWidestTextIsNotTheOneOfTheMostBytes) {
         quotes.symbols[{2, ""}] = {{Big5("許功蓋國"), other}, {"", ""}};
         EXPECT_EQ(SymbolTree(quotes).WidestNode(widths), widest) << other;
     }
-}
-
-TEST_F(SymbolTrees, RealMonthIds) {
-    quotes.symbolByTreeId = {{"T1", "S1"}};
-    EXPECT_EQ(compare::SymbolOfTreeId(quotes, "T1"), "T1");
-    quotes.symbolIdIsRealMonth = true;
-    EXPECT_EQ(compare::SymbolOfTreeId(quotes, "T1"), "S1");
-    EXPECT_EQ(compare::SymbolOfTreeId(quotes, "T2"), "T2") << "kept when there is no other";
 }
 
 }  // namespace

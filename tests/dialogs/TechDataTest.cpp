@@ -69,11 +69,8 @@ TEST(TechDataTexts, TimesOfDay) {
         {86399.99 / 86400, "23:59:59"},
         {86399.996 / 86400, "00:00"},
         {1.0, "00:00"},
-        {1 + 5 / 24.0, "05:00"},
         {2.25, "30:00"},
         {-0.5, "-12:00"},
-        {1e300, "00:00"},
-        {kInf, "00:00"},
         {std::nan(""), "00:00"},
     };
     for (const auto& [fraction, expected] : cases) {
@@ -92,7 +89,6 @@ TEST(TechDataTexts, Dates) {
         const char* timed;
     };
     const Case cases[] = {
-        {19787, "2024/03/05", "2024/03/05 00:00"},
         {19787.75, "2024/03/05", "2024/03/05 18:00"},
         {-0.25, "1969/12/31", "1969/12/31 18:00"},
         {-0.0, "1970/01/01", "1970/01/01 00:00"},
@@ -100,8 +96,6 @@ TEST(TechDataTexts, Dates) {
         {2932897, "", ""},
         {-719162, "0001/01/01", "0001/01/01 00:00"},
         {-719163, "", ""},
-        {1e300, "", ""},
-        {-kInf, "", ""},
         {std::nan(""), "", ""},
     };
     for (const Case& c : cases) {
@@ -115,16 +109,8 @@ TEST(TechDataTexts, Dates) {
 }
 
 TEST(TechDataUnit, DecimalsOfPriceSteps) {
-    for (const auto& [step, decimals] : {std::pair(0.01, 2),
-                                         {0.05, 2},
-                                         {0.1, 1},
-                                         {0.5, 1},
-                                         {1, 0},
-                                         {5, 0},
-                                         {100, 0},
-                                         {0.000001, 6},
-                                         {0.0000001, 0},
-                                         {0, 0}}) {
+    for (const auto& [step, decimals] :
+         {std::pair(0.01, 2), {0.5, 1}, {1, 0}, {0.000001, 6}, {0.0000001, 0}, {0, 0}}) {
         EXPECT_EQ(DecimalsOfPriceStep(step), decimals) << step;
     }
     EXPECT_EQ(DecimalsOfPriceStep(kInf), 0);
@@ -156,12 +142,10 @@ TEST(TechDataUnit, CodesFromMarketSymbolValueAndCode) {
         {40, "S", -3, 5, 20},
         // An unknown symbol keeps the presets.
         {2, "?", 3, 0, 12},
-        {2, "?", -3, 0, 22},
         {'m', "F", 3, 0, 31},
         {'m', "F", -3, 0, 41},
         {41, "F", 3, 0, 31},
         {42, "F", 3, 0, 13},
-        {42, "F", -3, 0, 23},
         {1, "G", 3, 0, 0},
         {1, "H", 3, 0, 0},
         {'m', "?", 3, 7, 1},
@@ -426,15 +410,6 @@ TEST_F(TechDataRows, OfADayOrTheLastOneBeforeIt) {
     EXPECT_EQ(rowsOfDays(), "-01----");
     table.Erase();
     EXPECT_EQ(rowsOfDays(), "-------");
-}
-
-TEST_F(TechDataRows, WithoutHeadersOrRecords) {
-    records.clear();
-    headers.clear();
-    EXPECT_EQ(table.Missing(), 0U);
-    Fill();
-    EXPECT_EQ(Shown(), "");
-    EXPECT_FALSE(table.Replace(0, {}));
 }
 
 }  // namespace

@@ -43,7 +43,6 @@ public:
         spin.setSuffix("IDS_SUFFIX");
         combo.addItems({"IDS_ENTRY", "IDS_OTHER"});
         table.setHorizontalHeaderLabels({"IDS_HEAD", ""});
-        label.setProperty("templateId", 16037);
         this->Handle(&edit, &QLineEdit::textEdited, [this](const QString& text) { onText(text); });
         this->Handle(&tool, &QToolButton::clicked, [this] { log.append("tool"); });
         this->Handle(&button, &QPushButton::clicked, [this](bool) { log.append("button"); });
@@ -52,7 +51,6 @@ public:
     using Base::AddTextEntry;
     using Base::Ask;
     using Base::Refuse;
-    using Base::SetDlgItem;
     using Base::SetHeadKey;
     using Base::SetTextKey;
 
@@ -105,9 +103,7 @@ TEST_F(UiTest, HowTheModalLoopEnds) {
         return dialog.DoModal();
     };
     EXPECT_EQ(run([](Form& form) { QTest::keyClick(&form.edit, Qt::Key_Enter); }), ui::kIdOk);
-    EXPECT_EQ(run([](Form& form) { Click(form.ok); }), ui::kIdOk);
     EXPECT_EQ(run([](Form& form) { QTest::keyClick(&form.edit, Qt::Key_Escape); }), ui::kIdCancel);
-    EXPECT_EQ(run([](Form& form) { Click(form.cancel); }), ui::kIdCancel);
     EXPECT_EQ(run([](Form& form) { form.close(); }), ui::kIdCancel);
     Form closing;
     closing.onInit = [&] { closing.PostClose(); };
@@ -163,15 +159,6 @@ TEST_F(UiTest, NoExceptionLeavesADialog) {
     prompts.ExpectMessage();
     Click(form.ok);
     EXPECT_TRUE(form.isVisible()) << "after an error the dialog stays";
-}
-
-TEST_F(UiTest, ControlsAreFoundByTheirIds) {
-    Form form;
-    form.SetDlgItem(77, form.spin);
-    EXPECT_EQ(form.GetDlgItem(16037), &form.label);
-    EXPECT_EQ(form.GetDlgItem(77), &form.spin);
-    EXPECT_EQ(form.GetDlgItem(ui::kIdOk), &form.ok);
-    EXPECT_EQ(form.GetDlgItem(0), nullptr) << "a control without an id has not the id 0";
 }
 
 // ---- Texts ----

@@ -1,22 +1,14 @@
 // The controls that dialogs share.
 
-#include "platform/ui/CheckList.h"
-#include "platform/ui/ComponentFont.h"
-#include "platform/ui/DateBridge.h"
 #include "platform/ui/DragListBox.h"
 #include "platform/ui/PenSamples.h"
 #include "platform/ui/PlainRows.h"
-#include "platform/ui/RadioTable.h"
-#include "platform/ui/SearchEdit.h"
 #include "tests/support/DialogFixture.h"
 
-#include <QApplication>
 #include <QPainter>
-#include <QRadioButton>
 #include <QSignalSpy>
 #include <QStyleOptionViewItem>
 #include <QTest>
-#include <QVBoxLayout>
 
 #include <functional>
 
@@ -102,134 +94,12 @@ TEST_F(DragListTest, SwitchedOffItIsAPlainList) {
     EXPECT_EQ(ended.count(), 0);
 }
 
-// ---- RadioTable ----
-
-class RadioTest : public DialogFixture {
-protected:
-    RadioTest() {
-        auto* layout = new QVBoxLayout(&window);
-        for (QWidget* child :
-             std::initializer_list<QWidget*>{&daily, &weekly, &minutes, &other, &count, &unit}) {
-            layout->addWidget(child);
-        }
-        table.SetRows({{0, &daily, {&unit}}, {1, &weekly}, {3, &minutes, {&count, &unit}}});
-        QObject::connect(&table, &ui::RadioTable::chosen, [this](int value) { chosen = value; });
-        Show(window);
-    }
-    QString Enabled() const { return QString("%1%2").arg(count.isEnabled()).arg(unit.isEnabled()); }
-
-    QWidget window;
-    QRadioButton daily, weekly, minutes, other;
-    QLineEdit count, unit;
-    ui::RadioTable table;
-    int chosen = -1;
-};
-
-TEST_F(RadioTest, TheCheckedRowHasTheValueAndEnablesItsControls) {
-    EXPECT_EQ(table.GetValue(), -1);
-    EXPECT_EQ(Enabled(), "00");
-    table.SetValue(3);
-    EXPECT_EQ(Enabled(), "11");
-    EXPECT_EQ(chosen, -1) << "that was not the user";
-    Click(weekly);
-    EXPECT_EQ(chosen, 1);
-    EXPECT_EQ(table.GetValue(), 1);
-    EXPECT_EQ(Enabled(), "00");
-    QTest::keyClick(&weekly, Qt::Key_Up);
-    QTest::keyClick(&daily, Qt::Key_Space);
-    EXPECT_EQ(chosen, 0);
-    EXPECT_EQ(Enabled(), "01");
-    Click(other);
-    EXPECT_TRUE(daily.isChecked()) << "a radio of another table";
-    table.SetValue(2);
-    EXPECT_EQ(table.GetValue(-5), -5) << "no such row, and no fallback";
-    EXPECT_FALSE(daily.isChecked());
-}
-
-TEST_F(RadioTest, FallbackAndAllowedRows) {
-    ui::RadioTable locks;
-    locks.SetRows({{4, &daily, {}, true}, {5, &weekly}});
-    locks.SetValue(9);
-    EXPECT_EQ(locks.GetValue(), 4);
-    EXPECT_EQ(locks.GetButton(5), &weekly);
-    EXPECT_EQ(locks.GetButton(9), nullptr);
-    locks.EnableRows([](int value) { return value == 5; });
-    EXPECT_FALSE(daily.isEnabled());
-    EXPECT_TRUE(weekly.isEnabled());
-    EXPECT_EQ(locks.GetValue(), 4) << "what is checked stays checked";
-}
-
-// ---- CheckList, SearchEdit ----
+// ---- Pens, rows ----
 
 class WidgetTest : public DialogFixture {
 protected:
     static QImage Picture(QWidget& widget) { return widget.grab().toImage(); }
 };
-
-TEST_F(WidgetTest, ACheckListIsCheckedWithMouseAndKeys) {
-    ui::CheckList list;
-    list.setColumnCount(3);
-    list.SetRows({{"甲", "A"}, {"乙", "B", "left out"}, {"丙"}});
-    list.resize(300, 200);
-    Show(list);
-    EXPECT_TRUE(list.CheckedRows().empty());
-    EXPECT_EQ(list.item(1, 2)->text(), "B");
-    EXPECT_EQ(list.columnWidth(0), 20);
-    const auto click = [&](int row, int column) {
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
-                          list.visualItemRect(list.item(row, column)).center());
-    };
-    click(2, 0);
-    click(0, 1);
-    EXPECT_EQ(list.CheckedRows(), std::vector<int>{2});
-    QTest::keyClick(&list, Qt::Key_Space);
-    EXPECT_EQ(list.CheckedRows(), std::vector<int>({0, 2}));
-    EXPECT_FALSE(list.IsChecked(1));
-    EXPECT_FALSE(list.IsChecked(3));
-    list.CheckAll(true);
-    EXPECT_EQ(list.CheckedRows(), std::vector<int>({0, 1, 2}));
-    list.CheckAll(false);
-    EXPECT_TRUE(list.CheckedRows().empty());
-    list.CheckAll(true);
-    list.SetRows({{"甲"}});
-    EXPECT_TRUE(list.CheckedRows().empty());
-}
-
-TEST_F(WidgetTest, TheSearchBoxMovesInTheListAndPassesHeadings) {
-    QWidget window;
-    auto* layout = new QVBoxLayout(&window);
-    auto* tree = new QTreeWidget;
-    auto* search = new ui::SearchEdit;
-    layout->addWidget(search);
-    layout->addWidget(tree);
-    for (const char* heading : {"A", "B"}) {
-        auto* item = new QTreeWidgetItem(tree, {heading});
-        item->setFlags(Qt::ItemIsEnabled);
-        new QTreeWidgetItem(item, {QString(heading) + "1"});
-        new QTreeWidgetItem(item, {QString(heading) + "2"});
-    }
-    tree->expandAll();
-    search->SetTree(*tree);
-    Show(window);
-    tree->setCurrentItem(tree->topLevelItem(0)->child(1));
-    QStringList way;
-    const auto press = [&](QWidget* widget, std::initializer_list<Qt::Key> keys) {
-        for (const Qt::Key key : keys) {
-            QTest::keyClick(widget, key);
-            way.append(tree->currentItem()->text(0));
-        }
-    };
-    press(search, {Qt::Key_Down, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up});
-    press(tree, {Qt::Key_Down, Qt::Key_Down});
-    press(search, {Qt::Key_PageDown, Qt::Key_PageUp});
-    EXPECT_EQ(way.join(' '), "B1 A2 A1 A1 A2 B1 B2 A1");
-    search->setFocus();
-    QTest::keyClicks(search, "x");
-    EXPECT_EQ(search->text(), "x");
-    EXPECT_EQ(ui::FoldForSearch(" ＭＡ  Cross "), ui::FoldForSearch("ma cross"));
-}
-
-// ---- Pens, dates, font ----
 
 /// Where a picture differs from its background: the rows and columns with ink.
 std::pair<int, int> Ink(const QImage& image) {
@@ -308,7 +178,6 @@ TEST_F(WidgetTest, PlainRowsLookAsTheToolkitsRows) {
         {"selected", [](QListWidget& list) { list.setCurrentRow(1); }},
         {"disabled", [](QListWidget& list) { list.setEnabled(false); }},
         {"a colour", [](QListWidget& list) { list.item(0)->setForeground(Qt::red); }},
-        {"a ground", [](QListWidget& list) { list.item(0)->setBackground(Qt::yellow); }},
         {"a font", [](QListWidget& list) { list.item(0)->setFont(QFont("Sans", 18)); }},
         {"a check box", [](QListWidget& list) { list.item(0)->setCheckState(Qt::Checked); }},
         {"to the right", [](QListWidget& list) { list.item(0)->setTextAlignment(Qt::AlignRight); }},
@@ -332,17 +201,6 @@ TEST_F(WidgetTest, PlainRowsAreOfOneHeightInAnyFont) {
         EXPECT_GT(height, before);
         before = height;
     }
-}
-
-TEST_F(WidgetTest, DaysTimesAndTheSharedFont) {
-    EXPECT_EQ(ui::DateOfDay(0), QDate(1970, 1, 1));
-    EXPECT_EQ(ui::DateOfDay(19787), QDate(2024, 3, 5));
-    EXPECT_EQ(ui::DayOfDate(QDate(2024, 3, 5)), 19787);
-    EXPECT_EQ(ui::DayOfDate(QDate(1969, 12, 31)), std::nullopt);
-    EXPECT_EQ(ui::DayOfDate(QDate()), std::nullopt);
-    EXPECT_EQ(ui::TimeOfFraction(0.75), QTime(18, 0));
-    EXPECT_EQ(ui::TimeOfFraction(19787.5 + 0.9 / 86400), QTime(12, 0)) << "the rest is cut off";
-    EXPECT_EQ(CComponentComFont::GetComponentComFont(), QApplication::font());
 }
 
 }  // namespace

@@ -142,7 +142,6 @@ TEST(NumberDisplay, DecimalsByCode) {
     const double infinity = std::numeric_limits<double>::infinity();
     for (const DoubleCase& c : std::vector<DoubleCase>{{1234.5678, 10, "1235"},
                                                        {1234.5678, 12, "1234.57"},
-                                                       {1234.5678, 3, "1234.568"},
                                                        {5, 9, "5.000000000"},
                                                        {0.1 + 0.2, -1, "0.3"},
                                                        {12.5, 77, "12.5"},
@@ -169,16 +168,13 @@ TEST(NumberDisplay, FractionsByCode) {
     const TerminalNumberDisplay display;
     for (const FractionCase& c : std::vector<FractionCase>{
              {112.5, 1, "112 1/2", "112.1", "112'1", "112 1/2"},
-             {112.5, 4, "112 8/16", "112.08", "112'08", "112 1/2"},
              {112.5, 5, "112 16/32", "112.16", "112'16", "112 1/2"},
              {112.515625, 6, "112 33/64", "112.33", "112'165", "112 33/64"},
-             {112.1640625, 7, "112 21/128", "112.021", "112'052", "112 21/128"},
              {112.99609375, 8, "112 255/256", "112.255", "112'318", "112 255/256"},
              {-0.25, 5, "-8/32", "-0.08", "-0'08", "-1/4"},
              {0.999, 5, "1", "1.00", "1'00", "1"},
              {-0.001, 5, "0", "0.00", "0'00", "0"},
              {112.5, 0, "N/A", "N/A", "N/A", "N/A"},
-             {112.5, 9, "N/A", "N/A", "N/A", "N/A"},
              {std::numeric_limits<double>::quiet_NaN(), 5, "N/A", "N/A", "N/A", "N/A"},
              {1e300, 5, "N/A", "N/A", "N/A", "N/A"}}) {
         const auto code = static_cast<unsigned char>(c.code);

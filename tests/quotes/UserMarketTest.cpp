@@ -2,6 +2,7 @@
 #include "platform/Text.h"
 #include "terminal/lang/Language.h"
 #include "terminal/quotes/MarketData.h"
+#include "tests/support/SmallFilesOnly.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +11,7 @@
 #include <QTemporaryDir>
 
 #include <SQLiteCpp/Database.h>
-#include <sys/resource.h>
 
-#include <csignal>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -265,27 +264,6 @@ TEST_F(UserFiles, BarsThatMakeNoSenseAreRefused) {
     EXPECT_EQ(Stored(), "ONE");
 }
 
-// Files may grow to `bytes` and no further while this lives, as on a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        m_signal = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_signal);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit m_before{};
-    void (*m_signal)(int) = nullptr;
-};
-
 TEST_F(UserFiles, AFullDiskOrABlockedFolderChangesNothing) {
     UserMarket market(m_folder);
     Add(&market, "first.csv");
@@ -298,7 +276,7 @@ TEST_F(UserFiles, AFullDiskOrABlockedFolderChangesNothing) {
     EXPECT_TRUE(error.contains("blocked")) << error.toStdString();
     EXPECT_TRUE(blocked.Symbols().empty());
     for (const int bars : {1, 1000}) {
-        const FileSizeLimit limit(static_cast<rlim_t>(before.size()));
+        const test::SmallFilesOnly limit(static_cast<rlim_t>(before.size()));
         error.clear();
         EXPECT_EQ(market.Add("one.csv", DailySeries(bars), 1, &error), nullptr) << bars;
         EXPECT_TRUE(error.contains("market.db")) << error.toStdString();

@@ -1,4 +1,4 @@
-// Study names, period labels and layout names.
+// Study names, period labels and the views of layouts.
 
 #include "platform/Text.h"
 #include "tests/support/TestAccess.h"
@@ -26,7 +26,6 @@ TEST_F(NamesTest, StudyNamesInLegends) {
     EXPECT_EQ(repository.StudyTypeToStudyName(99), "");
     const std::vector<std::pair<CString, StudyType>> names{
         {obv, 31},
-        {"RSI", 32},
         {"rsi", 0},
         {"RSI-14", 32},
         {"*(RSI-6,12)", 32},
@@ -39,8 +38,6 @@ TEST_F(NamesTest, StudyNamesInLegends) {
         {"RSI(14)", 0},
         {"*(RSI)", 0},
         {"", 0},
-        {"*", 0},
-        {"-", 0},
     };
     for (const auto& [name, type] : names) {
         EXPECT_EQ(repository.StudyNameToStudyType(name), type) << text::ToUtf8(name);
@@ -77,17 +74,8 @@ TEST_F(NamesTest, PeriodLabels) {
     }
 }
 
-TEST_F(NamesTest, LayoutNames) {
-    const CString name = text::FromUtf8("功能");
-    CTaSettingHandle& repository = Repository();
-    EXPECT_EQ(repository.TransSystemLayoutString(name + "###1"), name);
-    EXPECT_EQ(repository.TransSystemLayoutString("###1"), "");
-    EXPECT_EQ(repository.TransSystemLayoutString(name + "##1"), name + "##1");
-    EXPECT_EQ(repository.TransSystemLayoutString("a###b###c"), "a");
-}
-
 TEST_F(NamesTest, ViewsOfALayoutAreAppended) {
-    memory.viewGroups[3] = {{"One###9", 1}, {"Two", -2}};
+    memory.viewGroups[3] = {{"One###9###x", 1}, {"Two##", -2}};
     CTaSettingHandle& repository = Repository();
     store.TakeLines();
     std::vector<ST_TA_ViewGroupInfo> views{{"there", 0}};
@@ -99,6 +87,7 @@ TEST_F(NamesTest, ViewsOfALayoutAreAppended) {
     ASSERT_EQ(views.size(), 3u);
     EXPECT_EQ(views[0].name, "there");
     EXPECT_EQ(views[1].name, "One");
+    EXPECT_EQ(views[2].name, "Two##");
     EXPECT_EQ(views[2].value, -2);
     services.configStore = nullptr;
     HangIn();

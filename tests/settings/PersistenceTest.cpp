@@ -178,14 +178,6 @@ TEST_F(PersistenceTest, ParametersAndShapesAreKeptAlike) {
     }
 }
 
-TEST_F(PersistenceTest, WithoutStoredDefaultsANewGroupGetsNoStrings) {
-    CTaSettingHandle& repository = Repository();
-    store.TakeLines();
-    repository.AddGroupSetting("N");
-    EXPECT_EQ(store.TakeLines(), (Lines{"GetTASettingReloadType()", "GetTAGroupMaxCount()"}));
-    EXPECT_TRUE(DrawInfo("N").paramModes.empty());
-}
-
 TEST_F(PersistenceTest, SettersThatWriteAtOnce) {
     memory.names = {{"A", "B"}};
     CTaSettingHandle& repository = Repository();
@@ -204,32 +196,6 @@ TEST_F(PersistenceTest, SettersThatWriteAtOnce) {
     EXPECT_EQ(DrawInfo("A").paramModes, (std::vector{int{kDrawInfoLoad}, int{kDrawInfoReplace}}));
     EXPECT_EQ(DrawInfo("A").shapeModes, (std::vector{int{kDrawInfoLoad}, int{kDrawInfoLoad}}));
     EXPECT_EQ(memory.packCount, 0);
-}
-
-TEST_F(PersistenceTest, DeletingMovesTheOthersUpAtTheNextSave) {
-    memory.names = {{"A", "B", "C"}};
-    memory.showCounts = {{0, 1}, {1, 2}, {2, 3}};
-    CTaSettingHandle& repository = Repository();
-    EXPECT_EQ(repository.DeleteGroupSetting("B"), 1);
-    EXPECT_EQ(memory.names, (Names{"A", "B", "C"}));
-    repository.SaveAllGroupSetting();
-    EXPECT_EQ(memory.names, (Names{"A", "C"}));
-    EXPECT_EQ(memory.showCounts[1], 3);
-    EXPECT_EQ(memory.uniNums[1], 2);
-}
-
-TEST_F(PersistenceTest, AnotherPartyThatSavesMeanwhileIsLoadedAfterTheSave) {
-    memory.names = {{"A", "B"}};
-    CTaSettingHandle& repository = Repository();
-    repository.SetStudyListByGroupName("B", {{5}});
-    store.RunBefore("SaveTAStudyShowCount", 1, [&] { memory.reloadFlag = true; });
-    repository.SaveAllGroupSetting();
-    // Both groups as this party had them: no mixture of two states was stored.
-    EXPECT_EQ((memory.studyLists[{1, "StudyTypeLogKey01"}].front()), 5);
-    EXPECT_EQ(memory.packCount, 1);
-    EXPECT_TRUE(memory.reloadFlag);
-    repository.ReloadTASetting();
-    EXPECT_FALSE(memory.reloadFlag);
 }
 
 TEST_F(PersistenceTest, FailedSavesAreNotRetriedAndLeaveMemoryAsItIs) {
@@ -258,29 +224,6 @@ TEST_F(PersistenceTest, EverySingleFailingLoadLeavesADefault) {
         EXPECT_GE(lists[0][0], 0) << n;
         EXPECT_GE(Repository().GetUniNumByGroupIndex(0), 0) << n;
     }
-}
-
-TEST_F(PersistenceTest, StoredGarbageIsLoadedByTheRulesAndSavedBack) {
-    memory.names = {{"Twice", "Twice", "", "\xA5\x5D\xA5\x7C"}};
-    memory.uniNums = {{0, 3}, {1, 3}, {2, 3}, {3, -7}};
-    memory.showCounts = {{0, -5}, {1, 2'000'000'000}};
-    memory.studyLists[{0, "StudyTypeLogKey01"}] = {};
-    memory.studyLists[{1, "StudyTypeLogKey01"}] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
-    memory.studyLists[{2, "StudyTypeLogKey01"}] = std::vector<std::int32_t>(100'000, 6);
-    CTaSettingHandle& repository = Repository();
-    Names names;
-    EXPECT_EQ(repository.GetGroupNameList(names), 4u);
-    StudyLists lists;
-    EXPECT_EQ(repository.GetStudyListByGroupName("Twice", lists), 1);
-    EXPECT_EQ(lists[0], (std::vector<StudyType>{1, 2, 3, 4, 5, 6, 7, 8}));
-    EXPECT_EQ(repository.GetStudyListByGroupName("", lists), 1);
-    EXPECT_EQ(lists[0], std::vector<StudyType>(8, 6));
-    EXPECT_EQ(repository.GetStudyCountByGroupName("Twice"), 2'000'000'000);
-    repository.SaveAllGroupSetting();
-    EXPECT_EQ(memory.names, names);
-    EXPECT_EQ(memory.uniNums, (std::map<unsigned, int>{{0, 3}, {1, 3}, {2, 3}, {3, -7}}));
-    EXPECT_EQ((memory.studyLists[{0, "StudyTypeLogKey01"}]),
-              (std::vector<std::int32_t>{1, 2, 3, 4, 5, 6, 7, 8}));
 }
 
 }  // namespace

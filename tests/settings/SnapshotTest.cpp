@@ -102,10 +102,6 @@ TEST_F(SnapshotTest, UndoesAddsAndRenamesThatUseEachOthersNames) {
     });
 }
 
-TEST_F(SnapshotTest, UndoesTheDeletionOfAGroupThatIsListedNoMore) {
-    ExpectUndone([this] { Unlist({"B"}); });
-}
-
 TEST_F(SnapshotTest, MakesGroupsAgainWhoseObjectsAreGone) {
     ExpectUndone([this] {
         // The record of a deleted group gives way to another one of its name.

@@ -6,7 +6,7 @@
 
 namespace ta::test {
 
-/// A process of its own, told by lines on its input and telling by lines on its output.
+/// A process of its own, telling by lines on its output.
 class ChildProcess {
 public:
     ChildProcess(const QString& program, const QStringList& arguments) {
@@ -17,10 +17,6 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    void Tell(const QByteArray& line) {
-        m_process.write(line + '\n');
-        m_process.waitForBytesWritten(kPatience);
-    }
     /// The next line that it prints; empty when it has ended.
     QByteArray Line() {
         while (!m_process.canReadLine() && m_process.waitForReadyRead(kPatience)) {
@@ -28,7 +24,6 @@ public:
         return m_process.readLine().trimmed();
     }
     bool EndsWell() {
-        m_process.closeWriteChannel();
         return m_process.waitForFinished(kPatience) &&
                m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
     }

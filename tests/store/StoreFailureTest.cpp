@@ -1,11 +1,5 @@
 #include "tests/store/StoreFixture.h"
 
-#include <csignal>
-
-#if defined(Q_OS_UNIX)
-#include <sys/resource.h>
-#endif
-
 namespace ta::test {
 
 class StoreFailureTest : public StoreTest {
@@ -146,29 +140,6 @@ TEST_F(StoreFailureTest, TheFlagOfAReadOnlyStoreIsItsOwnProcesss) {
     EXPECT_TRUE(store.SetTASettingReloadType(false));
     EXPECT_FALSE(store.ReloadFlag());
 }
-
-#if defined(Q_OS_UNIX)
-// The real file layer: the system refuses to let the file grow, to root as well.
-TEST_F(StoreFailureTest, TheSystemsOwnLimitOnAFileIsReported) {
-    Make(1);
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    TestStore store(Path(), nullptr);
-    SaveGeneration(store, 2);
-    rlimit low = before;
-    low.rlim_cur = 4096;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &low), 0);
-    store.PackFile();
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-    EXPECT_EQ(store.errors.size(), 1u);
-    EXPECT_EQ(LoadGeneration(store), 2);
-    EXPECT_EQ(Stored(), 1);
-    store.PackFile();
-    EXPECT_EQ(store.errors.size(), 1u);
-    EXPECT_EQ(Stored(), 2);
-}
-#endif
 
 TEST_F(StoreFailureTest, NoFileNameOrAFolderAsTheFileFailsAndMissingFoldersAreMade) {
     ASSERT_TRUE(QDir(folder.path()).mkdir("settings.db"));

@@ -149,17 +149,6 @@ TEST_F(StoreValueTest, BytesThatAreNoValueAreMissingAndStayUntilOverwritten) {
     EXPECT_EQ(LoadGeneration(store), 2);
 }
 
-TEST_F(StoreValueTest, PackingTheSameValuesAgainDoesNotTouchTheFile) {
-    Make(3);
-    const QByteArray before = Contents(Path());
-    TestStore store(Path());
-    SaveGeneration(store, 3);
-    store.PackFile();
-    store.PackFile();
-    EXPECT_EQ(Contents(Path()), before);
-    EXPECT_FALSE(store.ReloadFlag());
-}
-
 // The store beside a plain model of it, through the same random operations.
 TEST_F(StoreValueTest, TrendLinesFollowEveryOrderOfWriting) {
     const unsigned seed = std::random_device{}();
