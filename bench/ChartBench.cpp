@@ -197,44 +197,45 @@ BENCHMARK(PanStepMillionBarsInView)->Iterations(5)->Unit(benchmark::kMicrosecond
 /// Another range of the price axis, which paints its pane, beside painting the whole plot: with the
 /// latest bars or with most of them in view.
 void RangeChange(benchmark::State& state, bool all) {
-void CursorStep(benchmark::State& state) {
-    constexpr int kBars = 5000;
-    OurChart ours(kBars);
-    if (!ours.IsReady(kBars)) {
-        state.SkipWithError("The chart did not load.");
-        return;
+    void CursorStep(benchmark::State & state) {
+        constexpr int kBars = 5000;
+        OurChart ours(kBars);
+        if (!ours.IsReady(kBars)) {
+            state.SkipWithError("The chart did not load.");
+            return;
+        }
+        ChartView& view = ours.View();
+        if (all) {
+            view.ShowAll();
+            view.ZoomIn();
+        }
+        const ta::terminal::AxisPlace prices{0, 0};
+        const auto axis = view.AxisAt(prices);
+        auto& drawInfo = view.Axes().DrawInfo();
+        drawInfo.vSetYaxisRangeAutomatically(axis->index, false);
+        drawInfo.vSetYaxisMinVal(axis->index, axis->low);
+        auto* plot = view.findChild<QCustomPlot*>();
+        double share = 0;
+        ta::bench::RunSideBySide(
+            state,
+            [&] {
+                share = 0.1 - share;
+                drawInfo.vSetYaxisMaxVal(axis->index,
+                                         axis->high - share * (axis->high - axis->low));
+                view.TakeRange(prices);
+            },
+            [&] { plot->replot(QCustomPlot::rpRefreshHint); });
     }
-    ChartView& view = ours.View();
-    if (all) {
-        view.ShowAll();
-        view.ZoomIn();
+
+    void RangeChangeLatestBars(benchmark::State & state) {
+        RangeChange(state, false);
     }
-    const ta::terminal::AxisPlace prices{0, 0};
-    const auto axis = view.AxisAt(prices);
-    auto& drawInfo = view.Axes().DrawInfo();
-    drawInfo.vSetYaxisRangeAutomatically(axis->index, false);
-    drawInfo.vSetYaxisMinVal(axis->index, axis->low);
-    auto* plot = view.findChild<QCustomPlot*>();
-    double share = 0;
-    ta::bench::RunSideBySide(
-        state,
-        [&] {
-            share = 0.1 - share;
-            drawInfo.vSetYaxisMaxVal(axis->index, axis->high - share * (axis->high - axis->low));
-            view.TakeRange(prices);
-        },
-        [&] { plot->replot(QCustomPlot::rpRefreshHint); });
-}
+    BENCHMARK(RangeChangeLatestBars)->Iterations(200)->Unit(benchmark::kMicrosecond);
 
-void RangeChangeLatestBars(benchmark::State& state) {
-    RangeChange(state, false);
-}
-BENCHMARK(RangeChangeLatestBars)->Iterations(200)->Unit(benchmark::kMicrosecond);
-
-void RangeChangeMostOfTheBars(benchmark::State& state) {
-    RangeChange(state, true);
-}
-BENCHMARK(RangeChangeMostOfTheBars)->Iterations(100)->Unit(benchmark::kMicrosecond);
+    void RangeChangeMostOfTheBars(benchmark::State & state) {
+        RangeChange(state, true);
+    }
+    BENCHMARK(RangeChangeMostOfTheBars)->Iterations(100)->Unit(benchmark::kMicrosecond);
     auto* plot = ours.View().findChild<QCustomPlot*>();
     const int middle = (ours.View().VisibleBars().first + ours.View().VisibleBars().second) / 2;
     int step = 0;

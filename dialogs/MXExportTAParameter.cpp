@@ -30,6 +30,7 @@ MXExportTAParameter::MXExportTAParameter(const std::vector<std::vector<CString>>
 MXExportTAParameter::~MXExportTAParameter() = default;
 
 bool MXExportTAParameter::OnInitDialog() {
+    m_checkedNames.clear();
     vFillItem();
     ShowWhatSelectDoes();
     m_ui->selectButton->setEnabled(!m_rows.empty());

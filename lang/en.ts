@@ -537,6 +537,8 @@
     <message id="IDS_TERMINAL-PARAMETERS_COLOUR"><translation>the colour should be &quot;#&quot; and six hexadecimal digits, not &quot;%1&quot;.</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_WIDTH"><translation>the width should be 1 to 5, not &quot;%1&quot;.</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_STYLE"><translation>the style should be one of %2, not &quot;%1&quot;.</translation></message>
+    <message id="IDS_TERMINAL-PARAMETERS_AFTER_QUOTE"><translation>there is text after a closing quotation mark.</translation></message>
+    <message id="IDS_TERMINAL-PARAMETERS_COMMA"><translation>, </translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_VISIBLE"><translation>&quot;Visible&quot; should be yes or no, not &quot;%1&quot;.</translation></message>
     <!-- frame -->
     <message id="IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK"><translation>The groups were imported.</translation></message>

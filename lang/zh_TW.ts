@@ -537,6 +537,8 @@
     <message id="IDS_TERMINAL-PARAMETERS_COLOUR"><translation>顏色（Colour）應為「#」與六位十六進位數字，而不是「%1」。</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_WIDTH"><translation>線寬（Width）應為 1 到 5，而不是「%1」。</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_STYLE"><translation>線型（Style）應為 %2，而不是「%1」。</translation></message>
+    <message id="IDS_TERMINAL-PARAMETERS_AFTER_QUOTE"><translation>引號結束後還有文字。</translation></message>
+    <message id="IDS_TERMINAL-PARAMETERS_COMMA"><translation>、</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_VISIBLE"><translation>顯示（Visible）應為 yes 或 no，而不是「%1」。</translation></message>
     <!-- frame -->
     <message id="IDS_TECHVIEW-STRING_GROUPIMPORT_IMPORT_OK"><translation>群組匯入完成。</translation></message>

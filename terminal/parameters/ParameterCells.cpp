@@ -39,7 +39,7 @@ template <class Words>
 QString Listed(const Words& words) {
     QStringList list;
     std::ranges::transform(words, std::back_inserter(list), Shown);
-    return list.join(Tr("IDS_TERMINAL-FRAME_LINES_COMMA"));
+    return list.join(Tr("IDS_TERMINAL-PARAMETERS_COMMA"));
 }
 
 QString Plain(double value) {

@@ -33,7 +33,11 @@ QString Shown(std::string_view utf8) {
     constexpr std::size_t kMostBytes = 4 * kLongest;
     const auto bytes = static_cast<qsizetype>(std::min(utf8.size(), kMostBytes + 1));
     const QString text = QString::fromUtf8(utf8.data(), bytes);
-    return text.size() <= kLongest ? text : text.left(kLongest) + u'…';
+    if (text.size() <= kLongest) {
+        return text;
+    }
+    const bool cutsPair = text[kLongest - 1].isHighSurrogate();
+    return text.left(cutsPair ? kLongest - 1 : kLongest) + u'…';
 }
 
 }  // namespace ta::terminal

@@ -125,6 +125,9 @@ private:
         if (m_csv.QuoteOpen()) {
             return ParameterFault{"IDS_TERMINAL-QUOTES_QUOTE_OPEN"};
         }
+        if (m_csv.TextAfterQuote()) {
+            return ParameterFault{"IDS_TERMINAL-PARAMETERS_AFTER_QUOTE"};
+        }
         if (m_cells.size() == 1 && m_cells[0] == kEnd) {
             m_isAtEnd = true;
             return ReadEnd();

@@ -19,6 +19,7 @@ bool CsvReader::Next() {
     m_fields.clear();
     m_unquoted.clear();
     m_quoteOpen = false;
+    m_textAfterQuote = false;
     std::string_view line;
     while (line.find_first_not_of(" \t") == std::string_view::npos) {
         if (m_position >= m_text.size()) {
@@ -49,7 +50,7 @@ std::string_view CsvReader::QuotedField(std::string_view line, std::size_t* posi
     if (!doubled) {
         m_quoteOpen = m_quoteOpen || quote == std::string_view::npos;
         quote = std::min(quote, line.size());
-        *position = std::min(line.find(m_separator, quote), line.size());
+        *position = EndOfField(line, quote);
         return line.substr(begin, quote - begin);
     }
     std::string& text = m_unquoted.emplace_back();
@@ -59,8 +60,16 @@ std::string_view CsvReader::QuotedField(std::string_view line, std::size_t* posi
         i += line[i] == '"' ? 2 : 1;
     }
     m_quoteOpen = m_quoteOpen || i >= line.size();
-    *position = std::min(line.find(m_separator, std::min(i, line.size())), line.size());
+    *position = EndOfField(line, std::min(i, line.size()));
     return text;
+}
+
+std::size_t CsvReader::EndOfField(std::string_view line, std::size_t quote) {
+    const std::size_t end = std::min(line.find(m_separator, quote), line.size());
+    const std::string_view closing = line.substr(quote, end - quote);
+    m_textAfterQuote =
+        m_textAfterQuote || closing.find_first_not_of(" \t", 1) != std::string_view::npos;
+    return end;
 }
 
 }  // namespace ta::terminal

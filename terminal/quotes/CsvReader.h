@@ -27,18 +27,23 @@ public:
     const std::vector<std::string_view>& Fields() const { return m_fields; }
     /// Whether the line ended inside a quoted field.
     bool QuoteOpen() const { return m_quoteOpen; }
+    /// Whether something stood between a closing quote and the separator; it is no part of the
+    /// field.
+    bool TextAfterQuote() const { return m_textAfterQuote; }
     /// Bytes read so far.
     std::size_t Position() const { return m_position; }
 
 private:
     std::string_view TakeLine();
     std::string_view QuotedField(std::string_view line, std::size_t* position);
+    std::size_t EndOfField(std::string_view line, std::size_t quote);
 
     std::string_view m_text;
     char m_separator;
     std::size_t m_position = 0;
     std::size_t m_line = 0;
     bool m_quoteOpen = false;
+    bool m_textAfterQuote = false;
     std::vector<std::string_view> m_fields;
     std::deque<std::string> m_unquoted;
 };

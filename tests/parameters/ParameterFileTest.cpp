@@ -179,6 +179,7 @@ TEST(ParameterFile, DamagedOnesAreRefusedWithLineAndReason) {
     EXPECT_TRUE(with("dash-dot-dot", "Dash").startsWith("6: STYLE Dash|solid"));
     EXPECT_EQ(with("dot,no", "dot,nein"), "6: VISIBLE nein");
     EXPECT_EQ(with("Candlestick,K線,s", "Candlestick,\"K線,s"), "11: QUOTE_OPEN");
+    EXPECT_EQ(with("0.05", "\"0.05\"9"), "4: AFTER_QUOTE");
 }
 
 TEST(ParameterFile, NoCutFileIsGood) {
