@@ -137,6 +137,7 @@ void ChartPage::TakeBars() {
     m_scene->Range().ShowLatest();
     m_cursor = {};
     m_lastCursorBar = -1;
+    m_keptDate.reset();
 }
 
 // ---- Drawing ----
@@ -232,11 +233,13 @@ void ChartPage::ZoomOut() {
 }
 
 void ChartPage::ShowAll() {
+    m_keptDate.reset();
     m_scene->Range().ShowAll();
     Draw();
 }
 
 void ChartPage::ShowLatest() {
+    m_keptDate.reset();
     m_scene->Range().ShowLatest();
     Draw();
 }

@@ -231,6 +231,7 @@ bool ChartPage::OnKey(int key, Qt::KeyboardModifiers modifiers) {
         default:
             return false;
     }
+    m_keptDate.reset();  // also at the end of the bars, where nothing moves
     Draw();
     return true;
 }
