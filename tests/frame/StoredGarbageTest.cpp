@@ -178,7 +178,8 @@ TEST_F(StoredGarbage, LinesAreDrawnListedAndKept) {
     EXPECT_EQ(drawn, 6);
     Chart().ShowAll();
     Chart().grab();
-    EXPECT_EQ(terminal::ListTrendLines().size(), 13u) << "One key is one; equal and empty lines go.";
+    EXPECT_EQ(terminal::ListTrendLines().size(), 13u)
+        << "One key is one; equal and empty lines go.";
 
     DialogDriver driver;
     driver.Expect([](QWidget& list) {
