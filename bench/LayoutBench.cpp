@@ -1,5 +1,5 @@
 // Ten charts of one tab beside one chart of the same size, and the layout dialog beside an empty
-// one.
+// one and beside one of the toolkit's own controls.
 
 #include "bench/RandomBars.h"
 #include "bench/SideBySide.h"
@@ -13,6 +13,8 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QLabel>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
 
@@ -157,8 +159,31 @@ void Paint(QDialog& dialog) {
     dialog.grab();
 }
 
+/// A dialog with OK and Cancel of the toolkit's alone, and perhaps with as many radio buttons and
+/// pictures.
+void OpenPlainDialog(const QSize& size, int choices) {
+    QDialog dialog;
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* grid = new QGridLayout;
+    QPixmap picture(96, 64);
+    picture.fill(Qt::white);
+    for (int i = 0; i < choices; ++i) {
+        auto* label = new QLabel;
+        label->setPixmap(picture);
+        grid->addWidget(label, i / 5 * 2, i % 5);
+        grid->addWidget(new QRadioButton("Four charts"), i / 5 * 2 + 1, i % 5);
+    }
+    layout->addLayout(grid);
+    layout->addStretch();
+    layout->addWidget(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel));
+    dialog.resize(size);
+    Paint(dialog);
+}
+
+/// Argument: how many choices the plain dialog has.
 void OpenLayoutDialog(benchmark::State& state) {
     const Terminal terminal;
+    const int choices = static_cast<int>(state.range(0));
     QSize size;
     ta::bench::RunSideBySide(
         state,
@@ -167,16 +192,8 @@ void OpenLayoutDialog(benchmark::State& state) {
             Paint(dialog);
             size = dialog.size();
         },
-        [&] {
-            QDialog dialog;
-            auto* layout = new QVBoxLayout(&dialog);
-            layout->addStretch();
-            layout->addWidget(
-                new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel));
-            dialog.resize(size);
-            Paint(dialog);
-        });
+        [&] { OpenPlainDialog(size, choices); });
 }
-BENCHMARK(OpenLayoutDialog)->Iterations(60)->Unit(benchmark::kMicrosecond);
+BENCHMARK(OpenLayoutDialog)->Arg(0)->Arg(13)->Iterations(60)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
