@@ -2,7 +2,7 @@
 
 #include "bench/SideBySide.h"
 #include "dialogs/MXExportTAParameter.h"
-#include "terminal/studies/StudyCatalogue.h"
+#include "platform/Text.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include <benchmark/benchmark.h>
+#include <fmt/format.h>
 
 namespace {
 
@@ -20,10 +21,13 @@ void Paint(QWidget& window) {
     window.grab();
 }
 
-std::vector<std::vector<CString>> AllStudies() {
+/// As many studies as a terminal has, with long names.
+std::vector<std::vector<CString>> ManyStudies() {
+    constexpr int kStudies = 30;
     std::vector<std::vector<CString>> rows;
-    for (const StudyInfo* study : ta::terminal::AllStudies()) {
-        rows.push_back({study->cszGetChineseName(), study->cszGetEnglishName()});
+    for (int i = 0; i < kStudies; ++i) {
+        rows.push_back({ta::text::FromUtf8(fmt::format("指數平滑異同移動平均線 {}", i)),
+                        fmt::format("Moving average convergence divergence {}", i)});
     }
     return rows;
 }
@@ -38,7 +42,7 @@ void OpenEmptyDialog(const QSize& size) {
 }
 
 void OpenChooser(benchmark::State& state) {
-    const auto rows = AllStudies();
+    const auto rows = ManyStudies();
     MXExportTAParameter first(rows);
     Paint(first);
     const QSize size = first.size();

@@ -503,8 +503,8 @@
     <message id="IDS_TERMINAL-PARAMETERS_EXPORT_TITLE"><translation>Export Study Parameters</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_FILES"><translation>Study parameters</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_NONE_CHECKED"><translation>No study was checked, and nothing was exported.</translation></message>
-    <message id="IDS_TERMINAL-PARAMETERS_EXPORTED"><translation>Exported the parameters of %1 studies to &quot;%2&quot;</translation></message>
-    <message id="IDS_TERMINAL-PARAMETERS_IMPORTED"><translation>Imported the parameters of %1 studies into the group &quot;%2&quot;</translation></message>
+    <message id="IDS_TERMINAL-PARAMETERS_EXPORTED"><translation>Parameters written to &quot;%2&quot; (studies: %1)</translation></message>
+    <message id="IDS_TERMINAL-PARAMETERS_IMPORTED"><translation>Parameters taken into the group &quot;%2&quot; (studies: %1)</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_SAME"><translation>The file has the same parameters as the group &quot;%1&quot;. There is nothing to change.</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_GROUP_GONE"><translation>The group &quot;%1&quot; was deleted or renamed, and its parameters cannot be imported or exported. Choose another group first.</translation></message>
     <message id="IDS_TERMINAL-PARAMETERS_DAMAGED"><translation>&quot;%1&quot; cannot be imported, and nothing was changed:&#10;&#10;%2</translation></message>

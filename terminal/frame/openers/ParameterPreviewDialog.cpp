@@ -83,7 +83,6 @@ void ParameterPreviewDialog::MakeControls() {
 
 bool ParameterPreviewDialog::OnInitDialog() {
     Fill();
-    m_list->setCurrentItem(m_list->topLevelItem(0));
     m_list->setFocus();
     return true;
 }
@@ -112,6 +111,7 @@ void ParameterPreviewDialog::Fill() {
         for (const StudyChanges& study : m_changes) {
             AddStudy(study, !left.contains(study.settings.type));
         }
+        m_list->setCurrentItem(m_list->topLevelItem(0));
         m_list->expandAll();
         m_list->resizeColumnToContents(kName);
         m_list->resizeColumnToContents(kNow);
