@@ -9,8 +9,10 @@
 #include <QTime>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <optional>
 
 namespace ta::terminal {
@@ -25,7 +27,38 @@ QString ToQString(std::string_view text) {
 
 // ---- Numbers ----
 
+/// Digits, perhaps with a point between them, as nearly all prices are: the quotient of two numbers
+/// that are exact, and so the nearest there is, in a fifth of the library's time. Nothing for all
+/// else.
+std::optional<double> ShortNumber(std::string_view text) {
+    constexpr std::size_t kExactDigits = 15;
+    constexpr std::array kTens{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
+                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
+    if (text.empty() || text.size() > kExactDigits) {
+        return std::nullopt;
+    }
+    std::uint64_t digits = 0;
+    std::size_t decimals = 0;
+    bool pointSeen = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] >= '0' && text[i] <= '9') {
+            digits = digits * 10 + static_cast<unsigned>(text[i] - '0');
+            decimals += pointSeen ? 1 : 0;
+        } else if (text[i] == '.' && i > 0 && !pointSeen) {
+            pointSeen = true;
+        } else {
+            return std::nullopt;
+        }
+    }
+    const bool endsInPoint = pointSeen && decimals == 0;
+    return endsInPoint ? std::nullopt
+                       : std::optional(static_cast<double>(digits) / kTens[decimals]);
+}
+
 std::optional<double> PlainNumber(std::string_view text) {
+    if (const auto number = ShortNumber(text)) {
+        return number;
+    }
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     const bool whole = error == std::errc() && end == text.data() + text.size();
