@@ -47,11 +47,22 @@ void MXExportTAParameter::vFillItem() {
     }
     const QSignalBlocker filling(m_ui->studyList);
     m_ui->studyList->SetRows(rows);
-    const QAbstractItemView& cells = *m_ui->studyList;
     for (const int column : kNameColumns) {  // wider for a longer name, which is not cut
-        m_ui->studyList->setColumnWidth(
-            column, std::max(kNameColumnWidth, cells.sizeHintForColumn(column) + 1));
+        m_ui->studyList->setColumnWidth(column, std::max(kNameColumnWidth, NameWidth(column)));
     }
+}
+
+/// The width of the longest name, which is in the code page that of the most bytes.
+int MXExportTAParameter::NameWidth(int column) const {
+    constexpr int kMargins = 9;
+    const auto index = static_cast<std::size_t>(column - 1);
+    CString longest;
+    for (const std::vector<CString>& row : m_rows) {
+        if (row.size() > index && row[index].size() > longest.size()) {
+            longest = row[index];
+        }
+    }
+    return m_ui->studyList->fontMetrics().horizontalAdvance(ToQString(longest)) + kMargins;
 }
 
 bool MXExportTAParameter::AreAllChecked() const {

@@ -33,6 +33,7 @@ protected:
 
 private:
     void vFillItem();
+    int NameWidth(int column) const;
     void vGetCheckedName();
     bool AreAllChecked() const;
     void OnSelectAll();

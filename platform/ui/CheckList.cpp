@@ -1,6 +1,7 @@
 #include "platform/ui/CheckList.h"
 
 #include <QHeaderView>
+#include <QStyle>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -22,6 +23,13 @@ protected:
         option->palette.setColor(QPalette::Window, option->palette.color(QPalette::Text));
     }
 };
+
+int RowHeight(const QWidget& list) {
+    constexpr int kMargins = 4;
+    const QFontMetrics metrics(list.font());
+    const int text = std::max(metrics.height(), metrics.boundingRect("Áy國").height());
+    return std::max(text, list.style()->pixelMetric(QStyle::PM_IndicatorHeight)) + kMargins;
+}
 
 }  // namespace
 
@@ -58,7 +66,8 @@ void CheckList::SetRows(const std::vector<QStringList>& rows) {
         }
     }
     setColumnWidth(kCheckColumn, kCheckColumnWidth);
-    resizeRowsToContents();
+    // One height for all, which has room for every script: to measure each cell takes far longer.
+    verticalHeader()->setDefaultSectionSize(RowHeight(*this));
 }
 
 void CheckList::CheckAll(bool checked) {
