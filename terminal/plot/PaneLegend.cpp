@@ -9,8 +9,12 @@ constexpr double kGap = 6;         // between the values of a study
 constexpr double kEntryGap = 16;   // between studies
 constexpr double kRowLeading = 2;  // between rows
 
+/// Digits are equally wide: a text that is no longer than the widest one is not measured.
 double WidthOf(const LegendSpan& span, const QFontMetricsF& metrics) {
-    return std::max(metrics.horizontalAdvance(span.text), metrics.horizontalAdvance(span.widest));
+    const double widest = span.widest.isEmpty() ? 0 : metrics.horizontalAdvance(span.widest);
+    return span.text.size() <= span.widest.size()
+               ? widest
+               : std::max(widest, metrics.horizontalAdvance(span.text));
 }
 
 double WidthOf(const LegendEntry& entry, const QFontMetricsF& metrics) {
