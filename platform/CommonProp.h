@@ -16,9 +16,9 @@ public:
     bool bCursorOld = false;  ///< the old-style cursor: a short cross at the mouse
     bool bShowTAInfo = true;  ///< study names and values at the top of each pane
     bool bCrossLine = true;   ///< cursor as a cross; false: vertical line alone
-    bool bLowIdx = false;
-    bool bHighLow = true;  ///< marks at the highest high and lowest low in view
-    bool bCDP = false;
+    bool bLowIdx = false;     ///< a dotted level line at the lowest low in view, with its date
+    bool bHighLow = true;     ///< marks at the highest high and lowest low in view
+    bool bCDP = false;        ///< the levels AH, NH, CDP, NL, AL from the previous day's prices
     std::uint32_t uCursorLineLockMode = 0;  ///< 0 intelligent, 1 open, 2 high, 3 low, 4 close, 5 no
     std::uint32_t uCursorMoveStyle = 0;     ///< 0 the cursor line follows the mouse, 1 the click
 

@@ -46,6 +46,7 @@ void ShowMenus(Guide& guide, const QString& language) {
     Settle();
     auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     Expect(menu != nullptr, "the axis has no menu");
+    menu->move(menu->pos() - QPoint(menu->width(), 0));  // into the picture
     guide.Picture("axis-context-menu-" + language);
     menu->close();
     Settle();

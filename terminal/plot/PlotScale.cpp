@@ -31,9 +31,9 @@ QFont Smaller(QFont font, double share) {
     return font;
 }
 
-/// What an axis takes beside its labels.
-int TickWidth(const QCPAxis& axis) {
-    return axis.tickLengthOut() + axis.tickLabelPadding() + axis.padding() + 1;
+/// From an axis to its labels.
+int LabelDistance(const QCPAxis& axis) {
+    return axis.tickLengthOut() + axis.tickLabelPadding();
 }
 
 }  // namespace
@@ -145,14 +145,15 @@ double PlotScale::LabelsWidth(QCPAxis::AxisType side) const {
         return 0;
     }
     return labelled->ticker->WidestLabel(m_axis.range(), labelled->font) +
-           TickWidth(*labelled->axis);
+           LabelDistance(*labelled->axis) + labelled->axis->padding() + 1;
 }
 
 void PlotScale::Narrow(QCPAxis::AxisType side, double width, int percent) {
     if (const Labelled* labelled = FindLabelled(side)) {
         const QFont font = Smaller(labelled->font, std::max(percent / 100.0, kSmallestLabels));
         labelled->axis->setTickLabelFont(font);
-        labelled->ticker->SetLabelWidth(width * percent / 100 - TickWidth(*labelled->axis), font);
+        labelled->ticker->SetLabelWidth(width * percent / 100 - LabelDistance(*labelled->axis),
+                                        font);
     }
 }
 

@@ -129,7 +129,7 @@ void LevelLines::draw(QCPPainter* painter) {
     behind.setAlphaF(0.75F);
     for (std::size_t i = 0; i < inView.size(); ++i) {
         const double width = metrics.horizontalAdvance(inView[i]->text) + 2 * kTextGap;
-        const QRectF box(pane.right() - width, tops[i], width, metrics.height());
+        const QRectF box(pane.left() + 1, tops[i], width, metrics.height());
         painter->fillRect(box, behind);
         painter->drawText(box, Qt::AlignCenter, inView[i]->text);
     }

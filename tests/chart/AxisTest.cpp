@@ -216,10 +216,13 @@ TEST_F(AxisTest, TheWidthIsAShareOfTheDefault) {
         SetWidth(percent);
         EXPECT_NEAR(WidthOfLabels(), full * percent / 100.0, 2.5) << percent;
     }
-    SetWidth(80);
-    EXPECT_GT(InkOfLabels(), ink / 3) << "smaller numbers";
-    SetWidth(50);
+    for (const int percent : {95, 80, 70}) {
+        SetWidth(percent);
+        EXPECT_GT(InkOfLabels(), ink / 3) << "smaller numbers, but all of them";
+    }
+    SetWidth(20);
     EXPECT_LT(InkOfLabels(), ink / 10) << "none, as they do not fit";
+    SetWidth(50);
     view->ShowAll();
     TellGroupChange();
     EXPECT_NEAR(WidthOfLabels(), full * 0.5, 2.5);

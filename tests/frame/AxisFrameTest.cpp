@@ -30,7 +30,7 @@ protected:
         dialog.findChild<QRadioButton*>(radio)->setFocus();
         QTest::keyClick(dialog.focusWidget(), Qt::Key_Space);
     }
-    /// With the keys of the command, a range by hand and Enter.
+    /// A range by hand and Enter.
     void SetRange(const char* maximum, const char* minimum) {
         DialogDriver user;
         user.Expect([&](QWidget& dialog) {
@@ -39,7 +39,7 @@ protected:
             Enter(dialog, "minimumEdit", minimum);
             QTest::keyClick(&dialog, Qt::Key_Return);
         });
-        QTest::keySequence(&Window(), Action(Command::AxisRange).shortcut());
+        Choose(Command::AxisRange);
     }
     void SetPercent(Command command, const char* percent) {
         DialogDriver user;
@@ -75,9 +75,10 @@ protected:
 
 using Span = std::pair<double, double>;
 
-TEST_F(AxisFrameTest, ARangeByKeysAndTheMenuOfTheAxis) {
+TEST_F(AxisFrameTest, ARangeByCommandAndTheMenuOfTheAxis) {
     Tabs().OpenSymbol(2, "SPX");
     const Span automatic = Shown();
+    EXPECT_EQ(Action(Command::AxisRange).shortcut(), QKeySequence("Ctrl+R"));
     SetRange("130", "90.25");
     EXPECT_EQ(Shown(), Span(90.25, 130)) << "wider than what is in view";
     EXPECT_FALSE(Status().isEmpty()) << "how to get back";
