@@ -68,7 +68,7 @@ void ChartLinks::FollowHistory(const ChartPage& leader) {
 }
 
 /// false when the chart's symbol does not have the wanted period.
-bool ChartLinks::Show(ChartView& chart, BarsKey wanted) const {
+bool ChartLinks::Show(ChartView& chart, const BarsKey& wanted) const {
     const BarsKey& shown = chart.Shown();
     if (wanted == shown) {
         return true;

@@ -40,7 +40,7 @@ private:
     std::vector<ChartView*> Followers(const ChartPage& leader) const;
     void FollowHistory(const ChartPage& leader);
     void FollowCursor(const ChartPage& leader);
-    bool Show(ChartView& chart, BarsKey wanted) const;
+    bool Show(ChartView& chart, const BarsKey& wanted) const;
 
     Charts m_inView;
     const MarketData& m_markets;
