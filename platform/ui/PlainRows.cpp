@@ -1,10 +1,14 @@
 #include "platform/ui/PlainRows.h"
 
 #include <QAbstractItemView>
+#include <QCoreApplication>
 #include <QPainter>
 #include <QStyle>
 
+#include <algorithm>
 #include <cmath>
+#include <list>
+#include <utility>
 
 namespace ta::ui {
 namespace {
@@ -41,13 +45,29 @@ PlainRows::PlainRows(QAbstractItemView& view) : QStyledItemDelegate(&view) {
     view.setItemDelegate(this);
 }
 
+PlainRows::Texts& PlainRows::TextsIn(const QFont& font) {
+    // They go with the application, to which the fonts belong.
+    static std::list<std::pair<QFont, Texts>> all;
+    const auto found = std::ranges::find(all, font, &std::pair<QFont, Texts>::first);
+    if (found != all.end()) {
+        return found->second;
+    }
+    if (all.empty()) {
+        qAddPostRoutine([] { all.clear(); });
+    }
+    return all.emplace_back(font, Texts()).second;
+}
+
 const QStaticText& PlainRows::LaidOut(const QString& text, const QFont& font) const {
-    if (m_font != font || m_texts.size() > kMostTexts) {
-        m_texts.clear();
+    if (m_texts == nullptr || m_font != font) {
+        m_texts = &TextsIn(font);
         m_font = font;
         m_height = 0;
     }
-    QStaticText& laidOut = m_texts[text];
+    if (m_texts->size() > kMostTexts) {
+        m_texts->clear();
+    }
+    QStaticText& laidOut = (*m_texts)[text];
     if (laidOut.text() != text) {
         laidOut.setTextFormat(Qt::PlainText);
         laidOut.setText(text);

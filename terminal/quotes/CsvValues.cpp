@@ -28,8 +28,7 @@ QString ToQString(std::string_view text) {
 // ---- Numbers ----
 
 /// Digits, perhaps with a point between them, as nearly all prices are: the quotient of two numbers
-/// that are exact, and so the nearest there is, in a fifth of the library's time. Nothing for all
-/// else.
+/// that are exact, and so the nearest there is. Nothing for all else.
 std::optional<double> ShortNumber(std::string_view text) {
     constexpr std::size_t kExactDigits = 15;
     constexpr std::array kTens{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,

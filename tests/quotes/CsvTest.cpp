@@ -117,8 +117,15 @@ TEST(CsvValues, RefusesOtherDates) {
 }
 
 TEST(CsvValues, ReadsNumbers) {
-    const std::vector<std::pair<const char*, double>> good{
-        {" 7 ", 7}, {"$1,234.50", 1234.5}, {"-1,000.25", -1000.25}, {".5", 0.5}, {"1e3", 1000}};
+    const std::vector<std::pair<const char*, double>> good{{" 7 ", 7},
+                                                            {"$1,234.50", 1234.5},
+                                                            {"-1,000.25", -1000.25},
+                                                            {".5", 0.5},
+                                                            {"5.", 5},
+                                                            {"007.10", 7.1},
+                                                            {"2.2250738585072", 2.2250738585072},
+                                                            {"999999999999.997", 999999999999.997},
+                                                            {"1e3", 1000}};
     for (const auto& [text, wanted] : good) {
         double value = 0;
         EXPECT_EQ(ParsePrice(text, &value), CsvFault::None) << text;
