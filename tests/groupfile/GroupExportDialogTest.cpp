@@ -5,18 +5,15 @@
 #include "platform/Text.h"
 #include "tests/groupfile/GroupDialogFixture.h"
 #include "tests/support/ScarceMemory.h"
+#include "tests/support/SmallFilesOnly.h"
 
-#include <QHeaderView>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
 
-#include <csignal>
 #include <functional>
 #include <memory>
 #include <new>
-
-#include <sys/resource.h>
 
 namespace ta::test {
 namespace {
@@ -73,12 +70,13 @@ protected:
 
 TEST_F(GroupExportTest, OpensWithEveryGroupUncheckedAndTheButtonChecksAllOrNone) {
     Open();
-    EXPECT_EQ(Checked(), "...");
-    EXPECT_EQ(List().item(1, 1)->text(), QString("許功蓋"));
-    EXPECT_EQ(List().horizontalHeaderItem(1)->text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_GROUPNAME");
-    EXPECT_EQ(dialog.windowTitle(), "IDS_DIALOG-EXPORTTA_TITLE");
+    QTableWidgetItem& name = *List().item(1, 1);
+    EXPECT_EQ(name.text(), QString("許功蓋"));
+    QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, List().visualItemRect(&name).center());
+    EXPECT_EQ(Checked(), "...") << "a name is no check box";
+    Press(dialog, Qt::Key_Space);
+    EXPECT_EQ(Checked(), ".x.") << "but its row has the keys";
     EXPECT_EQ(SelectAll().text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_CHECK_ALL");
-    ClickCheckBox(1);
     Click(SelectAll());
     EXPECT_EQ(Checked(), "xxx");
     EXPECT_EQ(SelectAll().text(), "IDS_TECHVIEW-STRING_GROUPEXPORT_UNCHECK_ALL");
@@ -178,26 +176,6 @@ TEST_F(GroupExportTest, WhatIsCommittedElsewhereDuringAnExportDoesNotMixIn) {
     EXPECT_EQ(File("all.TASG").GetString("Trend", "ParamSetting"), "4=5,10$x");
     EXPECT_TRUE(memory.reloadFlag);
 }
-
-/// While one lives, no file can become longer than a few bytes, as on a full disk.
-class SmallFilesOnly {
-public:
-    explicit SmallFilesOnly(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~SmallFilesOnly() {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    SmallFilesOnly(const SmallFilesOnly&) = delete;
-    SmallFilesOnly& operator=(const SmallFilesOnly&) = delete;
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
 
 TEST_F(GroupExportTest, AnExportWithoutMemoryOrDiskIsToldAndLeavesTheFileAsItWas) {
     const QString path = Path("groups.TASG");

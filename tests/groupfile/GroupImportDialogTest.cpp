@@ -95,7 +95,6 @@ TEST_F(GroupImportTest, ShowsWhatThereIsAndWhatWillBe) {
         EXPECT_FALSE(button->isEnabled()) << id;
         EXPECT_EQ(button->isVisible(), id != 20096) << id;
     }
-    EXPECT_EQ(dialog.windowTitle(), "IDS_TECHVIEW-STRING_GROUPIMPORT_TITLE");
 }
 
 TEST_F(GroupImportTest, GroupsThatTheNextLoadWillReplaceAreNamed) {
