@@ -122,7 +122,7 @@ constexpr CommandRow kRows[] = {
     {Command::AxisRange, MenuId::Axes, "IDS_TERMINAL-FRAME_AXIS_RANGE", "Ctrl+R", SetValueRange},
     {Command::AxisAutomatic, MenuId::Axes, "IDS_TERMINAL-FRAME_AXIS_AUTOMATIC", "Ctrl+Shift+A",
      MakeRangesAutomatic},
-    {Command::AxisWidth, MenuId::Axes, "IDS_TERMINAL-FRAME_AXIS_WIDTH", "Ctrl+Shift+W",
+    {Command::AxisWidth, MenuId::Axes, "IDS_TERMINAL-FRAME_AXIS_WIDTH", "Ctrl+Shift+Y",
      SetAxisWidth, true},
     {Command::EdgeSpace, MenuId::Axes, "IDS_TERMINAL-FRAME_AXIS_EDGE", "Ctrl+Shift+G",
      SetEdgeSpace},
