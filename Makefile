@@ -4,6 +4,8 @@
 PRESET ?= dev
 WERROR ?= OFF
 JOBS ?= $(shell nproc)
+# More settings for CMake, as -DNAME=VALUE.
+DEFINES ?=
 TOUR ?= build/tour
 FUZZ_SECONDS ?= 30
 
@@ -11,7 +13,7 @@ FUZZ_SECONDS ?= 30
 .PHONY: run test tour bench fuzz lint check format clean help
 
 define compile # preset, targets, further options
-	@cmake --preset $(1) -DTADIALOGS_WERROR=$(WERROR) $(3) >build/$(1).log || \
+	@cmake --preset $(1) -DTADIALOGS_WERROR=$(WERROR) $(3) $(DEFINES) >build/$(1).log || \
 	    { cat build/$(1).log; exit 1; }
 	cmake --build --preset $(1) -j $(JOBS) $(if $(2),--target $(2))
 endef

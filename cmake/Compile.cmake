@@ -12,7 +12,8 @@ if(TADIALOGS_SANITIZE)
     target_link_options(ta_compile INTERFACE ${ta_sanitizers})
 endif()
 
-# Precompiles headers for a target: STD for the standard library, QT for the toolkit as well.
+# Precompiles headers for a target: STD for the standard library, QT for the toolkit as well, and
+# what is named besides.
 function(ta_precompile target kind)
     if(NOT TADIALOGS_PCH)
         return()
@@ -21,5 +22,5 @@ function(ta_precompile target kind)
     if(kind STREQUAL "QT")
         list(APPEND headers <QtWidgets>)
     endif()
-    target_precompile_headers(${target} PRIVATE ${headers})
+    target_precompile_headers(${target} PRIVATE ${headers} ${ARGN})
 endfunction()
