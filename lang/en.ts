@@ -668,6 +668,7 @@
     <message id="IDS_TERMINAL-FRAME_LINES_DELETE"><translation>&amp;Delete...</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_CLOSE"><translation>Clos&amp;e</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_TOTAL"><translation>Symbols: %1, lines: %2</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LINES_NO_CHART"><translation>The chart of %1 (%2) cannot be opened: there are no such data, or you may not use them.</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_NONE"><translation>There are no lines.</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_ASK_DELETE"><translation>Delete the selected lines (%1)?</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_ASK_LOCKED"><translation>Locked ones among them: %1.</translation></message>

@@ -668,6 +668,7 @@
     <message id="IDS_TERMINAL-FRAME_LINES_DELETE"><translation>刪除(&amp;D)...</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_CLOSE"><translation>關閉(&amp;X)</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_TOTAL"><translation>%1 個商品，共 %2 條畫線</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LINES_NO_CHART"><translation>無法開啟 %1（%2）的圖表：沒有這項資料，或沒有使用權限。</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_NONE"><translation>目前沒有畫線。</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_ASK_DELETE"><translation>確定要刪除選取的 %1 條畫線嗎？</translation></message>
     <message id="IDS_TERMINAL-FRAME_LINES_ASK_LOCKED"><translation>其中 %1 條已鎖定。</translation></message>

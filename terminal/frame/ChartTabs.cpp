@@ -54,6 +54,38 @@ ChartGrid& ChartTabs::GridOf(const ChartPage& page) const {
     return *static_cast<ChartGrid*>(page.parentWidget());
 }
 
+ChartView* ChartTabs::ChartOf(const BarsKey& history) const {
+    if (ChartView* current = CurrentChart(); current && current->Shown() == history) {
+        return current;
+    }
+    ChartView* parked = nullptr;
+    for (int i = 0; i < count(); ++i) {
+        const ChartGrid& grid = GridAt((currentIndex() + i) % count());
+        for (ChartPage* page : grid.Charts()) {
+            auto* chart = qobject_cast<ChartView*>(page);
+            if (chart == nullptr || chart->Shown() != history) {
+                continue;
+            }
+            if (grid.IsInView(*chart)) {
+                return chart;
+            }
+            parked = chart;
+        }
+    }
+    return parked;
+}
+
+bool ChartTabs::BringToFront(const ChartView& chart) {
+    ChartGrid& grid = GridOf(chart);
+    if (!grid.IsInView(chart)) {
+        return false;
+    }
+    grid.Activate(chart);
+    setCurrentWidget(&grid);
+    Current().setFocus();
+    return true;
+}
+
 bool ChartTabs::IsCurrent(const ChartPage& page) const {
     return currentWidget() == page.parentWidget() && &Current() == &page;
 }

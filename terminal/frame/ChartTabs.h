@@ -46,6 +46,11 @@ public:
     /// The charts of a tab, parked ones too, and how they are arranged.
     ChartGrid& GridAt(int tab) const;
     ChartGrid& CurrentGrid() const { return GridAt(currentIndex()); }
+    /// The chart that shows a history: the current one, else one in view in its tab, the tab in
+    /// front first, else a parked one; null when there is none.
+    ChartView* ChartOf(const BarsKey& history) const;
+    /// Makes a chart the current one; false when it is parked.
+    bool BringToFront(const ChartView& chart);
 
     /// A new tab, behind the others. Groups that are not there leave their charts on the default
     /// one; a layout has the charts that it lacks from the active one.

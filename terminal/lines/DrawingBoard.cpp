@@ -41,8 +41,9 @@ void DrawingBoard::SetChart(const BarsKey& chart) {
 
 void DrawingBoard::Reload() {
     std::vector<CString> unreadable;
+    const std::vector<CString> stored = StoredTrendLines(m_chart);  // may come back here
     m_lines.clear();
-    for (const CString& data : StoredTrendLines(m_chart)) {
+    for (const CString& data : stored) {
         int kind = 0;
         if (auto line = DecodeTrendLine(data)) {
             m_lines.push_back({data, std::move(*line)});
@@ -56,11 +57,15 @@ void DrawingBoard::Reload() {
     if (!isThere(m_selected)) {
         m_selected.clear();
     }
-    if (m_move && !isThere(m_move->data)) {
+    const bool moveGone = m_move && !isThere(m_move->data);
+    if (moveGone) {
         m_move.reset();
     }
     Arrange();
     emit changed();
+    if (moveGone) {
+        emit notice(Tr("IDS_TERMINAL-CHART_LINE_GONE"));
+    }
     TellUnreadable(unreadable);
 }
 
@@ -157,14 +162,9 @@ void DrawingBoard::EndHint() {
 
 void DrawingBoard::Finish(const TrendLine& line) {
     EndHint();
-    m_selected = EncodeTrendLine(line);
-    const LineStep step{LineAction::Draw, static_cast<int>(line.kind)};
-    const TrendLineResult result = m_history.Do(m_chart, step, {{{}, m_selected}});
-    if (result.adding == TrendLineAdding::Added) {
-        emit changed();
-        return;
-    }
-    Select({});
+    const CString data = EncodeTrendLine(line);
+    const TrendLineResult result = m_history.Do(m_chart, LineAction::Draw, {{{}, data}});
+    Select(data);  // the edit may have loaded the lines without it first
     TellLimit(result.adding, result.limit);
 }
 

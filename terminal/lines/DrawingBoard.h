@@ -93,7 +93,10 @@ public:
     /// Deletes every line on the chart, locked ones too, after a question.
     void DeleteAll();
     /// Deletes lines of a chart without asking, to be undone here while that chart is shown.
-    void DeleteLines(const BarsKey& chart, const std::vector<CString>& lines);
+    /// Returns how many were changed or deleted elsewhere meanwhile and stay as they are.
+    int DeleteLines(const BarsKey& chart, const std::vector<CString>& lines);
+    /// Tells that of lines that were to be deleted; `missing` is more than 0.
+    static QString MissingText(const std::vector<CString>& lines, int missing);
 
     /// Takes the last edit on this chart back and selects its line; a drawing or move under way is
     /// dropped instead. What stands against it is told.
@@ -158,6 +161,7 @@ private:
     void EndMove();
     void Replace(const StoredLine& from, const TrendLine& to, LineAction action);
     void TakePen(const StoredLine& line, const LinePen& pen, LineAction action);
+    void DeleteAndTell(const BarsKey& chart, const std::vector<CString>& lines);
     void Turn(TrendLineResult (LineHistory::*turn)(const BarsKey&), const QString& name,
               const char* doneKey);
     /// Nothing for what is no limit.

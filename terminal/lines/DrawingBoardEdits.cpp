@@ -50,14 +50,15 @@ void DrawingBoard::Replace(const StoredLine& from, const TrendLine& to, LineActi
     if (to == from.line) {
         return;
     }
-    m_selected = EncodeTrendLine(to);
-    const LineStep step{action, static_cast<int>(to.kind)};
-    if (m_history.Do(m_chart, step, {{from.data, m_selected}}).missing > 0) {
+    const CString data = EncodeTrendLine(to);
+    const bool gone = m_history.Do(m_chart, action, {{from.data, data}}).missing > 0;
+    if (gone) {
         Reload();
-        Repaint();
+    }
+    Select(data);
+    if (gone) {
         emit notice(Tr("IDS_TERMINAL-CHART_LINE_GONE"));
     }
-    emit changed();
 }
 
 void DrawingBoard::TakePen(const StoredLine& line, const LinePen& pen, LineAction action) {
@@ -123,29 +124,47 @@ void DrawingBoard::DeleteSelected() {
         emit notice(Tr("IDS_TERMINAL-CHART_LINE_LOCKED"));
         return;
     }
-    m_move.reset();
-    DeleteLines(m_chart, {selected->data});
+    DeleteAndTell(m_chart, {selected->data});
 }
 
 void DrawingBoard::DeleteAll() {
     std::vector<CString> agreed;
     for (const StoredLine& stored : m_lines) {
-        agreed.push_back(stored.data);
+        if (std::ranges::find(agreed, stored.data) == agreed.end()) {
+            agreed.push_back(stored.data);
+        }
     }
     const BarsKey chart = m_chart;
     if (!agreed.empty() &&
         ui::CurrentPrompts().AskYesNo(
             &m_view, ui::PromptIcon::Question, Tr("IDS_TERMINAL-FRAME_TITLE"),
             Tr("IDS_TERMINAL-CHART_LINES_ASK_DELETE_ALL").arg(agreed.size())) == ui::Answer::Yes) {
-        DeleteLines(chart, agreed);
+        DeleteAndTell(chart, agreed);
     }
 }
 
-void DrawingBoard::DeleteLines(const BarsKey& chart, const std::vector<CString>& lines) {
-    LineStep step{LineAction::Delete, 0, static_cast<int>(lines.size())};
-    IsTrendLine(lines.front(), step.kind);
-    m_history.Do(chart, step, Removing(lines));
+void DrawingBoard::DeleteAndTell(const BarsKey& chart, const std::vector<CString>& lines) {
+    const int missing = DeleteLines(chart, lines);
+    if (missing > 0) {
+        emit notice(MissingText(lines, missing));
+    }
+}
+
+int DrawingBoard::DeleteLines(const BarsKey& chart, const std::vector<CString>& lines) {
+    m_move.reset();
+    const int missing = m_history.Do(chart, LineAction::Delete, Removing(lines)).missing;
     emit changed();
+    return missing;
+}
+
+QString DrawingBoard::MissingText(const std::vector<CString>& lines, int missing) {
+    if (lines.size() == 1) {
+        return Tr("IDS_TERMINAL-CHART_LINE_GONE");
+    }
+    const QString name = LineStepName(LineAction::Delete, Removing(lines));
+    return missing == std::ssize(lines)
+               ? Tr("IDS_TERMINAL-CHART_STEP_GONE").arg(name)
+               : Tr("IDS_TERMINAL-CHART_STEP_PARTLY_GONE").arg(name).arg(missing);
 }
 
 // ---- Undo ----
@@ -168,7 +187,11 @@ void DrawingBoard::Turn(TrendLineResult (LineHistory::*turn)(const BarsKey&), co
         return;
     }
     const TrendLineResult result = (m_history.*turn)(m_chart);
-    Select(result.back.size() == 1 ? result.back[0].from : CString());
+    if (!result.back.empty()) {
+        Select(result.back.size() == 1 ? result.back[0].from : CString());
+    } else {
+        emit changed();
+    }
     if (result.adding != TrendLineAdding::Added) {
         TellLimit(result.adding, result.limit);
     } else if (result.back.empty()) {

@@ -27,20 +27,26 @@ const char* NameKey(LineAction action) {
     return "";
 }
 
-QString NameOf(const LineStep& step) {
-    return step.count == 1 ? Tr(NameKey(step.action)).arg(TrendLineKindName(step.kind))
-                           : Tr("IDS_TERMINAL-CHART_STEP_DELETE_LINES").arg(step.count);
+QString KindNameOf(const TrendLineEdit& edit) {
+    int kind = 0;
+    const bool isLine = IsTrendLine(edit.to.empty() ? edit.from : edit.to, kind);
+    return TrendLineKindName(isLine ? kind : 0);
 }
 
 }  // namespace
 
+QString LineStepName(LineAction action, const std::vector<TrendLineEdit>& edits) {
+    return edits.size() == 1 ? Tr(NameKey(action)).arg(KindNameOf(edits[0]))
+                             : Tr("IDS_TERMINAL-CHART_STEP_DELETE_LINES").arg(edits.size());
+}
+
 /// A step that was done: what takes it back, and when that was done, what does it again.
 class LineHistory::Command : public QUndoCommand {
 public:
-    Command(const LineStep& step, std::vector<TrendLineEdit> back)
-        : m_step(step), m_back(std::make_shared<std::vector<TrendLineEdit>>(std::move(back))) {}
+    Command(LineAction action, std::vector<TrendLineEdit> back)
+        : m_action(action), m_back(std::make_shared<std::vector<TrendLineEdit>>(std::move(back))) {}
 
-    const LineStep& Step() const { return m_step; }
+    QString Name() const { return LineStepName(m_action, *m_back); }
     std::vector<TrendLineEdit>& Back() const { return *m_back; }
 
     // The edits are done before the stack moves, which they may keep from doing.
@@ -48,11 +54,11 @@ public:
     void redo() override { setObsolete(m_back->empty()); }
 
 private:
-    LineStep m_step;
+    LineAction m_action;
     std::shared_ptr<std::vector<TrendLineEdit>> m_back;  // the stack shows commands as constant
 };
 
-TrendLineResult LineHistory::Do(const BarsKey& chart, const LineStep& step,
+TrendLineResult LineHistory::Do(const BarsKey& chart, LineAction action,
                                 const std::vector<TrendLineEdit>& edits) {
     TrendLineResult result = EditTrendLines(chart, edits);
     if (!result.back.empty()) {
@@ -60,7 +66,7 @@ TrendLineResult LineHistory::Do(const BarsKey& chart, const LineStep& step,
         if (!stack) {
             stack = std::make_unique<QUndoStack>();
         }
-        stack->push(new Command(step, result.back));
+        stack->push(new Command(action, result.back));
     }
     return result;
 }
@@ -96,12 +102,12 @@ TrendLineResult LineHistory::Redo(const BarsKey& chart) {
 
 QString LineHistory::UndoName(const BarsKey& chart) const {
     const Command* command = CommandAt(chart, -1);
-    return command ? NameOf(command->Step()) : QString();
+    return command ? command->Name() : QString();
 }
 
 QString LineHistory::RedoName(const BarsKey& chart) const {
     const Command* command = CommandAt(chart, 0);
-    return command ? NameOf(command->Step()) : QString();
+    return command ? command->Name() : QString();
 }
 
 }  // namespace ta::terminal

@@ -13,12 +13,9 @@ namespace ta::terminal {
 
 enum class LineAction { Draw, Move, Delete, Pen, Colour, Lock, Unlock };
 
-/// What the user did in one step.
-struct LineStep {
-    LineAction action = LineAction::Draw;
-    int kind = 0;   ///< the kind's number, when it was one line
-    int count = 1;  ///< of lines
-};
+/// What the user did to the lines of these edits in one step, or of those that take it back, in the
+/// language in use. Several lines can be deleted only.
+QString LineStepName(LineAction action, const std::vector<TrendLineEdit>& edits);
 
 /// The edits that the user makes in one chart window, to undo and redo them: one stack for each
 /// symbol and data period, so that undoing never changes what is not in view, and coming back to a
@@ -28,7 +25,7 @@ struct LineStep {
 class LineHistory {
 public:
     /// Does the edits as one step. Nothing is kept when nothing was done.
-    TrendLineResult Do(const BarsKey& chart, const LineStep& step,
+    TrendLineResult Do(const BarsKey& chart, LineAction action,
                        const std::vector<TrendLineEdit>& edits);
 
     // A step that may not be taken back or done again now, as there would be more lines than

@@ -184,6 +184,9 @@ std::vector<ListedTrendLine> ListTrendLines() {
 }
 
 QString TrendLineKindName(int kind) {
+    if (kind <= 0) {
+        return Tr("IDS_TERMINAL-FRAME_LINES_UNREADABLE");
+    }
     CString name;
     int decoded = 0;
     bool flag = false;

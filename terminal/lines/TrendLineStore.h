@@ -70,7 +70,8 @@ struct ListedTrendLine {
 /// of other window classes, and what is stored under a key that is none.
 std::vector<ListedTrendLine> ListTrendLines();
 
-/// The name of a kind in the language in use: the library's, else one with the number.
+/// The name of a kind in the language in use: the library's, else one with the number. 0: a line
+/// that cannot be read.
 QString TrendLineKindName(int kind);
 
 /// Whether the repository can read the string's kind.

@@ -4,6 +4,7 @@
 #include "tests/frame/FrameFixture.h"
 
 #include "platform/ui/TextBridge.h"
+#include "terminal/frame/ChartGrid.h"
 #include "terminal/frame/openers/TrendLineListDialog.h"
 #include "terminal/lines/DrawingBoard.h"
 #include "terminal/lines/TrendLineStore.h"
@@ -281,6 +282,7 @@ TEST_F(TrendLineFrame, AReloadWhileTheListIsOpenIsShownThere) {
         });
         Press(Table(list), {Qt::Key_Delete});
         EXPECT_EQ(ChosenSymbol(list), "SPX") << "What was not asked about stays.";
+        EXPECT_EQ(Status(), "這條畫線已在別處修改或刪除，維持現狀。");
         EXPECT_EQ(Board().LineCount(), 1);
         list.grab();
         Press(list, {Qt::Key_Return});
@@ -327,7 +329,21 @@ TEST_F(TrendLineFrame, TheListNamesSymbolPeriodAndKindAndOpensThem) {
     EXPECT_EQ(Chart().SymbolId(), "9901");
     InList([](TrendLineListDialog& shown) { Press(shown, {Qt::Key_Return}); });
     EXPECT_EQ(Chart().SymbolId(), "SPX");
-    EXPECT_LE(Chart().VisibleBars().first, 17950 - 17897) << "The line is in view.";
+    EXPECT_LE(Chart().VisibleBars().first, 17900 - 17897) << "The line is in view.";
+
+    // The chart is in another window of another tab.
+    const terminal::ChartView* spx = &Chart();
+    Tabs().SetFormat(4);
+    Tabs().CurrentGrid().FocusNext(1);
+    Tabs().OpenSymbol(16, "9901");
+    Choose(Command::NewTab);
+    InList([](TrendLineListDialog& shown) { Press(shown, {Qt::Key_Return}); });
+    EXPECT_EQ(&Chart(), spx) << "Nothing else is replaced.";
+    EXPECT_EQ(Tabs().ChartAt(1)->SymbolId(), "9901");
+    InList([](TrendLineListDialog& shown) { Press(Table(shown), {Qt::Key_Down, Qt::Key_Return}); });
+    EXPECT_EQ(&Chart(), spx);
+    EXPECT_EQ(Chart().SymbolId(), "SPX") << "There is no such chart.";
+    EXPECT_TRUE(Status().contains("GONE"));
 }
 
 TEST_F(TrendLineFrame, TheListDeletesWhatIsSelectedAndSaysWhatCanBeUndone) {
@@ -373,6 +389,20 @@ TEST_F(TrendLineFrame, TheListDeletesWhatIsSelectedAndSaysWhatCanBeUndone) {
     EXPECT_TRUE(m_prompts.Last().text.endsWith("沒有開啟的圖表顯示這些畫線，刪除後無法復原。"));
     EXPECT_EQ(Rows(list), 2);
     EXPECT_EQ(ChosenSymbol(list), "SPX") << "The row before it.";
+
+    // Only parked charts show the lines.
+    Tabs().SetFormat(4);
+    Tabs().OpenSymbol(2, "AMZN");
+    Tabs().SetFormat(1);
+    m_prompts.ExpectYesNo(true);
+    Press(Table(list), {Qt::Key_Delete});
+    EXPECT_TRUE(m_prompts.Last().text.endsWith("刪除後，可在顯示這些畫線的圖表中復原。"));
+    EXPECT_EQ(Rows(list), 1);
+    Tabs().SetFormat(4);
+    Tabs().CurrentGrid().FocusNext(3);
+    EXPECT_EQ(Chart().SymbolId(), "SPX");
+    Choose(Command::UndoLine);
+    EXPECT_EQ(Rows(list), 2);
 }
 
 TEST_F(TrendLineFrame, TheMenuNamesWhatIsUndoneAndChangesTheSelectedLine) {

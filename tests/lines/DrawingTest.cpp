@@ -346,6 +346,32 @@ TEST_F(TrendLineDrawing, DeletingAllAsksAndLeavesWhatIsNotOnTheChart) {
     EXPECT_EQ(Stored(1, 0).size(), 1u);
 }
 
+TEST_F(TrendLineDrawing, DeletingTellsWhatOthersHaveTakenMeanwhile) {
+    const CString mine = "2021/1565c0/1/0/0/16200,95/16240,95";
+    const CString theirs = "2004/1565c0/1/0/0/16200,98/16240,98";
+    const CString another = "2004/1565c0/1/0/0/16200,99/16240,99";
+    Store({mine, mine, theirs, another, "odd"});
+    QSignalSpy notices(&Board(), &DrawingBoard::notice);
+    const auto leave = [&](const Lines& lines) {
+        g_store.trendLines[kTechViewClass][SymbolKey()][0].second = lines;
+        g_store.reloadFlag = true;
+    };
+    Board().Select(another);
+    leave({mine, mine, theirs, "odd"});
+    Key(Qt::Key_Delete);
+    ASSERT_EQ(notices.size(), 1);
+    EXPECT_EQ(notices.takeLast()[0], "這條畫線已在別處修改或刪除，維持現狀。");
+    prompts.ExpectYesNo(true);
+    prompts.Meanwhile([&] { leave({mine, mine, "odd"}); });
+    Board().DeleteAll();
+    ASSERT_EQ(notices.size(), 1) << "Equal lines are one.";
+    EXPECT_EQ(notices.takeLast()[0],
+              "「刪除 2 條畫線」：其中 1 條畫線已在別處修改或刪除，維持現狀。");
+    EXPECT_EQ(Board().UndoName(), "刪除線段") << "What was removed.";
+    EXPECT_EQ(Board().DeleteLines(chart, {"odd"}), 0);
+    EXPECT_EQ(Board().UndoName(), "刪除無法辨識");
+}
+
 // ---- Pens ----
 
 TEST_F(TrendLineDrawing, PensAreChosenForALineAndTakenByTheNextOfItsKind) {
@@ -534,8 +560,10 @@ TEST_F(TrendLineDrawing, AnUndoLeavesWhatOthersHaveChanged) {
     EXPECT_EQ(Stored(), Lines{changed});
 
     g_entitlement.maxLinesPerSymbol = 1;
+    Board().SelectNext();
     prompts.ExpectMessage();
     Board().Undo();
+    EXPECT_EQ(Board().Selected(), 0) << "Nothing was done.";
     EXPECT_TRUE(prompts.Last().text.contains("這個商品"));
     EXPECT_EQ(Stored(), Lines{changed});
     g_entitlement.maxLinesPerSymbol = -1;
@@ -665,12 +693,16 @@ TEST_F(TrendLineDrawing, AReloadInTheMiddleIsHarmless) {
     EXPECT_EQ(OnlyLine().kind, Kind::Parallel);
 
     // The line that is being moved goes away.
+    const QString gone = "這條畫線已在別處修改或刪除，維持現狀。";
+    QSignalSpy notices(&Board(), &DrawingBoard::notice);
     Press(Point(220, 95));
     Move(Point(225, 98));
     g_store.trendLines.clear();
     Reload();
     Move(Point(230, 99));
     Release(Point(230, 99));
+    ASSERT_EQ(notices.size(), 1);
+    EXPECT_EQ(notices.takeLast()[0], gone);
     EXPECT_TRUE(Stored().empty());
     EXPECT_EQ(Board().Selected(), -1);
 
@@ -686,13 +718,29 @@ TEST_F(TrendLineDrawing, AReloadInTheMiddleIsHarmless) {
     ASSERT_EQ(Stored().size(), 2u);
     ExpectNear(DecodeTrendLine(Stored()[0])->anchors, {At(200, 105), At(240, 105)});
 
+    // Others come with the edit itself: what was edited is selected all the same.
+    const auto comes = [&](const char* line) {
+        g_store.trendLines[kTechViewClass][key][0].second.push_back(line);
+        g_store.reloadFlag = true;
+    };
+    comes("2002/1565c0/1/0/0/16100,102");
+    Drag(Point(220, 105), Point(220, 107));
+    EXPECT_EQ(Board().Selected(), 0);
+    Board().ChooseTool(Kind::Line);
+    Click(Point(200, 92));
+    comes("2002/1565c0/1/0/0/16100,101");
+    Click(Point(240, 92));
+    ASSERT_NE(Board().SelectedLine(), nullptr);
+    EXPECT_EQ(Board().SelectedLine()->kind, Kind::Line);
+
     // Gone without this terminal knowing when the move ends.
-    QSignalSpy notices(&Board(), &DrawingBoard::notice);
-    Press(Point(220, 105));
+    Press(Point(220, 107));
     Move(Point(220, 95));
     g_store.trendLines.clear();
     g_store.reloadFlag = true;
     Release(Point(220, 95));
+    ASSERT_EQ(notices.size(), 1);
+    EXPECT_EQ(notices.takeLast()[0], gone);
     EXPECT_TRUE(Stored().empty());
 }
 

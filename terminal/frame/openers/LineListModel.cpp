@@ -39,11 +39,12 @@ LineListModel::LineListModel(const MarketData& markets, QObject* parent)
     : QAbstractTableModel(parent), m_markets(markets) {}
 
 void LineListModel::Fill() {
-    beginResetModel();
-    m_rows.clear();
-    for (const ListedTrendLine& line : ListTrendLines()) {
-        m_rows.push_back(MakeRow(line));
+    std::vector<Row> rows;
+    for (const ListedTrendLine& line : ListTrendLines()) {  // may come back here
+        rows.push_back(MakeRow(line));
     }
+    beginResetModel();
+    m_rows = std::move(rows);
     endResetModel();
 }
 
@@ -92,8 +93,7 @@ QString LineListModel::Text(const Row& row, int column) const {
         case kPeriod:
             return PeriodText(chart.period, chart.count);
         case kKind:
-            return row.kind > 0 ? TrendLineKindName(row.kind)
-                                : Tr("IDS_TERMINAL-FRAME_LINES_UNREADABLE");
+            return TrendLineKindName(row.kind);
         case kPlace:
             return PlaceText(row);
         case kLock:

@@ -164,18 +164,8 @@ void TrendLineListDialog::Refresh() {
 
 /// The board that shows the line, of the chart in front if there are more; null when there is none.
 DrawingBoard* TrendLineListDialog::BoardOf(const ListedTrendLine& line) const {
-    const auto shows = [&](const ChartView* chart) {
-        return chart != nullptr && line.scale == kPriceLines && chart->Shown() == line.chart;
-    };
-    if (const ChartView* current = m_frame.tabs.CurrentChart(); shows(current)) {
-        return &current->Drawings();
-    }
-    for (int i = 0; i < m_frame.tabs.count(); ++i) {
-        if (const ChartView* chart = m_frame.tabs.ChartAt(i); shows(chart)) {
-            return &chart->Drawings();
-        }
-    }
-    return nullptr;
+    const ChartView* chart = line.scale == kPriceLines ? m_frame.tabs.ChartOf(line.chart) : nullptr;
+    return chart ? &chart->Drawings() : nullptr;
 }
 
 QString TrendLineListDialog::Question(const std::vector<Row>& rows) const {
@@ -204,17 +194,21 @@ void TrendLineListDialog::DeleteSelected() {
                                                       Question(rows)) != ui::Answer::Yes) {
         return;
     }
+    std::vector<CString> all;
     std::map<std::pair<BarsKey, CString>, std::vector<CString>> byChart;
     for (const Row& row : rows) {
+        all.push_back(row.line.data);
         byChart[{row.line.chart, row.line.scale}].push_back(row.line.data);
     }
+    int missing = 0;
     for (const auto& [where, lines] : byChart) {
         const auto& [chart, scale] = where;
-        if (DrawingBoard* board = BoardOf({chart, scale, {}, {}})) {
-            board->DeleteLines(chart, lines);
-        } else {
-            EditTrendLines(chart, Removing(lines), scale);
-        }
+        DrawingBoard* board = BoardOf({chart, scale, {}, {}});
+        missing += board ? board->DeleteLines(chart, lines)
+                         : EditTrendLines(chart, Removing(lines), scale).missing;
+    }
+    if (missing > 0) {
+        m_frame.Notice(DrawingBoard::MissingText(all, missing));
     }
 }
 
