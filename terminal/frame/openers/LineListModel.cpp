@@ -107,7 +107,7 @@ QString LineListModel::Text(const Row& row, int column) const {
 
 QString LineListModel::SymbolText(const BarsKey& chart) const {
     const Symbol* known = m_markets.FindSymbol(chart.market, chart.symbol);
-    return known ? TitleOf(*known) : ui::ToQString(chart.symbol);
+    return ui::ToQString(known ? TitleOf(*known) : chart.symbol);
 }
 
 /// Dates and prices of the ends; of a horizontal line the price.
