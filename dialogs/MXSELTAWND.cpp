@@ -46,6 +46,7 @@ MXSELTAWND::~MXSELTAWND() = default;
 bool MXSELTAWND::OnInitDialog() {
     m_nRadio = iGetRioFrmtByFormat();
     m_layouts.SetValue(m_nRadio);
+    m_layouts.FocusChecked();
     showSelFormatRect(m_nFormat - 1);
     return true;
 }

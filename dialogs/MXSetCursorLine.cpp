@@ -29,6 +29,7 @@ bool MXSetCursorLine::OnInitDialog() {
     Bind(m_display, m_uDisplayStyle);
     Bind(m_move, m_uMoveStyle);
     Bind(m_lock, m_uLockStyle);
+    m_display.FocusChecked();
     return true;
 }
 

@@ -61,6 +61,9 @@ bool MXSetPenStyleWidthDlg::OnInitDialog() {
         m_widths.EnableRows([](int width) { return width <= kWidestCursorLine; });
     }
     ApplyWidthRule();
+    if (!m_styles.FocusChecked()) {
+        m_widths.FocusChecked();
+    }
     return true;
 }
 

@@ -49,6 +49,15 @@ QAbstractButton* RadioTable::GetButton(int value) const {
     return found == m_rows.end() ? nullptr : found->button;
 }
 
+bool RadioTable::FocusChecked() {
+    QAbstractButton* checked = m_group.checkedButton();
+    if (checked == nullptr || !checked->isEnabled()) {
+        return false;
+    }
+    checked->setFocus();
+    return true;
+}
+
 void RadioTable::EnableRows(const std::function<bool(int value)>& allowed) {
     for (const Row& row : m_rows) {
         row.button->setEnabled(allowed(row.value));

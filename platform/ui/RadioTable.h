@@ -46,6 +46,9 @@ public:
     int GetValue(int none = -1) const;
     /// The radio of a value, or null.
     QAbstractButton* GetButton(int value) const;
+    /// Gives the focus to the checked radio, for the arrow keys to begin there; false when none is
+    /// checked or it is disabled. For a dialog that opens on its radios.
+    bool FocusChecked();
     /// Enables exactly the radios whose values are allowed. What is checked stays checked.
     void EnableRows(const std::function<bool(int value)>& allowed);
 

@@ -52,6 +52,7 @@ TEST_F(LayoutDialogTest, OpensOnTheFormatAndGivesItBack) {
         Show(dialog);
         EXPECT_EQ(Checked(dialog), format);
         EXPECT_EQ(Framed(dialog), format);
+        EXPECT_EQ(dialog.focusWidget(), dialog.GetDlgItem(RadioId(format)));
         EXPECT_EQ(dialog.iGetRioFrmtByFormat(), layout::LayoutOf(format).radioIndex);
         Press(dialog, Qt::Key_Return);
         EXPECT_EQ(dialog.result(), QDialog::Accepted);

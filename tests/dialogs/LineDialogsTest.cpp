@@ -141,6 +141,8 @@ TEST_F(LineDialogsTest, OnlyThinLinesHaveStyles) {
 TEST_F(LineDialogsTest, ACursorLineKeepsItsStyle) {
     MXSetPenStyleWidthDlg dialog(3, 1, kCursorTag);
     Show(dialog);
+    Press(dialog, Qt::Key_Down);
+    EXPECT_EQ(State(dialog), "---x- .x---") << "the keys begin at the width";
     Click(dialog, 16232);
     Click(dialog, 16233);
     Click(dialog, 16218);
