@@ -320,10 +320,6 @@ TEST_F(ChartLayoutTest, CursorLinesStandAtTheSameTime) {
     EXPECT_EQ(ChartIn(3).CursorBar(), 2);
     ChartIn(2).SetCursorBar(7);  // any chart leads
     EXPECT_EQ(ChartIn(0).CursorBar(), 1);
-    EXPECT_EQ(ChartIn(3).CursorBar(), 1);
-    Tabs().OpenSymbol(2, "SPX");
-    EXPECT_EQ(ChartIn(3).CursorBar(), -1) << "the leader's went with its bars";
-    Tabs().OpenSymbol(16, "9901");
     ClickOn(3);
     ChartIn(3).SetCursorBar(299);
     EXPECT_EQ(ChartIn(0).CursorBar(), -1);
