@@ -644,6 +644,11 @@
     <message id="IDS_TERMINAL-FRAME_LAYOUT"><translation>Choose &amp;layout...</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_NEXT"><translation>&amp;Next chart</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_PREVIOUS"><translation>Pre&amp;vious chart</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_WIDER"><translation>&amp;Widen window</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_NARROWER"><translation>N&amp;arrow window</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_HIGHER"><translation>&amp;Heighten window</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_LOWER"><translation>Shor&amp;ten window</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_EQUAL"><translation>&amp;Equal windows</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_SAME_SYMBOL"><translation>Same &amp;symbol</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_SAME_PERIOD"><translation>Same &amp;period</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_SAME_CURSOR"><translation>Same &amp;cursor</translation></message>

@@ -644,6 +644,11 @@
     <message id="IDS_TERMINAL-FRAME_LAYOUT"><translation>選擇版面(&amp;L)...</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_NEXT"><translation>下一個圖表(&amp;N)</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_PREVIOUS"><translation>上一個圖表(&amp;V)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_WIDER"><translation>加寬視窗(&amp;W)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_NARROWER"><translation>縮窄視窗(&amp;A)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_HIGHER"><translation>加高視窗(&amp;H)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_LOWER"><translation>縮低視窗(&amp;T)</translation></message>
+    <message id="IDS_TERMINAL-FRAME_LAYOUT_EQUAL"><translation>視窗恢復等分(&amp;E)</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_SAME_SYMBOL"><translation>相同商品(&amp;S)</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_SAME_PERIOD"><translation>相同週期(&amp;P)</translation></message>
     <message id="IDS_TERMINAL-FRAME_LAYOUT_SAME_CURSOR"><translation>游標連動(&amp;C)</translation></message>

@@ -15,6 +15,8 @@ namespace {
 constexpr QSize kLeastWindow(110, 80);  // that a chart can be read in
 constexpr int kFrame = 2;               // pixels around a chart
 constexpr int kMargin = 3;              // between a chart and the edge of its window
+constexpr double kStep = 0.05;          // of the grid, by the keys
+constexpr double kSamePlace = 1e-9;     // places are sums of parts
 
 int At(double place, int whole) {
     return static_cast<int>(std::lround(place * whole));
@@ -102,6 +104,9 @@ void ChartGrid::OnFocus(const ChartPage& chart, Qt::FocusReason reason) {
 // ---- The layout ----
 
 void ChartGrid::SetFormat(int format) {
+    if (format == m_state.format) {
+        return;  // a guest stays where it is
+    }
     m_state.format = format;
     m_state.guest = m_state.active >= WindowCount() ? m_state.active : -1;
     Arrange();
@@ -213,14 +218,16 @@ std::optional<std::size_t> ChartGrid::DividerAt(const QPointF& position) const {
 }
 
 /// As far as the windows beside it leave room.
-void ChartGrid::MoveDivider(std::size_t index, const QPointF& to) {
+bool ChartGrid::MoveDivider(std::size_t index, double to) {
     const layout::Divider divider = layout::Dividers(Layout(), Places())[index];
-    const double whole = divider.isUpright ? width() : height();
-    const double least = (divider.isUpright ? kLeastWindow.width() : kLeastWindow.height()) / whole;
-    const double wanted = (divider.isUpright ? to.x() : to.y()) / whole;
-    if (divider.most - divider.least >= 2 * least) {
-        PlaceDivider(index, std::clamp(wanted, divider.least + least, divider.most - least));
+    const double least = divider.isUpright ? 1.0 * kLeastWindow.width() / width()
+                                           : 1.0 * kLeastWindow.height() / height();
+    if (divider.most - divider.least < 2 * least) {
+        return false;
     }
+    const double place = std::clamp(to, divider.least + least, divider.most - least);
+    PlaceDivider(index, place);
+    return std::abs(place - divider.place) > kSamePlace;
 }
 
 void ChartGrid::PlaceDivider(std::size_t index, double place) {
@@ -233,6 +240,41 @@ void ChartGrid::PlaceDivider(std::size_t index, double place) {
         m_state.dividers[m_state.format] = places;
         Arrange();
     }
+}
+
+std::optional<std::size_t> ChartGrid::DividerBeside(const layout::Area& window, bool isUpright,
+                                                    bool isBehind) const {
+    const double start = isUpright ? window.left : window.top;
+    const double edge = start + (!isBehind ? 0 : isUpright ? window.width : window.height);
+    const double middle =
+        isUpright ? window.top + window.height / 2 : window.left + window.width / 2;
+    const std::vector<layout::Divider> dividers = layout::Dividers(Layout(), Places());
+    const auto found = std::ranges::find_if(dividers, [&](const layout::Divider& divider) {
+        return divider.isUpright == isUpright && std::abs(divider.place - edge) < kSamePlace &&
+               divider.from < middle && middle < divider.to;
+    });
+    return found == dividers.end()
+               ? std::nullopt
+               : std::optional(static_cast<std::size_t>(found - dividers.begin()));
+}
+
+/// The line behind the window moves, or the one before it where there is none or no room.
+void ChartGrid::ResizeActive(Qt::Orientation orientation, int steps) {
+    const std::vector<ChartPage*> charts = InView();
+    const auto at = std::ranges::find(charts, &Active()) - charts.begin();
+    const layout::Area window = layout::Windows(Layout(), Places())[static_cast<std::size_t>(at)];
+    for (const bool isBehind : {true, false}) {
+        const auto index = DividerBeside(window, orientation == Qt::Horizontal, isBehind);
+        const double by = (isBehind ? kStep : -kStep) * steps;
+        if (index && MoveDivider(*index, layout::Dividers(Layout(), Places())[*index].place + by)) {
+            return;
+        }
+    }
+}
+
+void ChartGrid::ResetDividers() {
+    m_state.dividers.erase(m_state.format);
+    Arrange();
 }
 
 void ChartGrid::ShowDividerCursor(const QPointF& position) {
@@ -253,7 +295,9 @@ void ChartGrid::mousePressEvent(QMouseEvent* event) {
 
 void ChartGrid::mouseMoveEvent(QMouseEvent* event) {
     if (m_dragged) {
-        MoveDivider(*m_dragged, event->position());
+        const bool upright = layout::Dividers(Layout(), Places())[*m_dragged].isUpright;
+        const QPointF& at = event->position();
+        MoveDivider(*m_dragged, upright ? at.x() / width() : at.y() / height());
     } else {
         ShowDividerCursor(event->position());
     }
@@ -269,7 +313,7 @@ void ChartGrid::mouseReleaseEvent(QMouseEvent* event) {
 void ChartGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     const auto divider = DividerAt(event->position());
     if (divider && event->button() == Qt::LeftButton) {
-        PlaceDivider(*divider, layout::Dividers(Layout())[*divider].place);
+        MoveDivider(*divider, layout::Dividers(Layout())[*divider].place);
     }
 }
 

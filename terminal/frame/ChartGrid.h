@@ -44,8 +44,14 @@ public:
     /// Gives the focus to the chart `step` windows on, round in a circle.
     void FocusNext(int step);
 
-    /// Needs as many charts as the layout has windows. The active chart stays in view.
+    /// Needs as many charts as the layout has windows. The active chart stays in view. Nothing
+    /// happens when the layout is that one already.
     void SetFormat(int format);
+    /// Makes the active window wider (Qt::Horizontal) or higher by a step, or less so for -1, as
+    /// far as there is room.
+    void ResizeActive(Qt::Orientation orientation, int steps);
+    /// Puts all lines between the windows back where the layout has them.
+    void ResetDividers();
     /// What the charts in view have in common; the others follow the active one at once.
     void SetLinks(const ChartLinkSwitches& switches);
     const ChartLinkSwitches& Links() const { return m_state.links; }
@@ -80,7 +86,9 @@ private:
     void Arrange();
     std::vector<QRect> Cells() const;
     std::optional<std::size_t> DividerAt(const QPointF& position) const;
-    void MoveDivider(std::size_t divider, const QPointF& to);
+    std::optional<std::size_t> DividerBeside(const layout::Area& window, bool isUpright,
+                                             bool isBehind) const;
+    bool MoveDivider(std::size_t divider, double to);
     void PlaceDivider(std::size_t divider, double place);
     void ShowDividerCursor(const QPointF& position);
 

@@ -10,6 +10,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace ta::terminal {
@@ -18,7 +19,12 @@ ChartLinks::ChartLinks(Charts inView, const MarketData& markets)
     : m_inView(std::move(inView)), m_markets(markets) {}
 
 void ChartLinks::Add(ChartView& chart) {
-    connect(&chart, &ChartPage::symbolChanged, this, [this, &chart] { FollowHistory(chart); });
+    connect(&chart, &ChartPage::symbolChanged, this, [this, &chart] {
+        if (!m_following) {
+            m_ownPeriods.erase(&chart);
+            Follow(chart);  // its cursor line may be gone, too
+        }
+    });
     connect(&chart, &ChartPage::cursorMoved, this, [this, &chart] { FollowCursor(chart); });
 }
 
@@ -68,20 +74,33 @@ void ChartLinks::FollowHistory(const ChartPage& leader) {
 }
 
 /// false when the chart's symbol does not have the wanted period.
-bool ChartLinks::Show(ChartView& chart, const BarsKey& wanted) const {
+bool ChartLinks::Show(ChartView& chart, const BarsKey& wanted) {
     const BarsKey& shown = chart.Shown();
     if (wanted == shown) {
         return true;
     }
     const bool sameSymbol = wanted.market == shown.market && wanted.symbol == shown.symbol;
     if (!sameSymbol) {
-        chart.Show(NearestHistory(m_markets, wanted));
+        ShowSymbol(chart, wanted);
     } else if (IsThere(m_markets, wanted)) {
         chart.ShowPeriod(wanted.period, wanted.count);
     } else {
         return false;
     }
     return true;
+}
+
+/// In the chart's own period, which it has again after symbols without it.
+void ChartLinks::ShowSymbol(ChartView& chart, BarsKey wanted) {
+    const auto own = m_ownPeriods.extract(&chart);
+    if (!own.empty() && !m_switches.period) {
+        std::tie(wanted.period, wanted.count) = own.mapped();
+    }
+    const BarsKey nearest = NearestHistory(m_markets, wanted);
+    if (nearest != wanted && !m_switches.period) {
+        m_ownPeriods[&chart] = {wanted.period, wanted.count};
+    }
+    chart.Show(nearest);
 }
 
 void ChartLinks::FollowCursor(const ChartPage& leader) {

@@ -6,6 +6,8 @@
 #include <QObject>
 
 #include <functional>
+#include <map>
+#include <utility>
 #include <vector>
 
 namespace ta::terminal {
@@ -40,12 +42,15 @@ private:
     std::vector<ChartView*> Followers(const ChartPage& leader) const;
     void FollowHistory(const ChartPage& leader);
     void FollowCursor(const ChartPage& leader);
-    bool Show(ChartView& chart, const BarsKey& wanted) const;
+    bool Show(ChartView& chart, const BarsKey& wanted);
+    void ShowSymbol(ChartView& chart, BarsKey wanted);
 
     Charts m_inView;
     const MarketData& m_markets;
     ChartLinkSwitches m_switches;
     bool m_following = false;
+    /// Code and count of the followers whose symbol does not have their own period.
+    std::map<const ChartView*, std::pair<int, int>> m_ownPeriods;
 };
 
 }  // namespace ta::terminal

@@ -69,6 +69,15 @@ void Link(const Frame& frame) {
     grid.SetLinks(switches);
 }
 
+template <Qt::Orientation orientation, int steps>
+void Resize(const Frame& frame) {
+    frame.tabs.CurrentGrid().ResizeActive(orientation, steps);
+}
+
+void MakeWindowsEqual(const Frame& frame) {
+    frame.tabs.CurrentGrid().ResetDividers();
+}
+
 template <Language::Id language>
 void Speak(const Frame& frame) {
     frame.session.Lang().Select(language);
@@ -144,6 +153,16 @@ constexpr CommandRow kRows[] = {
      OnTabs<&ChartTabs::FocusNextChart>},
     {Command::PreviousChart, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_PREVIOUS", "Shift+F6",
      OnTabs<&ChartTabs::FocusPreviousChart>},
+    {Command::WidenWindow, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_WIDER", "Ctrl+Shift+Right",
+     Resize<Qt::Horizontal, 1>, true},
+    {Command::NarrowWindow, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_NARROWER", "Ctrl+Shift+Left",
+     Resize<Qt::Horizontal, -1>},
+    {Command::HeightenWindow, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_HIGHER", "Ctrl+Shift+Up",
+     Resize<Qt::Vertical, 1>},
+    {Command::LowerWindow, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_LOWER", "Ctrl+Shift+Down",
+     Resize<Qt::Vertical, -1>},
+    {Command::EqualWindows, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_EQUAL", "Ctrl+Shift+M",
+     MakeWindowsEqual},
     {Command::SameSymbol, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_SAME_SYMBOL", "",
      Link<&ChartLinkSwitches::symbol, Command::SameSymbol>, true, Look::Checkable, Needs::Chart},
     {Command::SamePeriod, MenuId::Layout, "IDS_TERMINAL-FRAME_LAYOUT_SAME_PERIOD", "",

@@ -307,8 +307,11 @@ void MainWindow::RefreshCommands() {
 void MainWindow::RefreshLayout() {
     const Commands& commands = m_frame.commands;
     const ChartGrid& grid = m_frame.tabs.CurrentGrid();
-    commands.At(Command::NextChart).setEnabled(grid.WindowCount() > 1);
-    commands.At(Command::PreviousChart).setEnabled(grid.WindowCount() > 1);
+    for (const Command command :
+         {Command::NextChart, Command::PreviousChart, Command::WidenWindow, Command::NarrowWindow,
+          Command::HeightenWindow, Command::LowerWindow, Command::EqualWindows}) {
+        commands.At(command).setEnabled(grid.WindowCount() > 1);
+    }
     commands.At(Command::SameSymbol).setChecked(grid.Links().symbol);
     commands.At(Command::SamePeriod).setChecked(grid.Links().period);
     commands.At(Command::SameCursor).setChecked(grid.Links().cursor);

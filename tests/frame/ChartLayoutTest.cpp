@@ -111,7 +111,7 @@ TEST_F(ChartLayoutTest, NewWindowsBeginAsTheActiveChartAndGoTheirOwnWay) {
     EXPECT_EQ(InView(), "9901/3 9901/3 SPX/0*");
     EXPECT_EQ(ToolBar().Symbol().text(), "SPX S&P 500 指數");
     EXPECT_TRUE(Window().windowTitle().contains("S&P 500"));
-    EXPECT_EQ(Tabs().tabText(0), "S&&P 500 指數 日線 (3)");
+    EXPECT_EQ(Tabs().tabText(0), "SPX S&&P 500 指數 日線 (3)");
     QTest::keyClick(&Window(), Qt::Key_F6);
     EXPECT_EQ(Window().focusWidget(), &ChartIn(0)) << "round in a circle";
     EXPECT_EQ(ToolBar().Symbol().text(), "9901 模擬電子");
@@ -143,6 +143,8 @@ TEST_F(ChartLayoutTest, SurplusChartsAreParkedAndComeBack) {
     // A guest that is left for another chart goes back to its place, too.
     ChooseFormat(2);
     ClickOn(0);
+    ChooseFormat(2);
+    EXPECT_EQ(InView(), "SPX/0* SPX/1") << "OK on the same layout";
     ChooseFormat(3);
     EXPECT_EQ(InView(), "SPX/0* 9901/0 SPX/1");
 }
@@ -169,6 +171,48 @@ TEST_F(ChartLayoutTest, DividersAreDraggedAsFarAsThereIsRoom) {
     ExpectPlaced();
     QTest::mouseDClick(&grid, Qt::LeftButton, {}, {5, grid.height() / 3});
     EXPECT_NEAR(ChartIn(0).height(), grid.height() / 2, 8);
+    // Back to the layout's place, where a neighbour has come close to it.
+    ChooseFormat(9);
+    const int y = grid.height() / 6;
+    const int right = grid.width() * 85 / 100;
+    DragDivider(grid, {grid.width() * 2 / 3, y}, {right, y});
+    DragDivider(grid, {grid.width() / 3, y}, {grid.width() * 62 / 100, y});
+    QTest::mouseDClick(&grid, Qt::LeftButton, {}, {right, y});
+    EXPECT_GT(ChartIn(1).width(), 90);
+    EXPECT_LT(ChartIn(1).width(), 120);
+}
+
+TEST_F(ChartLayoutTest, KeysMoveTheDividersOfTheActiveWindow) {
+    const auto press = [this](Qt::Key key, int times = 1) {
+        for (int i = 0; i < times; ++i) {
+            QTest::keyClick(&Window(), key, Qt::ControlModifier | Qt::ShiftModifier);
+        }
+        ExpectPlaced();
+    };
+    EXPECT_FALSE(Action(Command::WidenWindow).isEnabled());
+    ChooseFormat(4);
+    const QSize whole = Grid().size();
+    press(Qt::Key_Right, 2);
+    EXPECT_NEAR(ChartIn(0).width(), whole.width() * 0.6, 8);
+    press(Qt::Key_Up);
+    EXPECT_NEAR(ChartIn(0).height(), whole.height() * 0.55, 8);
+    ClickOn(1);
+    press(Qt::Key_Right);
+    EXPECT_NEAR(ChartIn(0).width(), whole.width() * 0.55, 8) << "the only line beside it";
+    press(Qt::Key_Left, 20);
+    EXPECT_NEAR(ChartIn(1).width(), 110, 10);
+    ClickOn(3);
+    press(Qt::Key_Up, 20);
+    EXPECT_NEAR(ChartIn(0).height(), 80, 10);
+    press(Qt::Key_Down);
+    EXPECT_NEAR(ChartIn(0).height(), 80 + whole.height() * 0.05, 10);
+    press(Qt::Key_M);
+    EXPECT_TRUE(Grid().State().dividers.empty());
+    ChooseFormat(9);
+    ClickOn(4);
+    press(Qt::Key_Right, 20);
+    EXPECT_NEAR(ChartIn(3).width(), 110, 10) << "when there is no room behind it";
+    EXPECT_NEAR(ChartIn(5).width(), 110, 10);
 }
 
 TEST_F(ChartLayoutTest, TheNextRunHasItAll) {
@@ -230,6 +274,10 @@ TEST_F(ChartLayoutTest, ChartsInViewFollowWhatIsSwitchedOn) {
     ClickOn(1);
     Tabs().OpenSymbol(16, "9901");
     EXPECT_EQ(InView(), "9901/0 9901/0* 9901/1 9901/2") << "each in its period";
+    Tabs().OpenSymbol(2, "AMZN");
+    EXPECT_EQ(InView(), "AMZN/2 AMZN/2* AMZN/2 AMZN/2") << "there is nothing else of it";
+    Tabs().OpenSymbol(16, "9901");
+    EXPECT_EQ(InView(), "9901/0 9901/2* 9901/1 9901/2") << "again";
     Choose(Command::SamePeriod);
     Tabs().ShowPeriod(3, 15);
     EXPECT_EQ(InView(), "9901/3 9901/3* 9901/3 9901/3");
@@ -260,8 +308,9 @@ TEST_F(ChartLayoutTest, CursorLinesStandAtTheSameTime) {
     ClickOn(3);
     Tabs().OpenSymbol(2, "SPX");
     ClickOn(0);
+    const int before = ChartIn(1).CursorBar();
     ChartIn(0).SetCursorBar(1);
-    EXPECT_EQ(ChartIn(1).CursorBar(), -1);
+    EXPECT_EQ(ChartIn(1).CursorBar(), before);
     Choose(Command::SameCursor);
     EXPECT_EQ(ChartIn(1).CursorBar(), 0) << "the week";
     EXPECT_EQ(ChartIn(2).CursorBar(), 47) << "the end of the day";
@@ -335,7 +384,7 @@ TEST_F(ChartLayoutTest, ATabWithSeveralChartsIsNotClosedUnasked) {
     m_prompts.ExpectYesNo(false);
     Choose(Command::CloseTab);
     EXPECT_EQ(Tabs().count(), 2);
-    EXPECT_TRUE(m_prompts.Last().text.contains("（未顯示）模擬電子 日線"))
+    EXPECT_TRUE(m_prompts.Last().text.contains("（未顯示）9901 模擬電子 日線"))
         << m_prompts.Last().text.toStdString();
     EXPECT_EQ(m_prompts.Last().presetAnswer, ui::Answer::No);
     m_prompts.ExpectCancel(ScriptedPrompts::Kind::YesNo);

@@ -118,6 +118,15 @@ TEST_F(ParameterFrame, ChosenStudiesGoFromOneGroupToAnother) {
             (QStringList{"指數平滑異同移動平均線||", "短期|12|5", "長期|26|35", "訊號期數|9|5",
                          "DIF 顏色|#1C7ED6|#123456", "DIF 線寬|1|3", "DIF 線型|實線|雙點虛線",
                          "MACD 顯示|顯示|不顯示", "成交量||", "短期|5|3", "長期|20|9"}));
+        QTreeWidget& list = List(dialog);
+        list.collapseItem(list.topLevelItem(0));
+        list.setCurrentItem(list.topLevelItem(1)->child(0));
+        Set(kTo, {kMacd, {12, 26, 7}, Settings(kTo, kMacd).shapes});
+        Repository().SendMsg2AllTechView(kGroupChangeMessage, 0);
+        EXPECT_TRUE(RowsOf(dialog).contains("訊號期數|7|5"));
+        EXPECT_FALSE(list.topLevelItem(0)->isExpanded());
+        EXPECT_EQ(list.currentItem(), list.topLevelItem(1));
+        list.setCurrentItem(list.topLevelItem(0));
         Push(dialog, "selectButton");
         EXPECT_FALSE(dialog.findChild<QPushButton*>("okButton")->isEnabled()) << "none checked";
         List(dialog).setFocus();

@@ -30,6 +30,19 @@ void ShowColour(QTreeWidgetItem& row, Column column, std::optional<std::uint32_t
     }
 }
 
+/// The studies whose rows are so.
+template <class Predicate>
+std::set<StudyType> StudiesOf(const QTreeWidget& list, const Predicate& isSo) {
+    std::set<StudyType> studies;
+    for (int row = 0; row < list.topLevelItemCount(); ++row) {
+        const QTreeWidgetItem& item = *list.topLevelItem(row);
+        if (isSo(item)) {
+            studies.insert(item.data(kName, Qt::UserRole).toInt());
+        }
+    }
+    return studies;
+}
+
 }  // namespace
 
 ParameterPreviewDialog::ParameterPreviewDialog(const CString& group,
@@ -63,8 +76,9 @@ void ParameterPreviewDialog::MakeControls() {
     m_list->setObjectName("changeList");
     m_list->setColumnCount(kColumnCount);
     ui::OutlineCheckBoxes(*m_list, kName);
-    m_list->setHeaderLabels({Tr("IDS_TERMINAL-PARAMETERS_STUDY"), Tr("IDS_TERMINAL-PARAMETERS_NOW"),
-                             Tr("IDS_TERMINAL-PARAMETERS_IN_FILE")});
+    SetHeadKey(*m_list, kName, "IDS_TERMINAL-PARAMETERS_STUDY");
+    SetHeadKey(*m_list, kNow, "IDS_TERMINAL-PARAMETERS_NOW");
+    SetHeadKey(*m_list, kThen, "IDS_TERMINAL-PARAMETERS_IN_FILE");
     m_list->setAccessibleName("IDS_TERMINAL-PARAMETERS_IMPORT_TITLE");
     m_select->setObjectName("selectButton");
     m_ok->setObjectName("okButton");
@@ -82,7 +96,7 @@ void ParameterPreviewDialog::MakeControls() {
 }
 
 bool ParameterPreviewDialog::OnInitDialog() {
-    Fill();
+    Fill(ChangesNow());
     m_list->setFocus();
     return true;
 }
@@ -95,24 +109,39 @@ std::vector<StudyChanges> ParameterPreviewDialog::ChangesNow() const {
     return Differences(m_file, ReadGroup(m_group, types));
 }
 
-void ParameterPreviewDialog::Fill() {
-    std::vector<StudyChanges> changes = ChangesNow();  // first: it may load again, and fill
-    std::set<StudyType> left;
-    for (int row = 0; row < m_list->topLevelItemCount(); ++row) {
-        const QTreeWidgetItem& item = *m_list->topLevelItem(row);
-        if (item.checkState(kName) == Qt::Unchecked) {
-            left.insert(item.data(kName, Qt::UserRole).toInt());
-        }
+/// Shows what another party has changed.
+void ParameterPreviewDialog::Refresh() {
+    std::vector<StudyChanges> changes = ChangesNow();  // it may load again, and come back here
+    if (changes != m_changes) {
+        Fill(std::move(changes));
     }
+}
+
+/// Studies that stay are checked, folded and current as before.
+void ParameterPreviewDialog::Fill(std::vector<StudyChanges> changes) {
+    const std::set<StudyType> left = StudiesOf(
+        *m_list, [](const auto& item) { return item.checkState(kName) == Qt::Unchecked; });
+    const std::set<StudyType> folded =
+        StudiesOf(*m_list, [](const auto& item) { return !item.isExpanded(); });
+    const std::set<StudyType> current = StudiesOf(*m_list, [this](const auto& item) {
+        const QTreeWidgetItem* at = m_list->currentItem();
+        return at != nullptr && (at == &item || at->parent() == &item);
+    });
     {
         const QSignalBlocker filling(m_list);
         m_list->clear();
         m_changes = std::move(changes);
         for (const StudyChanges& study : m_changes) {
-            AddStudy(study, !left.contains(study.settings.type));
+            const StudyType type = study.settings.type;
+            QTreeWidgetItem& item = AddStudy(study, !left.contains(type));
+            item.setExpanded(!folded.contains(type));
+            if (current.contains(type)) {
+                m_list->setCurrentItem(&item);
+            }
         }
-        m_list->setCurrentItem(m_list->topLevelItem(0));
-        m_list->expandAll();
+        if (m_list->currentItem() == nullptr) {
+            m_list->setCurrentItem(m_list->topLevelItem(0));
+        }
         m_list->resizeColumnToContents(kName);
         m_list->resizeColumnToContents(kNow);
     }
@@ -123,7 +152,7 @@ void ParameterPreviewDialog::Fill() {
     ShowState();
 }
 
-void ParameterPreviewDialog::AddStudy(const StudyChanges& study, bool checked) {
+QTreeWidgetItem& ParameterPreviewDialog::AddStudy(const StudyChanges& study, bool checked) {
     auto* item = new QTreeWidgetItem(m_list, {StudyName(study.settings.type)});
     item->setCheckState(kName, checked ? Qt::Checked : Qt::Unchecked);
     item->setData(kName, Qt::UserRole, study.settings.type);
@@ -133,6 +162,7 @@ void ParameterPreviewDialog::AddStudy(const StudyChanges& study, bool checked) {
         ShowColour(*row, kNow, change.nowColour);
         ShowColour(*row, kThen, change.thenColour);
     }
+    return *item;
 }
 
 std::vector<StudySettings> ParameterPreviewDialog::Checked() const {
@@ -165,25 +195,12 @@ void ParameterPreviewDialog::ShowState() {
 std::intptr_t ParameterPreviewDialog::WindowProc(unsigned message, std::uintptr_t wParam,
                                                  std::intptr_t lParam) {
     if (message == kGroupChangeMessage && IsCreated()) {
-        Guard([this] {
-            if (ChangesNow() != m_changes) {
-                Fill();
-            }
-        });
+        Guard([this] { Refresh(); });
     }
     return CView::WindowProc(message, wParam, lParam);
 }
 
 // ---- OK ----
-
-/// Looks whether another party has changed the group; the list shows it then.
-bool ParameterPreviewDialog::AreChangesAsShown() {
-    const std::vector<StudyChanges> shown = m_changes;
-    if (ChangesNow() != m_changes) {
-        Fill();
-    }
-    return m_changes == shown;
-}
 
 std::vector<StudyType> ParameterPreviewDialog::Save() {
     const std::vector<StudySettings> checked = Checked();
@@ -200,12 +217,13 @@ void ParameterPreviewDialog::OnOK() {
     bool isSaved = false;
     {
         const ReloadHold hold(Repository());
-        if (AreChangesAsShown() && m_changes == shown) {
+        if (ChangesNow() == shown) {
             refused = Save();
             isSaved = true;
         }
     }
     if (!isSaved) {
+        Refresh();
         TellKey("IDS_TERMINAL-PARAMETERS_CHANGED_ELSEWHERE");
         return;
     }

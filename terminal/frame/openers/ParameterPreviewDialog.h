@@ -36,12 +36,12 @@ protected:
 private:
     void MakeControls();
     std::vector<StudyChanges> ChangesNow() const;
-    void Fill();
-    void AddStudy(const StudyChanges& study, bool checked);
+    void Refresh();
+    void Fill(std::vector<StudyChanges> changes);
+    QTreeWidgetItem& AddStudy(const StudyChanges& study, bool checked);
     void CheckAll();
     void ShowState();
     std::vector<StudySettings> Checked() const;
-    bool AreChangesAsShown();
     std::vector<StudyType> Save();
 
     CString m_group;
