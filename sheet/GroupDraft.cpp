@@ -30,6 +30,13 @@ GroupDraft::GroupDraft(const CString& group) : m_group(group) {
 
 void GroupDraft::SetStudies(const StudyLists& lists) {
     m_value.studies = settings::PackStudyLists(lists);
+    const std::vector<StudyType> now = StudiesIn(m_value.studies);
+    const std::vector<StudyType> stored = StudiesIn(m_base.studies);
+    for (auto& [type, values] : m_value.settings) {
+        if (std::ranges::count(now, type) == 0 && std::ranges::count(stored, type) == 0) {
+            values.shapes = m_base.settings.at(type).shapes;
+        }
+    }
 }
 
 // ---- Settings of studies ----

@@ -30,6 +30,7 @@ public:
     void SetGroup(const CString& group) { m_group = group; }
 
     const StudyLists& Studies() const { return m_value.studies; }
+    /// A study that came with an edit and goes again leaves no looks of its own behind.
     void SetStudies(const StudyLists& lists);
     int ShowCount() const { return m_value.showCount; }
     void SetShowCount(int count) { m_value.showCount = count; }

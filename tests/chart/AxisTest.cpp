@@ -95,6 +95,7 @@ TEST_F(AxisTest, ARangeSetByHandStaysUntilADoubleClick) {
 
     QSignalSpy sheet(view.get(), &ChartView::legendDoubleClicked);
     QTest::mouseDClick(Plot(), Qt::RightButton, {}, OnLabels(0));
+    QTest::mouseRelease(Plot(), Qt::RightButton, {}, OnLabels(0));
     EXPECT_EQ(Shown(0), Span(500, 700));
     QTest::mouseDClick(Plot(), Qt::LeftButton, {}, OnLabels(0));
     EXPECT_EQ(Shown(0), automatic);

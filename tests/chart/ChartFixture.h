@@ -64,6 +64,9 @@ protected:
         Repository().ReleaseTrendLine("-");  // of every class; a reload drops the charts' alone
     }
     ~ChartFixture() override {
+        if (view) {
+            Release({});  // the next test's mouse begins with no button down
+        }
         view.reset();
         SetClock(nullptr);
         BKQuoteInterface::SetBKInterface(nullptr);
