@@ -388,7 +388,7 @@ TEST_F(TrendLineDrawing, PensAreChosenForALineAndTakenByTheNextOfItsKind) {
         EXPECT_EQ(pens.Of(Kind::Horizontal), InfoOf(Kind::Horizontal).pen);
         DrawLine(Kind::Segment, At(200, 95), At(240, 95));
         test::DialogDriver driver;
-        const auto choose = [&](std::initializer_list<const char*> samples, Qt::Key end) {
+        const auto choose = [&](const std::vector<const char*>& samples, Qt::Key end) {
             driver.Expect([samples, end](QWidget& dialog) {
                 for (const char* sample : samples) {
                     QTest::mouseClick(dialog.findChild<ui::PenSample*>(sample), Qt::LeftButton);
