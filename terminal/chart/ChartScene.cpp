@@ -126,7 +126,11 @@ int ChartScene::BorderAt(const QPointF& position) {
 }
 
 void ChartScene::MoveBorder(int pane, double y) {
+    Update();
     const auto above = static_cast<std::size_t>(pane);
+    if (above + 1 >= m_panes.size()) {
+        return;  // the panes have become fewer since the border was taken
+    }
     std::vector<double> heights;
     double all = 0;
     for (const auto& each : m_panes) {

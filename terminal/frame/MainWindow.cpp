@@ -216,8 +216,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    if (!SaveFrameState(session.StatePath(), State()) ||
-        !SavePaneHeights(session.StatePath(), m_frame.tabs.Heights())) {
+    const bool isStateSaved = SaveFrameState(session.StatePath(), State());
+    if (!SavePaneHeights(session.StatePath(), m_frame.tabs.Heights()) || !isStateSaved) {
         ui::CurrentPrompts().Message(
             this, ui::PromptIcon::Warning, Tr("IDS_TERMINAL-FRAME_TITLE"),
             Tr("IDS_TERMINAL-FRAME_STATE_FAILED").arg(session.StatePath()));

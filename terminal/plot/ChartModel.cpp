@@ -226,7 +226,9 @@ std::vector<double> ChartModel::LockValues(const PlotCursor& cursor, bool prices
     if (lock == Intelligent) {
         for (const ChartStudy& study : Panes()[static_cast<std::size_t>(cursor.pane)]) {
             for (std::size_t i = 0; i < study.outputs.size(); ++i) {
-                values.push_back(study.ValueAt(i, cursor.bar));
+                if (study.outputs[i].shape.visible) {
+                    values.push_back(study.ValueAt(i, cursor.bar));
+                }
             }
             if (!study.outputs.empty()) {
                 break;

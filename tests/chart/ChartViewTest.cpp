@@ -782,6 +782,16 @@ TEST_F(ChartViewTest, BordersOfPanesAreDraggedForEveryChartOfTheGroup) {
     EXPECT_TRUE(heights.All().empty());
 }
 
+TEST_F(ChartViewTest, AnothersSaveTakesThePaneWhoseBorderIsBeingDragged) {
+    const QPoint border(400, static_cast<int>(view->Mapping().panes[2].Bottom()) + 1);
+    Press(border);
+    g_store.showCounts[0] = 1;
+    Reload();
+    Move(border - QPoint(0, 60));
+    Release(border - QPoint(0, 60));
+    EXPECT_EQ(view->Mapping().panes.size(), 1u);
+}
+
 TEST_F(ChartViewTest, ADayIsFoundFromAMinuteOfIt) {
     BarSeries minutes = ZigZag(1200);
     for (std::size_t i = 0; i < minutes.size(); ++i) {

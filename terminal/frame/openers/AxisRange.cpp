@@ -30,7 +30,8 @@ int DecimalsOf(const AxisState& axis, int priceDecimals) {
 /// What the dialog takes of them. It counts a digit too many between -1 and 0, and those of a
 /// number before the point from the eleventh on.
 int DigitLimitOf(const AxisState& axis, int decimals) {
-    return axis.numbers == NumberKind::Price ? decimals : decimals + 2;
+    const bool arePrices = axis.numbers == NumberKind::Price && axis.values.low >= 0;
+    return arePrices ? decimals : decimals + 2;
 }
 
 /// What the user can choose from: the values of all bars with as much room again above and below,
