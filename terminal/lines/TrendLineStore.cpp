@@ -164,6 +164,7 @@ TrendLineResult EditTrendLines(const BarsKey& chart, const std::vector<TrendLine
 
 std::vector<TrendLineEdit> Removing(const std::vector<CString>& lines) {
     std::vector<TrendLineEdit> edits;
+    edits.reserve(lines.size());
     for (const CString& line : lines) {
         edits.push_back({line, {}});
     }

@@ -29,7 +29,7 @@ QJsonArray ToJson(const YAxisRanges& ranges) {
 
 YAxisRanges RangesFromJson(const QJsonArray& array) {
     YAxisRanges ranges;
-    for (const QJsonValue& value : array) {
+    for (const auto& value : array) {
         const QJsonArray entry = value.toArray();
         const YAxisRange range{false, entry.at(1).toDouble(NAN), entry.at(2).toDouble(NAN)};
         if (range.minimum <= range.maximum) {

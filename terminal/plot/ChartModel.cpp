@@ -10,7 +10,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <ranges>
 
 namespace ta::terminal {
 namespace {
@@ -137,8 +136,8 @@ bool ChartModel::IsShown(const std::vector<StudyType>& studies, const KnownStudi
         return found != known.end() && found->second->GetCategory() == StudyCategory::Volume;
     };
     const auto isStudy = [](StudyType type) { return type >= 0; };
-    return !std::ranges::any_of(studies, isStudy) ||
-           !std::ranges::all_of(studies | std::views::filter(isStudy), isOfVolume);
+    const auto needsNoVolume = [&](StudyType type) { return isStudy(type) && !isOfVolume(type); };
+    return std::ranges::none_of(studies, isStudy) || std::ranges::any_of(studies, needsNoVolume);
 }
 
 ChartStudy ChartModel::MakeStudy(StudyType type, const KnownStudies& known,
