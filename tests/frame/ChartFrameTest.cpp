@@ -88,6 +88,15 @@ TEST_F(ChartFrameTest, WhatIsChosenIsSavedAndFollowedByTheGroupsCharts) {
     End();
     Start();
     EXPECT_EQ(CursorOf(Shown(0)), kChosen);
+    user.Expect([&](QWidget& dialog) {
+        InOther([](SqliteStore& other) {
+            other.SaveTASettingCursorLineLockMode(0, 4);
+            other.PackFile();
+        });
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    Choose(Command::CursorLine);
+    EXPECT_EQ(CursorOf(Shown(0)), (std::tuple{4u, false, 1u})) << "what the user left alone";
 }
 
 TEST_F(ChartFrameTest, NoOtherGroupTakesWhatWasChosenForOneThatIsGone) {

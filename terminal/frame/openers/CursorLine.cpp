@@ -13,9 +13,16 @@
 namespace ta::terminal {
 namespace {
 
-/// Into the options of a group as they are now, which another terminal may have changed meanwhile,
-/// and into the store. false when the group is gone.
-bool Save(int uniNum, const MXSetCursorLine& chosen) {
+template <class Option, class Choice>
+void TakeChange(Option& now, const Option& before, Choice chosen) {
+    if (static_cast<Option>(chosen) != before) {
+        now = static_cast<Option>(chosen);
+    }
+}
+
+/// What the user changed of `before`, into the options of a group as they are now, which another
+/// terminal may have changed meanwhile, and into the store. false when the group is gone.
+bool Save(int uniNum, const CommonProp& before, const MXSetCursorLine& chosen) {
     Repository().ReloadTASetting();
     const CTaSettingHandle::ReloadHold hold(Repository());
     ChartBaseDrawInfo* drawInfo =
@@ -24,9 +31,9 @@ bool Save(int uniNum, const MXSetCursorLine& chosen) {
         return false;
     }
     CommonProp& options = drawInfo->CommonProperty();
-    options.uCursorLineLockMode = chosen.m_uLockStyle;
-    options.bCrossLine = chosen.m_uDisplayStyle != 0;
-    options.uCursorMoveStyle = chosen.m_uMoveStyle;
+    TakeChange(options.uCursorLineLockMode, before.uCursorLineLockMode, chosen.m_uLockStyle);
+    TakeChange(options.bCrossLine, before.bCrossLine, chosen.m_uDisplayStyle);
+    TakeChange(options.uCursorMoveStyle, before.uCursorMoveStyle, chosen.m_uMoveStyle);
     Repository().SaveAllGroupSetting();
     return true;
 }
@@ -36,10 +43,10 @@ bool Save(int uniNum, const MXSetCursorLine& chosen) {
 void SetCursorLine(const Frame& frame) {
     const ChartView& chart = *frame.tabs.CurrentChart();
     const int group = chart.GroupUniNum();
-    const CommonProp& options = chart.Model().Options();
+    const CommonProp options = chart.Model().Options();
     MXSetCursorLine dialog(options.uCursorLineLockMode, options.bCrossLine ? 1 : 0,
                            options.uCursorMoveStyle, &frame.window);
-    if (dialog.DoModal() == ui::kIdOk && Save(group, dialog)) {
+    if (dialog.DoModal() == ui::kIdOk && Save(group, options, dialog)) {
         Repository().SendMsg2AllTechView(
             kGroupChangeMessage, static_cast<unsigned>(Repository().GetGroupIndexByUniNum(group)));
     }
